@@ -1,0 +1,25 @@
+#ifndef CONNECTIONS_LINK_SAMPLE_LOSSES_H
+#define CONNECTIONS_LINK_SAMPLE_LOSSES_H
+
+#include <QtGlobal>
+
+namespace Velk {
+
+/// Counts of what was not delivered to the models, by cause, since the robot was opened.
+struct SampleLosses
+{
+    qint64 skippedTicks = 0; ///< sampling ticks left out because the answer to the one before was outstanding
+    qint64 dropped = 0;      ///< occurrences that did not fit in the connection's queue between two deliveries
+    qint64 trimmed = 0;      ///< occurrences that the robot itself had discarded before they could be fetched
+
+    qint64 total() const { return skippedTicks + dropped + trimmed; }
+};
+
+inline bool operator==(const SampleLosses& a, const SampleLosses& b)
+{
+    return a.skippedTicks == b.skippedTicks && a.dropped == b.dropped && a.trimmed == b.trimmed;
+}
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,65 @@
+#ifndef MEMORYKEYMODEL_MEMORY_KEY_H
+#define MEMORYKEYMODEL_MEMORY_KEY_H
+
+#include <memorykeymodel/memorykeymodel_export.h>
+
+#include <QHash>
+#include <QString>
+
+namespace Velk {
+
+/// What kind of key the robot holds a key to be. Single bits: a key carries exactly one of the three, a query takes
+/// several as a mask, MemoryKeyNature(DataNature | EventNature).
+enum MemoryKeyNature : int
+{
+    DataNature = 1,   ///< listed by the robot as a data key
+    EventNature = 2,  ///< listed by the robot as an event or a micro-event key
+    UnknownNature = 4 ///< typed in by the user, or selected, and not listed by the robot
+};
+
+/// One key of the robot's memory. A plain value: copies may be handed between threads.
+///
+/// The name alone is the key's identity. Equality and hash see nothing else, so a set holds one key of a name, and
+/// inserting another one of that name leaves the stored key with its description and nature.
+class MEMORYKEYMODEL_EXPORT MemoryKey
+{
+public:
+    /// Stores the three values as they are given: the name is neither checked nor normalised.
+    MemoryKey(const QString& name, const QString& description, MemoryKeyNature nature);
+    MemoryKey(const MemoryKey& other);
+    MemoryKey& operator=(const MemoryKey& other);
+    virtual ~MemoryKey();
+
+    /// The key's name as the robot's memory spells it.
+    QString name() const { return m_name; }
+    /// Free text, shown beside the name.
+    QString description() const { return m_description; }
+    MemoryKeyNature nature() const { return m_nature; }
+    /// "DATA", "EVENT" or "UNKNOWN"; a null string for a value that is not exactly one nature.
+    QString natureToString() const;
+
+    /// Whether the names are equal, code unit by code unit.
+    bool operator==(const MemoryKey& other) const { return m_name == other.m_name; }
+
+    /// The natures' display texts.
+    static const QString dataString;
+    static const QString eventString;
+    static const QString unknownString;
+
+private:
+    QString m_name;
+    QString m_description;
+    MemoryKeyNature m_nature;
+};
+
+} // namespace Velk
+
+/// The hash of the key's name.
+MEMORYKEYMODEL_EXPORT uint qHash(const Velk::MemoryKey& key);
+
+namespace Velk {
+// Argument-dependent lookup does not search the global namespace for a type of this one: QSet finds the hash here.
+using ::qHash;
+} // namespace Velk
+
+#endif

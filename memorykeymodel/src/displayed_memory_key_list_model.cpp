@@ -1,0 +1,433 @@
+#include <memorykeymodel/displayed_memory_key_list_model.h>
+
+#include "record_lines.h"
+
+#include <memorykeymodel/memory_key_list_model.h>
+#include <robotconnection/connection_manager.h>
+#include <robotconnection/memory_interface.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace Velk {
+
+namespace {
+
+// What the robot is asked for at the fastest: it delivers a batch every gather period, and samples the keys every
+// sampling period. The shortest gather period and the shortest sampling period of a robot without real time are two
+// things that happen to be equal.
+constexpr int minGatherPeriodMs = 200;
+constexpr int minSamplingPeriodMs = 200;
+constexpr int minRealTimeSamplingPeriodMs = 10;
+
+const char* const dataGatheredSignal = SIGNAL(dataGathered(QMap<QString, QMap<double, QVariant>>));
+const char* const onDataGatheredSlot = SLOT(onDataGathered(QMap<QString, QMap<double, QVariant>>));
+
+int gatherPeriodFor(int samplingPeriod)
+{
+    return std::max(samplingPeriod, minGatherPeriodMs);
+}
+
+QSet<DisplayedMemoryKey>::const_iterator findByName(const QSet<DisplayedMemoryKey>& keys, const QString& name)
+{
+    return std::find_if(keys.cbegin(), keys.cend(),
+                        [&name](const DisplayedMemoryKey& displayed) { return displayed.key().name() == name; });
+}
+
+QSet<MemoryKey> keysOf(const QSet<DisplayedMemoryKey>& displayedKeys)
+{
+    QSet<MemoryKey> keys;
+    keys.reserve(displayedKeys.size());
+    for (const DisplayedMemoryKey& displayed : displayedKeys)
+        keys.insert(displayed.key());
+    return keys;
+}
+
+} // namespace
+
+DisplayedMemoryKeyListModel::DisplayedMemoryKeyListModel(ConnectionManager* connectionManager)
+    : QObject(connectionManager)
+    , m_connectionManager(connectionManager)
+{
+    connect(m_connectionManager, &ConnectionManager::connectionEstablished, this,
+            &DisplayedMemoryKeyListModel::onConnectionStateChanged);
+    connect(m_connectionManager, &ConnectionManager::connectionLost, this,
+            &DisplayedMemoryKeyListModel::onConnectionStateChanged);
+    connect(m_connectionManager, &ConnectionManager::disconnected, this,
+            &DisplayedMemoryKeyListModel::onConnectionStateChanged);
+    // The odd name is part of the interface.
+    qRegisterMetaType<QMap<QString, QMap<double, QVariant>>>("const QMap<QString, QMap<double, QVariant> >&)");
+}
+
+ConnectionManager* DisplayedMemoryKeyListModel::connectionManager()
+{
+    return m_connectionManager;
+}
+
+bool DisplayedMemoryKeyListModel::isRobotConnected()
+{
+    return m_connectionManager->isConnected();
+}
+
+// Displayed keys and selection
+
+QSet<MemoryKey> DisplayedMemoryKeyListModel::keys() const
+{
+    return keysOf(m_displayedKeys);
+}
+
+QSet<DisplayedMemoryKey> DisplayedMemoryKeyListModel::displayedKeys() const
+{
+    return m_displayedKeys;
+}
+
+QSet<MemoryKey> DisplayedMemoryKeyListModel::selectedKeys() const
+{
+    return keysOf(m_selectedKeys);
+}
+
+void DisplayedMemoryKeyListModel::setSelectedKeys(const QSet<MemoryKey>& keys)
+{
+    m_selectedKeys.clear();
+    for (const MemoryKey& key : keys) {
+        const auto found = findByName(m_displayedKeys, key.name());
+        if (found != m_displayedKeys.cend())
+            m_selectedKeys.insert(*found);
+    }
+}
+
+void DisplayedMemoryKeyListModel::addKeys(const QSet<MemoryKey>& keys)
+{
+    QSet<DisplayedMemoryKey> addedKeys;
+    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
+    const QSet<MemoryKey> requestedKeys = keys; // the caller's set may change in a slot
+    for (const MemoryKey& key : requestedKeys) {
+        if (findByName(m_displayedKeys, key.name()) != m_displayedKeys.cend())
+            continue;
+        addedKeys.insert(DisplayedMemoryKey(key));
+        if (memory)
+            memory->watchKey(key.name(), m_samplingPeriod);
+    }
+    m_displayedKeys.unite(addedKeys);
+
+    const QPointer<DisplayedMemoryKeyListModel> self(this);
+    if (!m_displayedKeys.isEmpty())
+        startWatcher(false);
+    if (self)
+        emit keysAdded(addedKeys);
+}
+
+void DisplayedMemoryKeyListModel::removeKeys(const QSet<MemoryKey>& keys)
+{
+    QSet<DisplayedMemoryKey> removedKeys;
+    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
+    const QSet<MemoryKey> requestedKeys = keys; // the caller's set may change in a slot
+    for (const MemoryKey& key : requestedKeys) {
+        const auto found = findByName(m_displayedKeys, key.name());
+        if (found != m_displayedKeys.cend()) {
+            const DisplayedMemoryKey displayed = *found;
+            m_selectedKeys.remove(displayed);
+            m_displayedKeys.remove(displayed);
+            removedKeys.insert(displayed);
+        }
+        if (memory)
+            memory->unwatchKey(key.name());
+    }
+    if (m_displayedKeys.isEmpty())
+        stopWatcher();
+    emit keysRemoved(removedKeys);
+}
+
+// Connection
+
+void DisplayedMemoryKeyListModel::onConnectionStateChanged()
+{
+    const QPointer<DisplayedMemoryKeyListModel> self(this);
+    if (!isRobotConnected()) {
+        stopRecording();
+        if (!self)
+            return;
+        stopWatcher();
+        emit robotConnected(false);
+        return;
+    }
+
+    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
+    if (!memory)
+        return;
+    xSetMinSamplingPeriod(minSamplingPeriodMs);
+    if (!self)
+        return;
+    memory->isRealTimeSupported(this, "gotRealTimeSupported");
+    if (!self)
+        return;
+    memory->unwatchAll();
+    const QSet<DisplayedMemoryKey> displayedKeys = m_displayedKeys;
+    for (const DisplayedMemoryKey& displayed : displayedKeys)
+        memory->watchKey(displayed.key().name(), displayed.watchPeriod());
+
+    // A catalogue that is held still is not deleted: it belongs to the connection manager.
+    m_keyListModel = new MemoryKeyListModel(m_connectionManager, keys());
+    if (m_keyListModel->isReady())
+        onKeyListModelReady();
+    else
+        connect(m_keyListModel, &MemoryKeyListModel::ready, this, &DisplayedMemoryKeyListModel::onKeyListModelReady);
+    if (self)
+        emit robotConnected(true);
+}
+
+void DisplayedMemoryKeyListModel::onKeyListModelReady()
+{
+    // A catalogue that was replaced on a later connection still announces itself here. What counts is the one that is
+    // held; without one there is nothing to rebuild from.
+    if (!m_keyListModel)
+        return;
+
+    const QSet<MemoryKey>& resolvedKeys = m_keyListModel->selectedKeys();
+    // A key that stays displayed stays where it is in the set: the columns of a running recording follow its order.
+    QSet<DisplayedMemoryKey> droppedKeys = m_displayedKeys;
+    for (const MemoryKey& key : resolvedKeys) {
+        const DisplayedMemoryKey displayed(key);
+        const auto found = m_displayedKeys.find(displayed);
+        if (found == m_displayedKeys.end()) {
+            m_displayedKeys.insert(displayed);
+        } else {
+            found->replaceAllButName(displayed);
+            droppedKeys.remove(displayed);
+        }
+    }
+    m_displayedKeys.subtract(droppedKeys);
+
+    const QPointer<DisplayedMemoryKeyListModel> self(this);
+    emit keysUpdated(m_displayedKeys);
+    if (self)
+        delete m_keyListModel.data();
+}
+
+// Watcher and sampling
+
+void DisplayedMemoryKeyListModel::startWatcher(bool ownPeriods)
+{
+    if (m_isWatcherRunning)
+        return;
+    if (!isRobotConnected()) {
+        emit error(tr("Not connected to a robot"), tr("Cannot retrieve memory value if no robot is connected."));
+        return;
+    }
+    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
+    if (!memory) {
+        emit error(tr("Missing memory interface"),
+                   tr("Cannot retrieve memory values as no memory interface was found."));
+        return;
+    }
+    // Unique: a memory interface that was missing when the watcher was stopped is connected still when it comes back,
+    // and every batch would be taken in twice.
+    connect(memory.get(), dataGatheredSignal, this, onDataGatheredSlot,
+            Qt::ConnectionType(Qt::AutoConnection | Qt::UniqueConnection));
+    memory->startWatcher(gatherPeriodFor(m_samplingPeriod), ownPeriods ? 0 : m_samplingPeriod);
+    m_isWatcherRunning = true;
+}
+
+void DisplayedMemoryKeyListModel::stopWatcher()
+{
+    if (!m_isWatcherRunning)
+        return;
+    m_isWatcherRunning = false;
+    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
+    if (!memory)
+        return;
+    disconnect(memory.get(), dataGatheredSignal, this, onDataGatheredSlot);
+    memory->stopWatcher();
+}
+
+int DisplayedMemoryKeyListModel::samplingPeriod() const
+{
+    return m_samplingPeriod;
+}
+
+int DisplayedMemoryKeyListModel::minSamplingPeriod() const
+{
+    return m_minSamplingPeriod;
+}
+
+int DisplayedMemoryKeyListModel::maxSamplingPeriod() const
+{
+    return m_maxSamplingPeriod;
+}
+
+void DisplayedMemoryKeyListModel::setSamplingPeriod(int period)
+{
+    const int boundedPeriod = std::min(std::max(period, m_minSamplingPeriod), m_maxSamplingPeriod);
+    if (boundedPeriod == m_samplingPeriod)
+        return;
+    m_samplingPeriod = boundedPeriod;
+    if (!isRobotConnected())
+        return;
+    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
+    if (!memory)
+        return;
+    memory->setGatherPeriod(gatherPeriodFor(boundedPeriod));
+    memory->setSamplingPeriod(boundedPeriod);
+    emit sampligPeriodUpdated(boundedPeriod);
+}
+
+void DisplayedMemoryKeyListModel::gotRealTimeSupported(bool supported)
+{
+    xSetMinSamplingPeriod(supported ? minRealTimeSamplingPeriodMs : minSamplingPeriodMs);
+}
+
+void DisplayedMemoryKeyListModel::xSetMinSamplingPeriod(int period)
+{
+    if (m_minSamplingPeriod == period)
+        return;
+    m_minSamplingPeriod = period;
+    emit minSamplingPeriodUpdated(period);
+}
+
+// Intake
+
+void DisplayedMemoryKeyListModel::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
+{
+    const QMap<QString, QMap<double, QVariant>> batch = data; // the sender's map may change in a slot
+    QSet<DisplayedMemoryKey> updatedKeys;
+    for (auto displayed = m_displayedKeys.begin(); displayed != m_displayedKeys.end(); ++displayed) {
+        const auto samples = batch.constFind(displayed->key().name());
+        if (samples == batch.cend() || samples->isEmpty())
+            continue;
+        displayed->replaceValueHistory({{samples->lastKey(), samples->last()}});
+        updatedKeys.insert(*displayed);
+    }
+
+    const QPointer<DisplayedMemoryKeyListModel> self(this);
+    emit keysUpdated(updatedKeys);
+    if (self && isRecording())
+        recordData(batch);
+}
+
+// Recording
+
+void DisplayedMemoryKeyListModel::startRecording()
+{
+    if (isRecording())
+        return;
+    if (!m_recordFile)
+        m_recordFile = new QTemporaryFile(QDir(QDir::tempPath()).filePath(QStringLiteral("MemoryWatcher")), this);
+    if (!m_recordFile->open()) {
+        abandonRecordFile(tr("Could not open temporary file for writing.\n"
+                             "Please check your permissions for accessing %1")
+                              .arg(QFileInfo(*m_recordFile).absoluteFilePath()));
+        return;
+    }
+    if (!writeLine(recordHeader(m_displayedKeys))) {
+        abandonRecordFile(tr("Could not write data.\n"
+                             "Your disk may be full or inaccessible.\n"
+                             "Please check your permissions."));
+        return;
+    }
+
+    const int run = ++m_recordingRun;
+    m_recordingTimeOrigin = 0.0;
+    const QPointer<DisplayedMemoryKeyListModel> self(this);
+    xSetRecording(true);
+    if (!self || !isRecording() || m_recordingRun != run)
+        return; // a slot ended this recording: its initial values have no file to go to
+
+    QMap<QString, QMap<double, QVariant>> newestValues;
+    for (const DisplayedMemoryKey& displayed : qAsConst(m_displayedKeys)) {
+        const QMap<double, QVariant> history = displayed.valueHistory();
+        if (!history.isEmpty())
+            newestValues[displayed.key().name()].insert(history.lastKey(), history.last());
+    }
+    recordData(newestValues);
+}
+
+void DisplayedMemoryKeyListModel::recordData(const QMap<QString, QMap<double, QVariant>>& data)
+{
+    const RecordRows rows = recordRows(m_displayedKeys, data);
+    if (m_recordingTimeOrigin == 0.0 && !rows.isEmpty())
+        m_recordingTimeOrigin = rows.firstKey();
+
+    const int run = m_recordingRun;
+    const QPointer<DisplayedMemoryKeyListModel> self(this);
+    for (auto row = rows.cbegin(); row != rows.cend(); ++row) {
+        if (writeLine(recordLine(row.key() - m_recordingTimeOrigin, row.value())))
+            continue;
+        reportFailedWrite();
+        if (self)
+            stopRecording();
+        // The remaining rows fail as well, each with its own report: nothing is lost in silence. They belong to the
+        // recording that has ended, so one that a slot has started in the meantime does not get them.
+        if (!self || m_recordingRun != run)
+            return;
+    }
+}
+
+void DisplayedMemoryKeyListModel::stopRecording()
+{
+    if (!isRecording())
+        return;
+    if (m_recordFile)
+        m_recordFile->close();
+    // Before the signal: a recording that a slot starts has a time origin of its own.
+    m_recordingTimeOrigin = 0.0;
+    xSetRecording(false);
+}
+
+bool DisplayedMemoryKeyListModel::isRecording()
+{
+    return m_isRecording;
+}
+
+QTemporaryFile* DisplayedMemoryKeyListModel::takeRecordFile()
+{
+    QTemporaryFile* const file = m_recordFile;
+    m_recordFile = nullptr;
+    return file;
+}
+
+void DisplayedMemoryKeyListModel::xSetRecording(bool isRecording)
+{
+    if (m_isRecording == isRecording)
+        return;
+    m_isRecording = isRecording;
+    emit recording(isRecording);
+}
+
+bool DisplayedMemoryKeyListModel::writeLine(const QByteArray& line)
+{
+    return m_recordFile && m_recordFile->write(line) == line.size();
+}
+
+void DisplayedMemoryKeyListModel::abandonRecordFile(const QString& message)
+{
+    const QPointer<DisplayedMemoryKeyListModel> self(this);
+    const QPointer<QTemporaryFile> file = m_recordFile;
+    emit error(tr("Memory recording"), message);
+    // A file that a slot has taken is the application's, and one that a slot records to by now is in use.
+    if (self && file && file == m_recordFile && !isRecording())
+        delete file.data();
+}
+
+void DisplayedMemoryKeyListModel::reportFailedWrite()
+{
+    // No batch is to arrive while a slot shows the error, in an event loop of its own perhaps.
+    const QPointer<MemoryInterface> blockedMemory = m_connectionManager->memoryInterface().get();
+    if (blockedMemory)
+        blockedMemory->blockSignals(true);
+
+    const QPointer<ConnectionManager> connectionManager = m_connectionManager;
+    emit error(tr("Memory recording"), tr("Could not write data.\n"
+                                          "Your disk may be full or inaccessible.\n"
+                                          "Please move your recorded data to another disk."));
+    if (connectionManager) {
+        if (const boost::shared_ptr<MemoryInterface> memory = connectionManager->memoryInterface())
+            memory->blockSignals(false);
+    }
+    // The robot may have gone and come back meanwhile; the interface of then is not left mute.
+    if (blockedMemory)
+        blockedMemory->blockSignals(false);
+}
+
+} // namespace Velk

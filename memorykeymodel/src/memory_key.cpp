@@ -1,0 +1,39 @@
+#include <memorykeymodel/memory_key.h>
+
+namespace Velk {
+
+const QString MemoryKey::dataString = QStringLiteral("DATA");
+const QString MemoryKey::eventString = QStringLiteral("EVENT");
+const QString MemoryKey::unknownString = QStringLiteral("UNKNOWN");
+
+MemoryKey::MemoryKey(const QString& name, const QString& description, MemoryKeyNature nature)
+    : m_name(name)
+    , m_description(description)
+    , m_nature(nature)
+{}
+
+MemoryKey::MemoryKey(const MemoryKey& other) = default;
+
+MemoryKey& MemoryKey::operator=(const MemoryKey& other) = default;
+
+MemoryKey::~MemoryKey() = default;
+
+QString MemoryKey::natureToString() const
+{
+    switch (m_nature) {
+    case EventNature:
+        return eventString;
+    case UnknownNature:
+        return unknownString;
+    case DataNature:
+        return dataString;
+    }
+    return QString();
+}
+
+} // namespace Velk
+
+uint qHash(const Velk::MemoryKey& key)
+{
+    return static_cast<uint>(qHash(key.name()));
+}

@@ -54,6 +54,7 @@ public:
         return QMetaObject::invokeMethod(m_questioner, m_answerMember.constData(), Q_ARG(bool, supported));
     }
 
+    int fetchCount() const { return int(m_microEventLists.size()); }
     /// Finish the list of the newest fetch, or of an earlier one, counted from 0.
     void finishDataList(const QStringList& names, int fetch = -1) { finish(m_dataLists, names, fetch); }
     void finishEventList(const QStringList& names, int fetch = -1) { finish(m_eventLists, names, fetch); }

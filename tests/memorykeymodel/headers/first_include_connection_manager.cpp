@@ -1,0 +1,1 @@
+#include <robotconnection/connection_manager.h>

@@ -1,0 +1,1 @@
+#include <memorykeymodel/displayed_memory_key_list_model.h>

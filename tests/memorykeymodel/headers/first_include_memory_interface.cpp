@@ -1,0 +1,1 @@
+#include <robotconnection/memory_interface.h>

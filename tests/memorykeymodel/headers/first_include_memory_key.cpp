@@ -1,0 +1,1 @@
+#include <memorykeymodel/memory_key.h>

@@ -1,0 +1,14 @@
+#include <QSet>
+
+#include <memorykeymodel/displayed_memory_key.h>
+#include <memorykeymodel/memory_key.h>
+
+int keysInSetsIncludedFirst();
+
+int keysInSetsIncludedFirst()
+{
+    const Velk::MemoryKey key(QStringLiteral("Arm"), QString(), Velk::DataNature);
+    const QSet<Velk::MemoryKey> keys{key, key};
+    const QSet<Velk::DisplayedMemoryKey> displayedKeys{Velk::DisplayedMemoryKey(key)};
+    return int(keys.size() + displayedKeys.size());
+}

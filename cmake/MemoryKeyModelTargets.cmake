@@ -89,6 +89,9 @@ function(memorykeymodel_install_package)
         "${PROJECT_BINARY_DIR}/MemoryKeyModelConfigVersion.cmake" DESTINATION "${package_dir}")
     install(EXPORT MemoryKeyModelTargets NAMESPACE MemoryKeyModel:: DESTINATION "${package_dir}")
 
+    # Relative to the file itself: the prefix may be chosen at the installation only.
+    file(RELATIVE_PATH PKGCONFIG_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+    string(REGEX REPLACE "/$" "" PKGCONFIG_TO_PREFIX "${PKGCONFIG_TO_PREFIX}")
     foreach(module robotconnection memorykeymodel)
         configure_file("${PROJECT_SOURCE_DIR}/cmake/${module}.pc.in" "${PROJECT_BINARY_DIR}/${module}.pc" @ONLY)
         install(FILES "${PROJECT_BINARY_DIR}/${module}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -1,0 +1,93 @@
+#ifndef BENCHMARKS_CORE_YARDSTICKS_H
+#define BENCHMARKS_CORE_YARDSTICKS_H
+
+#include "bench_robot.h"
+
+#include <QFile>
+#include <QHash>
+#include <QStandardItemModel>
+#include <QTextStream>
+#include <QVector>
+
+#include <cstdio>
+#include <fstream>
+
+namespace Velk {
+
+// What a Qt or C++ developer writes instead of using this library: the same job, as one would do it by hand.
+
+/// Newest values in a hash, with a signal for each change.
+class HashStore : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit HashStore(const QStringList& names);
+    void take(const Batch& batch);
+
+Q_SIGNALS:
+    void valueChanged(const QString& name, const QVariant& value);
+
+private:
+    QHash<QString, QVariant> m_values;
+};
+
+/// Newest values in the rows of Qt's standard model.
+class StandardModel
+{
+public:
+    explicit StandardModel(const QStringList& names);
+    void take(const Batch& batch);
+
+    QStandardItemModel model;
+
+private:
+    QHash<QString, int> m_rows;
+};
+
+/// The rows of a batch: every writer below sorts its samples into them, since all write one line for each time stamp.
+using Row = QVector<QVariant>;
+QMap<double, Row> sortIntoRows(const Batch& batch, const QHash<QString, int>& columns);
+QHash<QString, int> columnsOf(const QStringList& names);
+
+class TextStreamWriter
+{
+public:
+    TextStreamWriter(const QString& fileName, const QStringList& names);
+    void write(const Batch& batch);
+
+private:
+    QFile m_file;
+    QTextStream m_stream;
+    QHash<QString, int> m_columns;
+    double m_origin = 0.0;
+};
+
+class OfstreamWriter
+{
+public:
+    OfstreamWriter(const QString& fileName, const QStringList& names);
+    void write(const Batch& batch);
+
+private:
+    std::ofstream m_stream;
+    QHash<QString, int> m_columns;
+    double m_origin = 0.0;
+};
+
+class PrintfWriter
+{
+public:
+    PrintfWriter(const QString& fileName, const QStringList& names);
+    ~PrintfWriter();
+    void write(const Batch& batch);
+
+private:
+    std::FILE* m_file;
+    QHash<QString, int> m_columns;
+    double m_origin = 0.0;
+};
+
+} // namespace Velk
+
+#endif

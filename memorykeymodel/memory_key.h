@@ -7,6 +7,16 @@
 #include <QString>
 
 namespace Velk {
+class MemoryKey;
+}
+
+/// The hash of the key's name.
+MEMORYKEYMODEL_EXPORT uint qHash(const Velk::MemoryKey& key);
+
+namespace Velk {
+
+// Argument-dependent lookup does not search the global namespace for a type of this one: QSet finds the hash here.
+using ::qHash;
 
 /// What kind of key the robot holds a key to be. Single bits: a key carries exactly one of the three, a query takes
 /// several as a mask, MemoryKeyNature(DataNature | EventNature).
@@ -39,7 +49,7 @@ public:
     QString natureToString() const;
 
     /// Whether the names are equal, code unit by code unit.
-    bool operator==(const MemoryKey& other) const { return m_name == other.m_name; }
+    bool operator==(const MemoryKey& other) const { return m_nameHash == other.m_nameHash && m_name == other.m_name; }
 
     /// The natures' display texts.
     static const QString dataString;
@@ -47,19 +57,14 @@ public:
     static const QString unknownString;
 
 private:
+    friend MEMORYKEYMODEL_EXPORT uint(::qHash)(const MemoryKey& key);
+
     QString m_name;
     QString m_description;
     MemoryKeyNature m_nature;
+    uint m_nameHash; // a key goes through many sets in its life: its name is hashed once
 };
 
-} // namespace Velk
-
-/// The hash of the key's name.
-MEMORYKEYMODEL_EXPORT uint qHash(const Velk::MemoryKey& key);
-
-namespace Velk {
-// Argument-dependent lookup does not search the global namespace for a type of this one: QSet finds the hash here.
-using ::qHash;
 } // namespace Velk
 
 #endif

@@ -10,6 +10,7 @@ MemoryKey::MemoryKey(const QString& name, const QString& description, MemoryKeyN
     : m_name(name)
     , m_description(description)
     , m_nature(nature)
+    , m_nameHash(static_cast<uint>(qHash(name)))
 {}
 
 MemoryKey::MemoryKey(const MemoryKey& other) = default;
@@ -35,5 +36,5 @@ QString MemoryKey::natureToString() const
 
 uint qHash(const Velk::MemoryKey& key)
 {
-    return static_cast<uint>(qHash(key.name()));
+    return key.m_nameHash;
 }

@@ -60,6 +60,10 @@ void RecordTask::begin(const QVector<MemoryKey>& keys)
             finish(RecordingNotSaved); // the model has told why
         return;
     }
+    tell(QStringLiteral("Recording %1 keys every %2 ms for %3; Ctrl-C ends it.")
+             .arg(m_names.size())
+             .arg(model().samplingPeriod())
+             .arg(m_destination));
     m_elapsed.start();
     if (hasEnd())
         m_end.start(options().forMs);

@@ -37,6 +37,7 @@ void addKeysCommand(CommandContext& context)
     command->add_option("--nature", arguments->natures, "Only keys of these natures: data, event, unknown")
         ->type_name("NATURE,...")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->check(CLI::IsMember({"data", "event", "unknown"}));
     command->add_option("--filter", arguments->filters, "Only keys whose whole name matches, with * and ?")
         ->type_name("PATTERN")

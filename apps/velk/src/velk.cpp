@@ -29,7 +29,13 @@ int runVelk(int argc, char** argv, const CreateLink& createLink)
             console.write(QByteArray::fromStdString(help.str()));
             return console.outputStatus();
         }
-        console.message(toQString(message.str()).trimmed());
+        // The parser asks for a command before it looks at what it could make nothing of.
+        const std::vector<std::string> unknown = parser.remaining();
+        if (parser.get_subcommands().empty() && !unknown.empty())
+            console.message(QStringLiteral("%1 is no command or option of velk.\nRun velk --help for those that are.")
+                                .arg(toQString(unknown.front())));
+        else
+            console.message(toQString(message.str()).trimmed());
         return UsageError;
     }
 }

@@ -30,7 +30,8 @@ public:
     Size outputSize() const;
 
     /// Writes data. False when it could not be written, now or before: outputStatus() says how to end, and
-    /// a failure other than a reader that has gone has been told.
+    /// a failure other than a reader that has gone has been told. False with outputStatus() Success when a reader has
+    /// stopped reading and a signal asks velk to end.
     bool write(const QByteArray& data);
     int outputStatus() const { return m_outputStatus; }
 

@@ -17,7 +17,7 @@ bool isPattern(const QString& argument);
 QRegularExpression keyPattern(const QString& pattern);
 
 /// By name, code unit by code unit: the same order on every machine.
-QVector<MemoryKey> sortedByName(const QSet<MemoryKey>& keys);
+QVector<MemoryKey> sortedByName(const QVector<MemoryKey>& keys);
 
 /// The keys that the arguments of a command choose.
 struct KeyChoice

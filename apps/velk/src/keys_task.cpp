@@ -9,6 +9,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Velk {
 
@@ -51,13 +52,14 @@ void KeysTask::onListed(const MemoryKeyListModel& catalogue)
                            [&](const QRegularExpression& filter) { return filter.match(key.name()).hasMatch(); });
     };
 
+    QVector<MemoryKey> passing;
+    std::copy_if(keys.cbegin(), keys.cend(), std::back_inserter(passing), passes);
+
     setWorking();
     QByteArray piece = m_options.json ? QByteArray("[") : QByteArray();
     const char* separator = "\n  ";
-    const QVector<MemoryKey> sortedKeys = sortedByName(keys);
+    const QVector<MemoryKey> sortedKeys = sortedByName(passing);
     for (const MemoryKey& key : sortedKeys) {
-        if (!passes(key))
-            continue;
         if (m_options.json)
             piece += separator + jsonElement(key);
         else
@@ -65,14 +67,24 @@ void KeysTask::onListed(const MemoryKeyListModel& catalogue)
         separator = ",\n  ";
         if (piece.size() < pieceSize)
             continue;
-        if (!console().write(piece))
-            break;
+        if (!write(piece))
+            return;
         piece.clear();
     }
     if (m_options.json)
         piece += "\n]\n";
-    console().write(piece);
-    finish(console().outputStatus());
+    if (write(piece))
+        finish(Success);
+}
+
+bool KeysTask::write(const QByteArray& data)
+{
+    if (console().write(data))
+        return true;
+    // Without a status it was a signal, which ends the task from the event loop.
+    if (console().outputStatus() != Success)
+        finish(console().outputStatus());
+    return false;
 }
 
 } // namespace Velk

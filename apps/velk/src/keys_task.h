@@ -28,6 +28,8 @@ protected:
     void onListed(const MemoryKeyListModel& catalogue) override;
 
 private:
+    bool write(const QByteArray& data);
+
     KeysOptions m_options;
 };
 

@@ -4,7 +4,9 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstring>
 
 #include <poll.h>
@@ -23,24 +25,32 @@ bool canMoveCursor(int descriptor)
     return ::isatty(descriptor) != 0 && !terminal.isEmpty() && terminal != "dumb";
 }
 
+// Waits for the descriptor to take some bytes; false when a signal asks velk to end while it takes none: a reader that
+// has stopped reading must not keep velk from ending.
+bool waitForRoom(int descriptor)
+{
+    pollfd waiting{descriptor, POLLOUT, 0};
+    while (!UnixSignals::isPending()) {
+        if (::poll(&waiting, 1, -1) != -1)
+            return true;
+    }
+    return ::poll(&waiting, 1, 0) != 0;
+}
+
 // The error number, or 0 when all is written.
 int writeAll(int descriptor, const QByteArray& data)
 {
     const char* next = data.constData();
     const char* const end = next + data.size();
     while (next != end) {
-        const ssize_t written = ::write(descriptor, next, size_t(end - next));
-        if (written >= 0) {
-            next += written;
-        } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-            pollfd waiting{descriptor, POLLOUT, 0};
-            ::poll(&waiting, 1, -1);
-        } else if (errno != EINTR) {
-            return errno;
-        }
-        // A reader that has stopped reading must not keep velk from ending.
-        if (written < 0 && UnixSignals::isPending())
+        if (!waitForRoom(descriptor))
             return EINTR;
+        // As much as a pipe takes without waiting, once it is ready.
+        const ssize_t written = ::write(descriptor, next, std::min(size_t(end - next), size_t(PIPE_BUF)));
+        if (written >= 0)
+            next += written;
+        else if (errno != EINTR && errno != EAGAIN && errno != EWOULDBLOCK)
+            return errno;
     }
     return 0;
 }

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void ctrlCLeavesAUsableFile();
     void aTerminationSignalLeavesAUsableFile();
     void aTerminalShowsTheProgress();
+    void aRecordingIsSavedWhenNobodyReadsItsMessages();
     void anExistingFileIsKept();
     void anExistingFileIsReplacedWithForce();
     void aFileThatComesUpMeanwhileIsKept();
@@ -168,8 +169,9 @@ void TestVelkRecord::aPeriodIsSettledBeforeTheRecordingBegins_data()
     QTest::addColumn<QString>("robot");
     QTest::addColumn<QString>("period");
 
-    QTest::newRow("real time") << QStringLiteral("test:") << QStringLiteral("every 10 ms");
-    QTest::newRow("no real time") << QStringLiteral("test:?no-real-time") << QStringLiteral("every 200 ms");
+    QTest::newRow("real time") << QStringLiteral("test:") << QStringLiteral("6 keys every 10 ms");
+    QTest::newRow("no real time") << QStringLiteral("test:?no-real-time") << QStringLiteral("6 keys every 200 ms");
+    QTest::newRow("real time, told late") << QStringLiteral("tardy:") << QStringLiteral("1 keys every 10 ms");
 }
 
 void TestVelkRecord::aPeriodIsSettledBeforeTheRecordingBegins()
@@ -183,7 +185,7 @@ void TestVelkRecord::aPeriodIsSettledBeforeTheRecordingBegins()
                              QStringLiteral("--all --period 10 --for 0.1"), robot)),
              0);
 
-    QVERIFY2(velk.messages().contains(QStringLiteral("Recording 6 keys ") + period), qPrintable(velk.messages()));
+    QVERIFY2(velk.messages().contains(QStringLiteral("Recording ") + period), qPrintable(velk.messages()));
 }
 
 void TestVelkRecord::aKeyThatIsNotListedHasAnEmptyColumn()
@@ -257,6 +259,23 @@ void TestVelkRecord::aTerminalShowsTheProgress()
              qPrintable(velk.text()));
     velk.typeCtrlC();
     QCOMPARE(velk.end(), 0);
+}
+
+void TestVelkRecord::aRecordingIsSavedWhenNobodyReadsItsMessages()
+{
+    QTemporaryDir directory;
+    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    QProcess shell;
+    shell.start(
+        QStringLiteral("/bin/sh"),
+        QStringList{QStringLiteral("-c"),
+                    QStringLiteral("exec 3>&1; { \"$0\" \"$@\" 2>&1 >/dev/null; echo \"status $?\" >&3; } | true"),
+                    testVelkProgram} +
+            record(file, QStringLiteral("--all --period 10 --for 0.5")));
+
+    QVERIFY(shell.waitForFinished(60000));
+    QCOMPARE(shell.readAllStandardOutput(), QByteArray("status 0\n"));
+    QVERIFY(contentOf(file).startsWith("Time;"));
 }
 
 void TestVelkRecord::anExistingFileIsKept()

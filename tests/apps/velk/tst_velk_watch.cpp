@@ -46,6 +46,7 @@ private Q_SLOTS:
     void aTerminalShowsAMessageAboveTheTable();
     void aTerminalIsNotCommandedByAValue();
     void jsonLinesAreJsonLinesOnATerminalToo();
+    void aTardyRobotIsWatchedWhenItHasToldAll();
     void theSimulatedRobotIsWatched();
     void thisComputerIsWatched();
 };
@@ -313,6 +314,17 @@ void TestVelkWatch::jsonLinesAreJsonLinesOnATerminalToo()
     QVERIFY2(!velk.text().contains(QLatin1Char('\x1b')), qPrintable(velk.text()));
     velk.typeCtrlC();
     QCOMPARE(velk.end(), 0);
+}
+
+void TestVelkWatch::aTardyRobotIsWatchedWhenItHasToldAll()
+{
+    VelkRun velk;
+    velk.start(watch(QStringLiteral("Base/Odometer --period 10"), QStringLiteral("tardy:")));
+
+    QVERIFY2(velk.waitForOutput(QStringLiteral("Base/Odometer\t42\n.*Base/Odometer\t42\n")), qPrintable(velk.output()));
+    velk.sendSignal(SIGINT);
+    QCOMPARE(velk.end(), 0);
+    QCOMPARE(velk.messages(), QString());
 }
 
 void TestVelkWatch::theSimulatedRobotIsWatched()

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 #include <QFutureInterface>
+#include <QPointer>
+#include <QSet>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QUrl>
@@ -21,6 +23,7 @@
 //                     brings it back, with a new key Foot/Position, and raises Bumper/Front.
 //   mute:             connects, and never lists its keys
 //   refusing:         gives up when it is opened
+//   tardy:            lists its keys to those who ask last first, and tells after that that it samples in real time
 
 namespace {
 
@@ -79,40 +82,101 @@ std::unique_ptr<RobotLink> testLink(const QUrlQuery& query)
     return link;
 }
 
-class MuteMemoryInterface : public MemoryInterface
+// A memory service whose futures stay open until it is told to finish them.
+class SlowMemoryInterface : public MemoryInterface
 {
 public:
-    QFuture<QStringList> getDataList() override { return unfinished(); }
-    QFuture<QStringList> getEventList() override { return unfinished(); }
-    QFuture<QStringList> getMicroEventList() override { return unfinished(); }
-    void watchKey(const QString&, int) override {}
-    void unwatchKey(const QString&) override {}
-    void unwatchAll() override {}
-    void startWatcher(int, int) override {}
-    void stopWatcher() override {}
-    void setGatherPeriod(int) override {}
-    void setSamplingPeriod(int) override {}
-    void isRealTimeSupported(QObject*, const char*) override {}
-
-private:
-    QFuture<QStringList> unfinished()
+    explicit SlowMemoryInterface(bool isMute)
+        : m_isMute(isMute)
     {
-        m_lists.append(QFutureInterface<QStringList>());
-        m_lists.last().reportStarted();
-        return m_lists.last().future();
+        connect(&m_gatherTimer, &QTimer::timeout, this, [this] {
+            QMap<QString, QMap<double, QVariant>> batch;
+            for (const QString& name : qAsConst(m_watchedNames))
+                batch[name].insert(++m_time, 42);
+            emit dataGathered(batch);
+        });
     }
 
-    QList<QFutureInterface<QStringList>> m_lists;
+    QFuture<QStringList> getDataList() override { return openList({QStringLiteral("Base/Odometer")}); }
+    QFuture<QStringList> getEventList() override { return openList({}); }
+    QFuture<QStringList> getMicroEventList() override { return openList({}); }
+    void watchKey(const QString& name, int) override { m_watchedNames.insert(name); }
+    void unwatchKey(const QString& name) override { m_watchedNames.remove(name); }
+    void unwatchAll() override { m_watchedNames.clear(); }
+    void startWatcher(int gatherPeriod, int) override { m_gatherTimer.start(gatherPeriod); }
+    void stopWatcher() override { m_gatherTimer.stop(); }
+    void setGatherPeriod(int period) override { m_gatherTimer.setInterval(period); }
+    void setSamplingPeriod(int) override {}
+
+    void isRealTimeSupported(QObject* receiver, const char* member) override
+    {
+        m_questions.append({receiver, member});
+        if (m_areListsFinished)
+            answer();
+    }
+
+private:
+    struct Question
+    {
+        QPointer<QObject> receiver;
+        QByteArray member;
+    };
+    struct OpenList
+    {
+        QFutureInterface<QStringList> future;
+        QStringList names;
+    };
+
+    QFuture<QStringList> openList(const QStringList& names)
+    {
+        m_lists.append({QFutureInterface<QStringList>(), names});
+        m_lists.last().future.reportStarted();
+        // Three lists for the displayed key set's catalogue, and three for velk's.
+        if (m_lists.size() == 6 && !m_isMute)
+            QTimer::singleShot(0, this, &SlowMemoryInterface::finishNewestLists);
+        return m_lists.last().future.future();
+    }
+
+    void finishNewestLists()
+    {
+        for (int i = 0; i < 3; ++i) {
+            OpenList list = m_lists.takeLast();
+            list.future.reportResult(list.names);
+            list.future.reportFinished();
+        }
+        m_areListsFinished = m_lists.isEmpty();
+        // With a pause: velk has all the time to do something too early.
+        QTimer::singleShot(300, this,
+                           m_areListsFinished ? &SlowMemoryInterface::answer : &SlowMemoryInterface::finishNewestLists);
+    }
+
+    void answer()
+    {
+        while (!m_questions.isEmpty()) {
+            const Question question = m_questions.takeLast();
+            if (question.receiver)
+                QMetaObject::invokeMethod(question.receiver, question.member.constData(), Qt::QueuedConnection,
+                                          Q_ARG(bool, true));
+        }
+    }
+
+    const bool m_isMute;
+    bool m_areListsFinished = false;
+    double m_time = 0.0;
+    QList<OpenList> m_lists;
+    QList<Question> m_questions;
+    QSet<QString> m_watchedNames;
+    QTimer m_gatherTimer;
 };
 
-// A robot that connects and is mute, or that refuses.
+// A robot that connects and is mute or tardy, or that refuses.
 class BadLink : public RobotLink
 {
 public:
-    explicit BadLink(bool isRefusing)
-        : m_isRefusing(isRefusing)
+    explicit BadLink(const QString& url)
+        : m_url(url)
     {}
-    QString url() const override { return m_isRefusing ? QStringLiteral("refusing:") : QStringLiteral("mute:"); }
+    QString url() const override { return m_url; }
     State state() const override { return m_state; }
     boost::shared_ptr<MemoryInterface> memoryInterface() override { return m_memory; }
     SampleLosses losses() const override { return {}; }
@@ -129,17 +193,18 @@ public:
 private:
     void answer()
     {
-        m_state = m_isRefusing ? Disconnected : Connected;
+        const bool isRefusing = m_url == QStringLiteral("refusing:");
+        m_state = isRefusing ? Disconnected : Connected;
         emit stateChanged(m_state);
-        if (m_isRefusing) {
+        if (isRefusing) {
             emit failed(QStringLiteral("Refused"), QStringLiteral("The robot does not let you in."));
             return;
         }
-        m_memory = boost::shared_ptr<MemoryInterface>(new MuteMemoryInterface);
+        m_memory = boost::shared_ptr<MemoryInterface>(new SlowMemoryInterface(m_url == QStringLiteral("mute:")));
         emit connectionEstablished();
     }
 
-    const bool m_isRefusing;
+    const QString m_url;
     State m_state = Disconnected;
     boost::shared_ptr<MemoryInterface> m_memory;
 };
@@ -149,8 +214,8 @@ std::unique_ptr<RobotLink> createLink(const QString& text, QString* error)
     const QUrl url(text);
     if (url.scheme() == QStringLiteral("test"))
         return testLink(QUrlQuery(url));
-    if (url.scheme() == QStringLiteral("mute") || url.scheme() == QStringLiteral("refusing"))
-        return std::make_unique<BadLink>(url.scheme() == QStringLiteral("refusing"));
+    if (QStringList{QStringLiteral("mute:"), QStringLiteral("refusing:"), QStringLiteral("tardy:")}.contains(text))
+        return std::make_unique<BadLink>(text);
     *error = QStringLiteral("No such test robot: %1").arg(text);
     return nullptr;
 }

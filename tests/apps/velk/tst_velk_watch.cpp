@@ -319,7 +319,7 @@ void TestVelkWatch::jsonLinesAreJsonLinesOnATerminalToo()
 void TestVelkWatch::aTardyRobotIsWatchedWhenItHasToldAll()
 {
     VelkRun velk;
-    velk.start(watch(QStringLiteral("Base/Odometer --period 10"), QStringLiteral("tardy:")));
+    velk.start(watch(QStringLiteral("Base/Odometer --period 200"), QStringLiteral("tardy:")));
 
     QVERIFY2(velk.waitForOutput(QStringLiteral("Base/Odometer\t42\n.*Base/Odometer\t42\n")), qPrintable(velk.output()));
     velk.sendSignal(SIGINT);

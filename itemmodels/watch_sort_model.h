@@ -12,7 +12,7 @@ namespace Velk {
 /// youngest age first. Rows without a value come first, ascending.
 ///
 /// Keeps its order while values change unless setDynamicSortFilter(true) is called: rows that change their places five
-/// times a second cannot be read. A new row is sorted in when it is added.
+/// times a second cannot be read. It sorts afresh when rows are added.
 class ITEMMODELS_EXPORT WatchSortModel : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -22,8 +22,14 @@ public:
     explicit WatchSortModel(WatchModel* source, QObject* parent = nullptr);
     ~WatchSortModel() override;
 
+    /// A WatchModel, or a model over one that gives its roles.
+    void setSourceModel(QAbstractItemModel* source) override;
+
 protected:
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
+
+private:
+    void onRowsInserted();
 };
 
 } // namespace Velk

@@ -13,6 +13,11 @@ namespace {
 
 constexpr int rootNode = 0;
 
+QString countText(int keys)
+{
+    return keys == 1 ? CatalogueTreeModel::tr("1 key") : CatalogueTreeModel::tr("%1 keys").arg(keys);
+}
+
 } // namespace
 
 CatalogueTreeModel::CatalogueTreeModel(CatalogueModel* source, QObject* parent)
@@ -384,12 +389,11 @@ QVariant CatalogueTreeModel::branchData(const Node& node, int column, int role) 
     switch (role) {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
-        return column == CatalogueModel::DescriptionColumn ? tr("%n key(s)", nullptr, node.end - node.begin)
-                                                           : QVariant();
+        return column == CatalogueModel::DescriptionColumn ? countText(node.end - node.begin) : QVariant();
     case Qt::ToolTipRole:
-        return tr("%1\n%n key(s)", nullptr, node.end - node.begin).arg(branchName(node));
+        return branchName(node) + QLatin1Char('\n') + countText(node.end - node.begin);
     case Qt::AccessibleDescriptionRole:
-        return tr("Branch with %n key(s)", nullptr, node.end - node.begin);
+        return tr("Branch, %1").arg(countText(node.end - node.begin));
     case CatalogueModel::NameRole:
         return branchName(node);
     case CatalogueModel::DescriptionRole:

@@ -183,7 +183,7 @@ QString briefListText(const QVariantList& list, const QLocale& locale, int depth
     if (!isWhole)
         elements << QString(ellipsis);
     const QString text = QLatin1Char('[') + elements.join(QLatin1String(", ")) + QLatin1Char(']');
-    return isWhole ? text : ValueText::tr("%1 (%n element(s))", nullptr, int(list.size())).arg(text);
+    return isWhole ? text : ValueText::tr("%1 (%2 in all)").arg(text, QString::number(list.size()));
 }
 
 QString briefMapText(const QVariantMap& map, const QLocale& locale, int depth)
@@ -196,7 +196,7 @@ QString briefMapText(const QVariantMap& map, const QLocale& locale, int depth)
     if (!isWhole)
         elements << QString(ellipsis);
     const QString text = QLatin1Char('{') + elements.join(QLatin1String(", ")) + QLatin1Char('}');
-    return isWhole ? text : ValueText::tr("%1 (%n element(s))", nullptr, int(map.size())).arg(text);
+    return isWhole ? text : ValueText::tr("%1 (%2 in all)").arg(text, QString::number(map.size()));
 }
 
 QString briefText(const QVariant& value, const QLocale& locale, int depth)
@@ -217,9 +217,10 @@ QString briefText(const QVariant& value, const QLocale& locale, int depth)
     case Bytes: {
         const QByteArray bytes = value.toByteArray();
         const QString start = QString::fromLatin1(bytes.left(briefByteCount).toHex(' '));
-        return bytes.size() <= briefByteCount ? start
-                                              : ValueText::tr("%1 (%n byte(s))", nullptr, int(bytes.size()))
-                                                    .arg(start + QLatin1Char(' ') + ellipsis);
+        return bytes.size() <= briefByteCount
+                   ? start
+                   : ValueText::tr("%1 (%2 bytes)")
+                         .arg(start + QLatin1Char(' ') + ellipsis, QString::number(bytes.size()));
     }
     case Time:
         return timeText(value, locale);

@@ -9,10 +9,27 @@ WatchSortModel::WatchSortModel(WatchModel* source, QObject* parent)
 {
     setSortRole(WatchModel::SortRole);
     setDynamicSortFilter(false);
-    setSourceModel(source);
+    WatchSortModel::setSourceModel(source);
 }
 
 WatchSortModel::~WatchSortModel() = default;
+
+void WatchSortModel::setSourceModel(QAbstractItemModel* source)
+{
+    if (sourceModel())
+        disconnect(sourceModel(), &QAbstractItemModel::rowsInserted, this, &WatchSortModel::onRowsInserted);
+    QSortFilterProxyModel::setSourceModel(source);
+    // After the connections of the base class: it has taken the rows in when this is called.
+    if (source)
+        connect(source, &QAbstractItemModel::rowsInserted, this, &WatchSortModel::onRowsInserted);
+}
+
+void WatchSortModel::onRowsInserted()
+{
+    // The base class appends new rows unless it sorts all the time.
+    if (!dynamicSortFilter() && sortColumn() >= 0)
+        sort(sortColumn(), sortOrder());
+}
 
 bool WatchSortModel::lessThan(const QModelIndex& left, const QModelIndex& right) const
 {

@@ -49,11 +49,12 @@ public:
 
 private:
     friend class DisplayedMemoryKeyListModel;
+    friend class NewestValues;
 
     // A set hands out its elements const, and replacing one by removing and inserting can move it: whoever walks the
     // set twice, such as a record file's header and rows, would see another order. The displayed key set therefore
     // changes a stored key where it stands. The state below is mutable for these two alone; the name stays the same.
-    void replaceValueHistory(const QMap<double, QVariant>& valueHistory) const { m_valueHistory = valueHistory; }
+    void keepNewest(const QMap<double, QVariant>& samples) const;
     void replaceAllButName(const DisplayedMemoryKey& other) const;
 
     mutable MemoryKey m_key;

@@ -14,10 +14,14 @@
 #include <QTemporaryFile>
 #include <QVariant>
 
+#include <memory>
+
 namespace Velk {
 
+class BatchMatcher;
 class ConnectionManager;
 class MemoryKeyListModel;
+class NewestValues;
 
 /// The displayed key set: the keys that the user watches on the connected robot, each with its newest value.
 ///
@@ -124,6 +128,8 @@ private:
     bool writeLine(const QByteArray& line);
     void abandonRecordFile(const QString& message);
     void reportFailedWrite();
+    BatchMatcher& batchMatcher();
+    void displayedKeysHaveChanged();
 
     ConnectionManager* m_connectionManager;
     QPointer<MemoryKeyListModel>
@@ -137,6 +143,9 @@ private:
     bool m_isRecording = false;
     double m_recordingTimeOrigin = 0.0;
     QPointer<QTemporaryFile> m_recordFile;
+    // Both hold for the displayed keys as they are: null after a change, until the next batch.
+    std::shared_ptr<BatchMatcher> m_batchMatcher;
+    std::shared_ptr<NewestValues> m_newestValues;
     int m_recordingRun = 0; // counts the recordings, to tell whether a slot has ended one and started the next
 };
 

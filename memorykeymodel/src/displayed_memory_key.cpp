@@ -11,6 +11,16 @@ DisplayedMemoryKey::DisplayedMemoryKey(const MemoryKey& key, bool displayFlag, c
     , m_valueHistory(valueHistory)
 {}
 
+void DisplayedMemoryKey::keepNewest(const QMap<double, QVariant>& samples) const
+{
+    if (samples.size() == 1) {
+        m_valueHistory = samples; // shared with the batch: nothing is allocated
+        return;
+    }
+    m_valueHistory.clear();
+    m_valueHistory.insert(samples.lastKey(), samples.last());
+}
+
 void DisplayedMemoryKey::replaceAllButName(const DisplayedMemoryKey& other) const
 {
     Q_ASSERT(m_key == other.m_key);

@@ -1,5 +1,7 @@
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 
+#include "batch_matcher.h"
+#include "newest_values.h"
 #include "record_lines.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
@@ -110,7 +112,10 @@ void DisplayedMemoryKeyListModel::addKeys(const QSet<MemoryKey>& keys)
         if (memory)
             memory->watchKey(key.name(), m_samplingPeriod);
     }
-    m_displayedKeys.unite(addedKeys);
+    if (!addedKeys.isEmpty()) {
+        m_displayedKeys.unite(addedKeys);
+        displayedKeysHaveChanged();
+    }
 
     const QPointer<DisplayedMemoryKeyListModel> self(this);
     if (!m_displayedKeys.isEmpty())
@@ -130,6 +135,7 @@ void DisplayedMemoryKeyListModel::removeKeys(const QSet<MemoryKey>& keys)
             const DisplayedMemoryKey displayed = *found;
             m_selectedKeys.remove(displayed);
             m_displayedKeys.remove(displayed);
+            displayedKeysHaveChanged();
             removedKeys.insert(displayed);
         }
         if (memory)
@@ -199,6 +205,7 @@ void DisplayedMemoryKeyListModel::onKeyListModelReady()
         }
     }
     m_displayedKeys.subtract(droppedKeys);
+    displayedKeysHaveChanged();
 
     const QPointer<DisplayedMemoryKeyListModel> self(this);
     emit keysUpdated(m_displayedKeys);
@@ -288,17 +295,25 @@ void DisplayedMemoryKeyListModel::xSetMinSamplingPeriod(int period)
 
 // Intake
 
+BatchMatcher& DisplayedMemoryKeyListModel::batchMatcher()
+{
+    if (!m_batchMatcher)
+        m_batchMatcher = std::make_shared<BatchMatcher>(m_displayedKeys);
+    return *m_batchMatcher;
+}
+
+void DisplayedMemoryKeyListModel::displayedKeysHaveChanged()
+{
+    m_batchMatcher.reset();
+    m_newestValues.reset();
+}
+
 void DisplayedMemoryKeyListModel::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
 {
     const QMap<QString, QMap<double, QVariant>> batch = data; // the sender's map may change in a slot
-    QSet<DisplayedMemoryKey> updatedKeys;
-    for (auto displayed = m_displayedKeys.begin(); displayed != m_displayedKeys.end(); ++displayed) {
-        const auto samples = batch.constFind(displayed->key().name());
-        if (samples == batch.cend() || samples->isEmpty())
-            continue;
-        displayed->replaceValueHistory({{samples->lastKey(), samples->last()}});
-        updatedKeys.insert(*displayed);
-    }
+    if (!m_newestValues)
+        m_newestValues = std::make_shared<NewestValues>();
+    const QSet<DisplayedMemoryKey> updatedKeys = m_newestValues->keep(batchMatcher().match(batch), &m_displayedKeys);
 
     const QPointer<DisplayedMemoryKeyListModel> self(this);
     emit keysUpdated(updatedKeys);

@@ -213,7 +213,7 @@ QVariant CatalogueModel::data(const QModelIndex& index, int role) const
         }
         break;
     case Qt::ToolTipRole:
-        return tr("%1\n%2\n%3").arg(key.name(), key.description(), key.natureToString());
+        return QStringList{key.name(), key.description(), key.natureToString()}.join(QLatin1Char('\n'));
     case Qt::AccessibleDescriptionRole:
         return isSelected(key) ? tr("Key of nature %1, selected").arg(key.natureToString())
                                : tr("Key of nature %1").arg(key.natureToString());

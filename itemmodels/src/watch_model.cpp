@@ -578,7 +578,7 @@ QVariant WatchModel::data(const QModelIndex& index, int role) const
             return ValueText::full(row.shown.value);
         if (index.column() == ColorColumn)
             return DistinctColors::nameOf(row.color);
-        return tr("%1\n%2\n%3").arg(row.key.name(), row.key.description(), row.key.natureToString());
+        return QStringList{row.key.name(), row.key.description(), row.key.natureToString()}.join(QLatin1Char('\n'));
     case Qt::AccessibleTextRole:
         return accessibleText(row, index.column());
     case Qt::AccessibleDescriptionRole:

@@ -17,6 +17,7 @@
 
 namespace Velk {
 
+class ConnectionManager;
 class MemoryInterface;
 
 /// One sample of a key.
@@ -64,7 +65,8 @@ private:
 ///
 /// The samples of a key ascend by time. One that has the time of another replaces it, and one that comes late is put in
 /// its place. When the robot's clock starts again, in that a sample is older than all that are kept or goes back over a
-/// gap, the samples of before have no place on its axis any more and are dropped.
+/// gap, the samples of before have no place on its axis any more and are dropped. A time stamp that is no finite number
+/// is ignored.
 ///
 /// Lives on the displayed key set's thread.
 class ITEMMODELS_EXPORT SampleHistory : public QObject
@@ -133,6 +135,7 @@ private:
     void dropFirst(Ring& ring, size_t count);
 
     QPointer<DisplayedMemoryKeyListModel> m_displayedKeys;
+    QPointer<ConnectionManager> m_connectionManager;
     QPointer<MemoryInterface> m_attachedTo; // guarded, and only to tell whether it is still the one: never called
     QHash<QString, Ring> m_rings;           // one for each displayed key
     int m_maximumCount = 10000;

@@ -203,7 +203,8 @@ private:
 
     QPointer<DisplayedMemoryKeyListModel> m_displayedKeys;
     std::vector<Row> m_rows;
-    QHash<QString, int> m_rowByName;
+    mutable QHash<QString, int> m_rowByName;
+    mutable bool m_isIndexed = true;          // whether m_rowByName tells the truth
     QHash<QString, Appearance> m_appearances; // of displayed keys, and of any other that one was set for
     QTimer m_updateTimer;
     QTimer m_ageTimer;

@@ -182,11 +182,11 @@ void CatalogueFilterModel::continuePass(int budgetMs)
 {
     if (!m_pass)
         return;
+    QElapsedTimer clock;
+    clock.start();
     if (m_source && m_pass->pattern->wantsFoldedName() && !m_pass->pattern->acceptsEverything() && !m_foldedNames)
         m_foldedNames = std::make_unique<FoldedNames>(*m_source);
 
-    QElapsedTimer clock;
-    clock.start();
     const NamePattern& pattern = *m_pass->pattern;
     const bool readsFoldedNames = pattern.wantsFoldedName() && m_foldedNames;
     const bool takesAllNames = pattern.acceptsEverything();

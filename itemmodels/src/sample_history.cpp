@@ -5,6 +5,7 @@
 #include <robotconnection/memory_interface.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace Velk {
@@ -40,20 +41,20 @@ void SampleHistory::setDisplayedKeys(DisplayedMemoryKeyListModel* displayedKeys)
     if (m_displayedKeys == displayedKeys && displayedKeys)
         return;
     detach();
-    if (m_displayedKeys) {
+    if (m_displayedKeys)
         m_displayedKeys->disconnect(this);
-        m_displayedKeys->connectionManager()->disconnect(this);
-    }
+    if (m_connectionManager)
+        m_connectionManager->disconnect(this);
     m_rings.clear();
     clear();
     m_displayedKeys = displayedKeys;
+    m_connectionManager = displayedKeys ? displayedKeys->connectionManager() : nullptr;
     if (!m_displayedKeys)
         return;
 
-    ConnectionManager* const manager = m_displayedKeys->connectionManager();
     for (auto signal : {&ConnectionManager::connectionEstablished, &ConnectionManager::connectionLost,
                         &ConnectionManager::disconnected})
-        connect(manager, signal, this, &SampleHistory::onConnectionChanged);
+        connect(m_connectionManager, signal, this, &SampleHistory::onConnectionChanged);
     connect(m_displayedKeys, &DisplayedMemoryKeyListModel::keysAdded, this, &SampleHistory::onKeysAdded);
     connect(m_displayedKeys, &DisplayedMemoryKeyListModel::keysRemoved, this, &SampleHistory::onKeysRemoved);
     connect(m_displayedKeys, &DisplayedMemoryKeyListModel::keysUpdated, this, &SampleHistory::onKeysUpdated);
@@ -72,7 +73,7 @@ void SampleHistory::attach()
 {
     if (!m_displayedKeys)
         return;
-    const boost::shared_ptr<MemoryInterface> memory = m_displayedKeys->connectionManager()->memoryInterface();
+    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
     if (memory && memory.get() == m_attachedTo)
         return;
     detach();
@@ -179,6 +180,8 @@ void SampleHistory::onDataGathered(const QMap<QString, QMap<double, QVariant>>& 
 
 void SampleHistory::insert(Ring& ring, double time, const QVariant& value)
 {
+    if (!std::isfinite(time))
+        return; // it has no place on an axis
     std::vector<HistorySample>& samples = ring.samples;
     HistorySample sample;
     sample.time = time;
@@ -188,24 +191,26 @@ void SampleHistory::insert(Ring& ring, double time, const QVariant& value)
     if (first == samples.end() || samples.back().time < time) {
         sample.isAfterGap = ring.isGapOpen;
         samples.push_back(std::move(sample));
+        ring.isGapOpen = false;
     } else if (ring.isGapOpen ? time < samples.back().time : time < first->time) {
         // The robot's clock has started again.
         samples.clear();
         ring.unused = 0;
         sample.isAfterGap = true;
         samples.push_back(std::move(sample));
+        ring.isGapOpen = false;
         m_newestTime = time;
     } else {
         const auto next = std::lower_bound(first, samples.end(), time,
                                            [](const HistorySample& other, double t) { return other.time < t; });
         if (next->time == time) {
+            // Told once more, perhaps after a gap: that one stays open for the first new sample.
             sample.isAfterGap = next->isAfterGap;
             *next = std::move(sample);
         } else {
             samples.insert(next, std::move(sample));
         }
     }
-    ring.isGapOpen = false;
     m_newestTime = std::max(m_newestTime, time);
 }
 
@@ -281,7 +286,8 @@ HistorySpan SampleHistory::samples(const QString& name, double from, double to) 
 
 quint64 SampleHistory::revision(const QString& name) const
 {
-    return m_rings.value(name).revision;
+    const auto ring = m_rings.constFind(name);
+    return ring == m_rings.cend() ? 0 : ring->revision;
 }
 
 } // namespace Velk

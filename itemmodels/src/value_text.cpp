@@ -108,7 +108,7 @@ QString realText(double value, int digits, const QLocale& locale)
     if (std::isinf(value))
         return value < 0 ? QStringLiteral("\u2212\u221e") : QStringLiteral("\u221e");
     const double magnitude = std::fabs(value);
-    if (magnitude >= 1e6 && magnitude < 1e15 && digits == significantDigits)
+    if (magnitude >= 999999.5 && magnitude < 1e15 && digits == significantDigits)
         return locale.toString(value, 'f', 0); // all digits before the point are better read than an exponent
     return locale.toString(value, 'g', digits);
 }

@@ -96,6 +96,13 @@ void WatchModel::setDisplayedKeys(DisplayedMemoryKeyListModel* displayedKeys)
 
 int WatchModel::row(const QString& name) const
 {
+    if (!m_isIndexed) {
+        m_rowByName.clear();
+        m_rowByName.reserve(count());
+        for (int row = 0; row < count(); ++row)
+            m_rowByName.insert(key(row).name(), row);
+        m_isIndexed = true;
+    }
     return m_rowByName.value(name, -1);
 }
 
@@ -132,11 +139,11 @@ void WatchModel::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
     // names all keys then, so a change shows in the count or in a name.
     bool isChanged = m_displayedKeys->displayedKeys().size() != count();
     for (const DisplayedMemoryKey& displayed : keys) {
-        const auto row = m_rowByName.constFind(displayed.key().name());
-        if (row == m_rowByName.cend())
+        const int row = this->row(displayed.key().name());
+        if (row < 0)
             isChanged = true;
         else
-            updateRow(m_rows[size_t(*row)], displayed);
+            updateRow(m_rows[size_t(row)], displayed);
     }
     if (isChanged)
         synchronise();
@@ -158,7 +165,7 @@ void WatchModel::reset()
         return;
     beginResetModel();
     m_rows.clear();
-    m_rowByName.clear();
+    m_isIndexed = false;
     endResetModel();
     emit countChanged();
 }
@@ -180,7 +187,7 @@ void WatchModel::appendKeys(QSet<DisplayedMemoryKey> keys)
 {
     std::vector<const DisplayedMemoryKey*> added;
     for (const DisplayedMemoryKey& displayed : qAsConst(keys)) {
-        if (!m_rowByName.contains(displayed.key().name()))
+        if (row(displayed.key().name()) < 0)
             added.push_back(&displayed);
     }
     if (added.empty())
@@ -222,9 +229,9 @@ void WatchModel::removeKeys(const QSet<QString>& names, bool isForgotten)
 {
     std::vector<int> rows;
     for (const QString& name : names) {
-        const auto row = m_rowByName.constFind(name);
-        if (row != m_rowByName.cend())
-            rows.push_back(*row);
+        const int row = this->row(name);
+        if (row >= 0)
+            rows.push_back(row);
         if (isForgotten)
             forgetUnchosenColor(name);
     }
@@ -240,14 +247,13 @@ void WatchModel::removeKeys(const QSet<QString>& names, bool isForgotten)
         const int first = rows[begin];
         const int last = rows[end - 1];
         beginRemoveRows(QModelIndex(), first, last);
-        for (int row = first; row <= last; ++row)
-            m_rowByName.remove(key(row).name());
         m_rows.erase(m_rows.begin() + first, m_rows.begin() + last + 1);
-        for (int row = first; row < count(); ++row)
-            m_rowByName[key(row).name()] = row;
+        m_isIndexed = false; // made again when it is asked for, and not for every run
         endRemoveRows();
         end = begin;
     }
+    if (m_rows.empty())
+        m_ageTimer.stop();
     emit countChanged();
 }
 
@@ -339,18 +345,11 @@ void WatchModel::flush()
 
 void WatchModel::emitChanges(int first, int last, int changes)
 {
-    static const QVector<int> ageRoles{Qt::DisplayRole, Qt::AccessibleTextRole, AgeRole, AgeTextRole, SortRole};
-    static const QVector<int> valueRoles{Qt::DisplayRole,
-                                         Qt::ToolTipRole,
-                                         Qt::AccessibleTextRole,
-                                         Qt::TextAlignmentRole,
-                                         ValueRole,
-                                         ValueTextRole,
-                                         TimeRole,
-                                         TimeTextRole,
-                                         AgeRole,
-                                         AgeTextRole,
-                                         SortRole};
+    static const QVector<int> ageRoles{Qt::DisplayRole, Qt::EditRole, Qt::AccessibleTextRole,
+                                       AgeRole,         AgeTextRole,  SortRole};
+    static const QVector<int> valueRoles{Qt::DisplayRole,       Qt::EditRole, Qt::ToolTipRole, Qt::AccessibleTextRole,
+                                         Qt::TextAlignmentRole, ValueRole,    ValueTextRole,   TimeRole,
+                                         TimeTextRole,          AgeRole,      AgeTextRole,     SortRole};
     switch (changes) {
     case AgeChange:
         emit dataChanged(index(first, AgeColumn), index(last, AgeColumn), ageRoles);

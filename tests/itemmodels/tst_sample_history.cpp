@@ -50,6 +50,7 @@ private Q_SLOTS:
     void marksTheGapOfAWatcherThatTheApplicationStopped();
     void marksTheGapOfASilentWatcher();
     void marksNoGapBeforeTheFirstSample();
+    void keepsAGapOpenWhenTheLastSampleIsToldOnceMore();
     void listensToTheInterfaceOfEachConnection();
     void listensOnceToAnInterfaceThatComesBack();
     void listensToAnInterfaceThatComesLate();
@@ -62,6 +63,7 @@ private Q_SLOTS:
     void putsALateSampleInItsPlace();
     void startsAgainWithTheRobotsClock();
     void startsAgainWithAClockThatJumpedBack();
+    void ignoresATimeThatIsNoFiniteNumber();
     void countsRevisions();
     void followsAnotherSet();
     void isEmptyWhenTheSetDies();
@@ -270,6 +272,19 @@ void TestSampleHistory::marksNoGapBeforeTheFirstSample()
     QCOMPARE(gap.count(), 0);
 }
 
+void TestSampleHistory::keepsAGapOpenWhenTheLastSampleIsToldOnceMore()
+{
+    TestedHistory tested;
+    tested.robot.display(list("A"));
+    tested.robot.deliver({{text("A"), {{1.0, 1}, {2.0, 2}}}});
+
+    tested.history.markGap();
+    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
+    tested.robot.deliver({{text("A"), {{9.0, 9}}}});
+
+    QCOMPARE(tested.samples("A"), text("1=1 2=2 | 9=9"));
+}
+
 void TestSampleHistory::listensToTheInterfaceOfEachConnection()
 {
     TestedHistory tested;
@@ -432,6 +447,18 @@ void TestSampleHistory::startsAgainWithAClockThatJumpedBack()
     tested.robot.deliver({{text("A"), {{50.0, 3}, {51.0, 4}}}});
 
     QCOMPARE(tested.samples("A"), text("| 50=3 51=4"));
+}
+
+void TestSampleHistory::ignoresATimeThatIsNoFiniteNumber()
+{
+    TestedHistory tested;
+    tested.robot.display(list("A"));
+
+    tested.robot.deliver({{text("A"), {{-HUGE_VAL, 0}, {1.0, 1}, {HUGE_VAL, 2}}}});
+    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
+
+    QCOMPARE(tested.samples("A"), text("1=1 2=2"));
+    QCOMPARE(tested.history.newestTime(), 2.0);
 }
 
 void TestSampleHistory::countsRevisions()

@@ -53,6 +53,7 @@ void TestValueText::showsAValueInBrief_data()
     QTest::newRow("a whole real number") << QVariant(5.0) << text("5");
     QTest::newRow("a small number") << QVariant(0.0000123456789) << text("1.23457e-05");
     QTest::newRow("a big number") << QVariant(1711286123.75) << text("1711286124");
+    QTest::newRow("rounded up to seven digits") << QVariant(999999.75) << text("1000000");
     QTest::newRow("a huge number") << QVariant(1.5e20) << text("1.5e+20");
     QTest::newRow("a float") << QVariant(0.1f) << text("0.1");
     QTest::newRow("not a number") << QVariant(std::nan("")) << text("NaN");

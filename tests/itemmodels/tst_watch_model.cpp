@@ -48,6 +48,7 @@ private Q_SLOTS:
     void showsKeysThatWereDisplayedBefore();
     void addsKeysAtTheEndInPathOrder();
     void removesTheRowsOfRemovedKeys();
+    void removesManyRunsOfRows();
     void showsTheNewestValue();
     void tellsOfNewValuesAtTheEndOfTheInterval();
     void tellsOnceOfManyBatches();
@@ -135,6 +136,26 @@ void TestWatchModel::removesTheRowsOfRemovedKeys()
     QCOMPARE(removed.count(), 2);
     QCOMPARE(tested.model.row(text("E")), 1);
     QCOMPARE(tested.model.row(text("C")), -1);
+}
+
+void TestWatchModel::removesManyRunsOfRows()
+{
+    TestedWatch tested;
+    QStringList names;
+    QStringList removedNames;
+    QStringList keptNames;
+    for (int i = 0; i < 300; ++i) {
+        names << QStringLiteral("K%1").arg(i);
+        (i % 2 ? removedNames : keptNames) << names.last();
+    }
+    tested.robot.display(names);
+
+    tested.robot.keys->removeKeys(keySet(removedNames));
+
+    QCOMPARE(columnText(tested.model, WatchModel::NameColumn), keptNames);
+    for (int row = 0; row < keptNames.size(); ++row)
+        QCOMPARE(tested.model.row(keptNames.at(row)), row);
+    QCOMPARE(tested.model.row(removedNames.first()), -1);
 }
 
 void TestWatchModel::showsTheNewestValue()

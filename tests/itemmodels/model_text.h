@@ -42,14 +42,14 @@ inline QStringList rowsText(const QAbstractItemModel& model)
     return rows;
 }
 
-/// The first column of a tree, a dot before each item for each level that it lies below the top.
-inline QStringList treeText(const QAbstractItemModel& model, const QModelIndex& parent = QModelIndex(), int level = 0)
+/// A column of a tree, a dot before each item for each level that it lies below the top.
+inline QStringList treeText(const QAbstractItemModel& model, int column = 0, const QModelIndex& parent = QModelIndex(),
+                            int level = 0)
 {
     QStringList items;
     for (int row = 0; row < model.rowCount(parent); ++row) {
-        const QModelIndex item = model.index(row, 0, parent);
-        items << QString(level, QLatin1Char('.')) + item.data().toString();
-        items << treeText(model, item, level + 1);
+        items << QString(level, QLatin1Char('.')) + model.index(row, column, parent).data().toString();
+        items << treeText(model, column, model.index(row, 0, parent), level + 1);
     }
     return items;
 }

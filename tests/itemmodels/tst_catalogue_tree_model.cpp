@@ -191,6 +191,7 @@ void TestCatalogueTreeModel::insertsAKey_data()
     QTest::addColumn<QStringList>("expected");
 
     QTest::newRow("first") << text("Aa") << list("Aa|Arm|.Elbow|..x|.Wrist|Leg");
+    QTest::newRow("after a branch") << text("Back") << list("Arm|.Elbow|..x|.Wrist|Back|Leg");
     QTest::newRow("last") << text("Toe") << list("Arm|.Elbow|..x|.Wrist|Leg|Toe");
     QTest::newRow("first of a branch") << text("Arm/Ab") << list("Arm|.Ab|.Elbow|..x|.Wrist|Leg");
     QTest::newRow("in a branch") << text("Arm/Palm") << list("Arm|.Elbow|..x|.Palm|.Wrist|Leg");
@@ -218,6 +219,10 @@ void TestCatalogueTreeModel::insertsAKey()
     QVERIFY(tested.tree.isKey(item));
     QCOMPARE(item.data(CatalogueModel::NameRole).toString(), name);
     QCOMPARE(item.sibling(item.row(), 2).data().toString(), text("UNKNOWN"));
+    // Each branch tells how many keys it has, as a tree does that is made now.
+    const CatalogueTreeModel fresh(&tested.source);
+    QCOMPARE(treeText(tested.tree, CatalogueModel::DescriptionColumn),
+             treeText(fresh, CatalogueModel::DescriptionColumn));
     QCOMPARE(reset.count(), 0);
 }
 

@@ -5,7 +5,6 @@
 #include <memorykeymodel/memory_key.h>
 #include <memorykeymodel/memorykeymodel_export.h>
 
-#include <QByteArray>
 #include <QMap>
 #include <QObject>
 #include <QPointer>
@@ -15,6 +14,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <string>
 
 namespace Velk {
 
@@ -125,7 +125,7 @@ private:
     void xSetMinSamplingPeriod(int period);
     void xSetRecording(bool isRecording);
     void recordData(const QMap<QString, QMap<double, QVariant>>& data);
-    bool writeLine(const QByteArray& line);
+    bool writeLine(const std::string& line);
     void abandonRecordFile(const QString& message);
     void reportFailedWrite();
     BatchMatcher& batchMatcher();

@@ -360,14 +360,20 @@ void DisplayedMemoryKeyListModel::startRecording()
 
 void DisplayedMemoryKeyListModel::recordData(const QMap<QString, QMap<double, QVariant>>& data)
 {
-    const RecordRows rows = recordRows(m_displayedKeys, data);
-    if (m_recordingTimeOrigin == 0.0 && !rows.isEmpty())
-        m_recordingTimeOrigin = rows.firstKey();
+    const QMap<QString, QMap<double, QVariant>> batch = data; // the cells point into it
+    const int columnCount = int(m_displayedKeys.size());
+    const RecordCells cells = recordCells(batchMatcher().match(batch), columnCount);
+    if (m_recordingTimeOrigin == 0.0 && !cells.empty())
+        m_recordingTimeOrigin = cells.front().time;
 
     const int run = m_recordingRun;
     const QPointer<DisplayedMemoryKeyListModel> self(this);
-    for (auto row = rows.cbegin(); row != rows.cend(); ++row) {
-        if (writeLine(recordLine(row.key() - m_recordingTimeOrigin, row.value())))
+    std::string line; // one for all rows: it keeps its memory
+    for (auto row = cells.cbegin(); row != cells.cend();) {
+        const auto rowEnd = endOfRow(row, cells.cend());
+        makeRecordLine(&line, row->time - m_recordingTimeOrigin, row, rowEnd, columnCount);
+        row = rowEnd;
+        if (writeLine(line))
             continue;
         reportFailedWrite();
         if (self)
@@ -410,9 +416,9 @@ void DisplayedMemoryKeyListModel::xSetRecording(bool isRecording)
     emit recording(isRecording);
 }
 
-bool DisplayedMemoryKeyListModel::writeLine(const QByteArray& line)
+bool DisplayedMemoryKeyListModel::writeLine(const std::string& line)
 {
-    return m_recordFile && m_recordFile->write(line) == line.size();
+    return m_recordFile && m_recordFile->write(line.data(), qint64(line.size())) == qint64(line.size());
 }
 
 void DisplayedMemoryKeyListModel::abandonRecordFile(const QString& message)

@@ -1,84 +1,75 @@
 #include "record_lines.h"
 
-#include <QMetaType>
+#include "number_text.h"
+#include "value_text.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace Velk {
 
 namespace {
 
-QString quoted(QString text)
+// As QMap sorts time stamps, and with a place for what is no number.
+bool isEarlier(double a, double b)
 {
-    const QChar quote = QLatin1Char('"');
-    return quote + text.replace(quote, QStringLiteral("\"\"")) + quote;
-}
-
-// The types whose text stands in its cell as it is. The one-byte character types are numbers to Qt's conversions but
-// characters to those who write them: they are quoted like text.
-bool isWrittenUnquoted(int type)
-{
-    switch (type) {
-    case QMetaType::UnknownType:
-    case QMetaType::Bool:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-    case QMetaType::VoidStar:
-    case QMetaType::Long:
-    case QMetaType::Short:
-    case QMetaType::ULong:
-    case QMetaType::UShort:
-    case QMetaType::Float:
-        return true;
-    default:
-        return false;
-    }
-}
-
-QString cellText(const QVariant& value)
-{
-    const QString text = value.toString();
-    return isWrittenUnquoted(value.userType()) ? text : quoted(text);
+    return a < b || (std::isnan(b) && !std::isnan(a));
 }
 
 } // namespace
 
-QByteArray recordHeader(const QSet<DisplayedMemoryKey>& columns)
+std::string recordHeader(const QSet<DisplayedMemoryKey>& columns)
 {
-    QString header = QStringLiteral("Time");
-    for (const DisplayedMemoryKey& column : columns)
-        header += QLatin1Char(';') + quoted(column.key().name());
-    header += QLatin1Char('\n');
-    return header.toUtf8();
-}
-
-RecordRows recordRows(const QSet<DisplayedMemoryKey>& columns, const QMap<QString, QMap<double, QVariant>>& batch)
-{
-    RecordRows rows;
-    int columnIndex = 0;
+    std::string header = "Time";
     for (const DisplayedMemoryKey& column : columns) {
-        const auto samples = batch.constFind(column.key().name());
-        if (samples != batch.cend()) {
-            for (auto sample = samples->cbegin(); sample != samples->cend(); ++sample) {
-                QVector<QString>& cells = rows[sample.key()];
-                if (cells.isEmpty())
-                    cells.resize(columns.size());
-                cells[columnIndex] = cellText(sample.value());
-            }
-        }
-        ++columnIndex;
+        header += ';';
+        appendQuoted(&header, column.key().name());
     }
-    return rows;
+    header += '\n';
+    return header;
 }
 
-QByteArray recordLine(double time, const QVector<QString>& cells)
+RecordCells recordCells(const std::vector<BatchMatcher::Match>& matches, int columnCount)
 {
-    QString line = QString::number(time, 'g', 6);
-    for (const QString& cell : cells)
-        line += QLatin1Char(';') + cell;
-    line += QLatin1Char('\n');
-    return line.toUtf8();
+    std::vector<const QMap<double, QVariant>*> samplesByColumn(std::size_t(columnCount), nullptr);
+    for (const BatchMatcher::Match& match : matches)
+        samplesByColumn[std::size_t(match.place)] = match.samples;
+
+    RecordCells cells;
+    cells.reserve(matches.size());
+    for (int column = 0; column < columnCount; ++column) {
+        if (const QMap<double, QVariant>* const samples = samplesByColumn[std::size_t(column)]) {
+            for (auto sample = samples->cbegin(); sample != samples->cend(); ++sample)
+                cells.push_back({sample.key(), column, &*sample});
+        }
+    }
+    // Most robots sample all keys at one time: the cells are sorted as they are.
+    const auto comesFirst = [](const RecordCell& a, const RecordCell& b) {
+        return isEarlier(a.time, b.time) || (!isEarlier(b.time, a.time) && a.column < b.column);
+    };
+    if (!std::is_sorted(cells.cbegin(), cells.cend(), comesFirst))
+        std::sort(cells.begin(), cells.end(), comesFirst);
+    return cells;
+}
+
+RecordCells::const_iterator endOfRow(RecordCells::const_iterator row, RecordCells::const_iterator end)
+{
+    return std::find_if(row, end, [row](const RecordCell& cell) { return isEarlier(row->time, cell.time); });
+}
+
+void makeRecordLine(std::string* line, double time, RecordCells::const_iterator row, RecordCells::const_iterator rowEnd,
+                    int columnCount)
+{
+    line->clear();
+    appendSixDigits(line, time);
+    int column = -1;
+    for (; row != rowEnd; ++row) {
+        line->append(std::size_t(row->column - column), ';');
+        column = row->column;
+        appendValue(line, *row->value);
+    }
+    line->append(std::size_t(columnCount - 1 - column), ';');
+    line->push_back('\n');
 }
 
 } // namespace Velk

@@ -1,0 +1,17 @@
+#ifndef TESTS_SUPPORT_FUZZ_TIME_H
+#define TESTS_SUPPORT_FUZZ_TIME_H
+
+#include <QDeadlineTimer>
+#include <QtGlobal>
+
+namespace Velk {
+
+/// How long a randomised test goes on: a second, or as many as the environment says (MEMORYKEYMODEL_FUZZ_SECONDS).
+inline QDeadlineTimer fuzzTime()
+{
+    return QDeadlineTimer(1000 * qMax(1, qEnvironmentVariableIntValue("MEMORYKEYMODEL_FUZZ_SECONDS")));
+}
+
+} // namespace Velk
+
+#endif

@@ -48,9 +48,11 @@ QMap<int, ProcText::CpuTimes> ProcText::cpuTimes(const QByteArray& stat)
         if (fields.size() < 5)
             continue;
         bool isNumbered = true;
+        bool isIdleKnown = false;
         const QByteArray number = fields.first().mid(3);
         const int cpu = number.isEmpty() ? allCpus : number.toInt(&isNumbered);
-        if (!isNumbered)
+        fields.at(4).toULongLong(&isIdleKnown);
+        if (!isNumbered || !isIdleKnown)
             continue;
         const auto field = [&fields](int index) { return fields.value(index).toULongLong(); };
         cpus.insert(cpu, {field(1) + field(2), field(3) + field(6) + field(7) + field(8), field(5), field(4)});

@@ -262,6 +262,30 @@ private Q_SLOTS:
         QCOMPARE(f.failed->at(0).at(0).toString(), QStringLiteral("Not connected to a robot"));
     }
 
+    void aFailureThatRepeatsIsToldOnce()
+    {
+        Fixture f;
+        const QString title = QStringLiteral("Not reached");
+
+        emit f.link->failed(title, QStringLiteral("No answer."));
+        emit f.link->failed(title, QStringLiteral("No answer."));
+        QCOMPARE(f.failed->count(), 1);
+
+        emit f.link->failed(title, QStringLiteral("Refused."));
+        QCOMPARE(f.failed->count(), 2);
+    }
+
+    void theSameFailureIsNewsAfterAConnection()
+    {
+        Fixture f;
+        emit f.link->failed(QStringLiteral("Lost"), QStringLiteral("Gone."));
+
+        f.link->establish();
+        emit f.link->failed(QStringLiteral("Lost"), QStringLiteral("Gone."));
+
+        QCOMPARE(f.failed->count(), 2);
+    }
+
     void closingTheRobotStopsTheWatcher()
     {
         Fixture f;

@@ -1,5 +1,7 @@
 #include "translations.h"
 
+#include <itemmodels/item_model_translator.h>
+
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
@@ -24,6 +26,10 @@ void installTranslations(QCoreApplication* application, const QLocale& locale)
     };
     // The texts of Qt's own dialogs, where they are installed.
     install(locale, QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    if (std::unique_ptr<QTranslator> itemModels = createItemModelTranslator(locale)) {
+        itemModels->setParent(application);
+        QCoreApplication::installTranslator(itemModels.release());
+    }
     // English has its plurals there; the newest translator is asked first.
     install(QLocale(QLocale::English), QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));
     install(locale, QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));

@@ -87,53 +87,46 @@ Schaffen Sie Platz auf dem Datenträger von %4, bevor Sie wieder aufzeichnen.</t
     </message>
 </context>
 <context>
-    <name>Velk::CatalogueFilterModel</name>
+    <name>Velk</name>
     <message>
-        <source>&quot;%1&quot; is not a regular expression yet: %2</source>
-        <translation>„%1“ ist noch kein regulärer Ausdruck: %2</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::CatalogueModel</name>
-    <message>
-        <source>%1
-%2
-%3</source>
-        <translation>%1
-%2
-%3</translation>
+        <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
+        <translation>Die Passwortdatei %1 gibt es nicht, oder sie ist keine gewöhnliche Datei: Berichtigen Sie den Pfad in der URL.</translation>
     </message>
     <message>
-        <source>Key of nature %1, selected</source>
-        <translation>Schlüssel der Art %1, ausgewählt</translation>
+        <source>The password file %1 cannot be read (%2): check its permissions.</source>
+        <translation>Die Passwortdatei %1 kann nicht gelesen werden (%2): Prüfen Sie ihre Zugriffsrechte.</translation>
     </message>
     <message>
-        <source>Key of nature %1</source>
-        <translation>Schlüssel der Art %1</translation>
+        <source>The password file %1 is longer than %2 bytes: it must hold the password and nothing else.</source>
+        <translation>Die Passwortdatei %1 ist länger als %2 Bytes: Sie darf nur das Passwort enthalten.</translation>
     </message>
     <message>
-        <source>Name</source>
-        <translation>Name</translation>
+        <source>The password file %1 is empty: it must hold the password.</source>
+        <translation>Die Passwortdatei %1 ist leer: Sie muss das Passwort enthalten.</translation>
     </message>
     <message>
-        <source>The key&apos;s name in the robot&apos;s memory</source>
-        <translation>Der Name des Schlüssels im Speicher des Roboters</translation>
+        <source>The environment variable %1, which is to hold the password, is not set.</source>
+        <translation>Die Umgebungsvariable %1, die das Passwort enthalten soll, ist nicht gesetzt.</translation>
     </message>
     <message>
-        <source>Description</source>
-        <translation>Beschreibung</translation>
+        <source>The file %1 cannot be read: %2.</source>
+        <translation>Die Datei %1 kann nicht gelesen werden: %2.</translation>
     </message>
     <message>
-        <source>What is known about the key</source>
-        <translation>Was über den Schlüssel bekannt ist</translation>
+        <source>This installation of Qt has no TLS: install OpenSSL.</source>
+        <translation>Diese Qt-Installation hat kein TLS: Installieren Sie OpenSSL.</translation>
     </message>
     <message>
-        <source>Nature</source>
-        <translation>Art</translation>
+        <source>The ca-file %1 holds no certificate in PEM form.</source>
+        <translation>Die Datei %1 (ca-file) enthält kein Zertifikat im PEM-Format.</translation>
     </message>
     <message>
-        <source>Whether the robot lists the key as data, as an event, or not at all</source>
-        <translation>Ob der Roboter den Schlüssel als Datum, als Ereignis oder gar nicht aufführt</translation>
+        <source>The cert-file %1 holds no certificate in PEM form.</source>
+        <translation>Die Datei %1 (cert-file) enthält kein Zertifikat im PEM-Format.</translation>
+    </message>
+    <message>
+        <source>%1 holds no private key in PEM form that is not encrypted.</source>
+        <translation>%1 enthält keinen unverschlüsselten privaten Schlüssel im PEM-Format.</translation>
     </message>
 </context>
 <context>
@@ -205,37 +198,6 @@ Schaffen Sie Platz auf dem Datenträger von %4, bevor Sie wieder aufzeichnen.</t
     <message>
         <source>%L1 of %L2 keys</source>
         <translation>%L1 von %L2 Schlüsseln</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::CatalogueTreeModel</name>
-    <message>
-        <source>(no name)</source>
-        <translation>(ohne Namen)</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n key(s)</source>
-        <translation>
-            <numerusform>%n Schlüssel</numerusform>
-            <numerusform>%n Schlüssel</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1
-%n key(s)</source>
-        <translation>
-            <numerusform>%1
-%n Schlüssel</numerusform>
-            <numerusform>%1
-%n Schlüssel</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Branch with %n key(s)</source>
-        <translation>
-            <numerusform>Zweig mit %n Schlüssel</numerusform>
-            <numerusform>Zweig mit %n Schlüsseln</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -339,65 +301,6 @@ Please move your recorded data to another disk.</source>
         <translation>Die Daten konnten nicht geschrieben werden.
 Der Datenträger ist vielleicht voll oder nicht erreichbar.
 Bitte verschieben Sie die aufgezeichneten Daten auf einen anderen Datenträger.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::DistinctColors</name>
-    <message>
-        <source>blue</source>
-        <translation>Blau</translation>
-    </message>
-    <message>
-        <source>vermilion</source>
-        <translation>Zinnober</translation>
-    </message>
-    <message>
-        <source>bluish green</source>
-        <translation>Blaugrün</translation>
-    </message>
-    <message>
-        <source>reddish purple</source>
-        <translation>Purpurrot</translation>
-    </message>
-    <message>
-        <source>orange</source>
-        <translation>Orange</translation>
-    </message>
-    <message>
-        <source>sky blue</source>
-        <translation>Himmelblau</translation>
-    </message>
-    <message>
-        <source>violet</source>
-        <translation>Violett</translation>
-    </message>
-    <message>
-        <source>brown</source>
-        <translation>Braun</translation>
-    </message>
-    <message>
-        <source>light green</source>
-        <translation>Hellgrün</translation>
-    </message>
-    <message>
-        <source>dark grey</source>
-        <translation>Dunkelgrau</translation>
-    </message>
-    <message>
-        <source>lavender</source>
-        <translation>Lavendel</translation>
-    </message>
-    <message>
-        <source>crimson</source>
-        <translation>Karmesin</translation>
-    </message>
-    <message>
-        <source>pink</source>
-        <translation>Rosa</translation>
-    </message>
-    <message>
-        <source>indigo</source>
-        <translation>Indigo</translation>
     </message>
 </context>
 <context>
@@ -880,6 +783,381 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     </message>
 </context>
 <context>
+    <name>Velk::RedisConnection</name>
+    <message>
+        <source>Redis: master switched</source>
+        <translation>Redis: Master gewechselt</translation>
+    </message>
+    <message>
+        <source>%1 is not the master of &quot;%2&quot; any more. The sentinels are asked for the new one.</source>
+        <translation>%1 ist nicht mehr der Master von „%2“. Die Sentinels werden nach dem neuen gefragt.</translation>
+    </message>
+    <message>
+        <source>Redis: no answer</source>
+        <translation>Redis: keine Antwort</translation>
+    </message>
+    <message>
+        <source>%1 has not answered for %2 seconds. Check the server and the network.</source>
+        <translation>%1 antwortet seit %2 Sekunden nicht. Prüfen Sie den Server und das Netz.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisConnector</name>
+    <message>
+        <source>Redis: TLS not possible</source>
+        <translation>Redis: TLS nicht möglich</translation>
+    </message>
+    <message>
+        <source>Redis: no password</source>
+        <translation>Redis: kein Passwort</translation>
+    </message>
+    <message>
+        <source>Redis: no master</source>
+        <translation>Redis: kein Master</translation>
+    </message>
+    <message>
+        <source>The sentinel %1 knows no master of the service &quot;%2&quot;. Check the service&apos;s name in the URL.</source>
+        <translation>Der Sentinel %1 kennt keinen Master des Dienstes „%2“. Prüfen Sie den Namen des Dienstes in der URL.</translation>
+    </message>
+    <message>
+        <source>The sentinels name %1 as the master of &quot;%2&quot;, and it is none at present: a switch is under way. They are asked again.</source>
+        <translation>Die Sentinels nennen %1 als Master von „%2“, und er ist derzeit keiner: Ein Wechsel läuft. Sie werden erneut gefragt.</translation>
+    </message>
+    <message>
+        <source>Redis: no answer</source>
+        <translation>Redis: keine Antwort</translation>
+    </message>
+    <message>
+        <source>%1 did not answer within %2 seconds. Check the address, the network, and that no firewall swallows the connection.</source>
+        <translation>%1 hat nicht innerhalb von %2 Sekunden geantwortet. Prüfen Sie die Adresse, das Netz und ob eine Firewall die Verbindung schluckt.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisError</name>
+    <message>
+        <source>Redis: password refused</source>
+        <translation>Redis: Passwort abgelehnt</translation>
+    </message>
+    <message>
+        <source>Redis: not permitted</source>
+        <translation>Redis: nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>Redis: key of another type</source>
+        <translation>Redis: Schlüssel anderen Typs</translation>
+    </message>
+    <message>
+        <source>Redis: server not available</source>
+        <translation>Redis: Server nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>Redis: value too long</source>
+        <translation>Redis: Wert zu lang</translation>
+    </message>
+    <message>
+        <source>Redis: error</source>
+        <translation>Redis: Fehler</translation>
+    </message>
+    <message>
+        <source>%1 says that the robot&apos;s keys are on another node of its cluster (%2).</source>
+        <translation>%1 sagt, dass die Schlüssel des Roboters auf einem anderen Knoten des Clusters liegen (%2).</translation>
+    </message>
+    <message>
+        <source>%1 asks for a password. Give it in the URL as user:password@, with password-file or password-env, or in VELK_REDIS_PASSWORD.</source>
+        <translation>%1 verlangt ein Passwort. Geben Sie es in der URL als user:password@ an, mit password-file oder password-env, oder in VELK_REDIS_PASSWORD.</translation>
+    </message>
+    <message>
+        <source>%1 does not take the user name or the password (%2). Check both; the password may have been changed on the server.</source>
+        <translation>%1 nimmt den Benutzernamen oder das Passwort nicht an (%2). Prüfen Sie beides; vielleicht wurde das Passwort auf dem Server geändert.</translation>
+    </message>
+    <message>
+        <source>%1 does not permit this user what is needed (%2). Ask the server&apos;s administrator to allow it, with ACL SETUSER.</source>
+        <translation>%1 erlaubt diesem Benutzer nicht, was nötig ist (%2). Bitten Sie den Verwalter des Servers, es mit ACL SETUSER zu erlauben.</translation>
+    </message>
+    <message>
+        <source>A key on %1 holds a value of another type than the robot memory has there (%2). Check which program writes it.</source>
+        <translation>Ein Schlüssel auf %1 enthält einen Wert anderen Typs, als der Roboterspeicher dort hat (%2). Prüfen Sie, welches Programm ihn schreibt.</translation>
+    </message>
+    <message>
+        <source>%1 is still loading its data. It is asked again until it is ready.</source>
+        <translation>%1 lädt noch seine Daten. Er wird gefragt, bis er bereit ist.</translation>
+    </message>
+    <message>
+        <source>The cluster of %1 is down (%2). It is asked again; check the cluster&apos;s nodes.</source>
+        <translation>Der Cluster von %1 ist ausgefallen (%2). Er wird erneut gefragt; prüfen Sie die Knoten des Clusters.</translation>
+    </message>
+    <message>
+        <source>%1 is a replica and takes no writes (%2). Give the URL of the master, or its sentinels.</source>
+        <translation>%1 ist eine Replik und nimmt keine Schreibzugriffe an (%2). Geben Sie die URL des Masters oder seine Sentinels an.</translation>
+    </message>
+    <message>
+        <source>%1 cannot serve the robot now (%2). It is asked again.</source>
+        <translation>%1 kann den Roboter derzeit nicht bedienen (%2). Er wird erneut gefragt.</translation>
+    </message>
+    <message>
+        <source>A value on %1 is too long to be shown (%2 bytes).</source>
+        <translation>Ein Wert auf %1 ist zu lang, um gezeigt zu werden (%2 Bytes).</translation>
+    </message>
+    <message>
+        <source>%1 answered with an error: %2</source>
+        <translation>%1 hat mit einem Fehler geantwortet: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisKeyLists</name>
+    <message>
+        <source>The key %1 on %2 is not a set, so the robot&apos;s keys cannot be listed. Check which program writes it.</source>
+        <translation>Der Schlüssel %1 auf %2 ist keine Menge, daher lassen sich die Schlüssel des Roboters nicht aufführen. Prüfen Sie, welches Programm ihn schreibt.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisKeySettler</name>
+    <message>
+        <source>Redis: value too long</source>
+        <translation>Redis: Wert zu lang</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; on %2 is %3 MiB long and is not fetched; at most %4 MiB are. It is looked at again from time to time.</source>
+        <translation>Der Wert von „%1“ auf %2 ist %3 MiB lang und wird nicht geholt; höchstens %4 MiB werden es. Er wird von Zeit zu Zeit wieder angesehen.</translation>
+    </message>
+    <message>
+        <source>Redis: key of another type</source>
+        <translation>Redis: Schlüssel anderen Typs</translation>
+    </message>
+    <message>
+        <source>The key %1 on %2 holds a %3; an event&apos;s key is a stream. Check which program writes it.</source>
+        <translation>Der Schlüssel %1 auf %2 enthält %3; der eines Ereignisses ist ein Stream. Prüfen Sie, welches Programm ihn schreibt.</translation>
+    </message>
+    <message>
+        <source>The key %1 on %2 holds a %3; a data key&apos;s is a string or a stream. Check which program writes it.</source>
+        <translation>Der Schlüssel %1 auf %2 enthält %3; der eines Datums ist ein String oder ein Stream. Prüfen Sie, welches Programm ihn schreibt.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisReplyLimiter</name>
+    <message>
+        <source>a line of more than %1 bytes</source>
+        <translation>eine Zeile von mehr als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>a line that does not end with a carriage return and a line feed</source>
+        <translation>eine Zeile, die nicht mit Wagenrücklauf und Zeilenvorschub endet</translation>
+    </message>
+    <message>
+        <source>a reply that starts with the byte %1</source>
+        <translation>eine Antwort, die mit dem Byte %1 beginnt</translation>
+    </message>
+    <message>
+        <source>a value whose length is not a number</source>
+        <translation>ein Wert, dessen Länge keine Zahl ist</translation>
+    </message>
+    <message>
+        <source>a list whose length is not a number</source>
+        <translation>eine Liste, deren Länge keine Zahl ist</translation>
+    </message>
+    <message>
+        <source>a list of %1 elements</source>
+        <translation>eine Liste mit %1 Elementen</translation>
+    </message>
+    <message>
+        <source>lists within lists, more than %1 deep</source>
+        <translation>Listen in Listen, mehr als %1 tief</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisRobotWriter</name>
+    <message>
+        <source>A memory in plain mode is only read: leave out the option &quot;plain&quot; to write.</source>
+        <translation>Ein Speicher im Modus „plain“ wird nur gelesen: Lassen Sie zum Schreiben die Option „plain“ weg.</translation>
+    </message>
+    <message>
+        <source>The key %1 on the server holds a %2, which no data key is. Check which program writes it.</source>
+        <translation>Der Schlüssel %1 auf dem Server enthält %2, was kein Datum ist. Prüfen Sie, welches Programm ihn schreibt.</translation>
+    </message>
+    <message>
+        <source>The server does not keep up with what is written.</source>
+        <translation>Der Server kommt mit dem Schreiben nicht nach.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisSocket</name>
+    <message>
+        <source>Redis: connection lost</source>
+        <translation>Redis: Verbindung verloren</translation>
+    </message>
+    <message>
+        <source>Redis: cannot connect</source>
+        <translation>Redis: Verbindung nicht möglich</translation>
+    </message>
+    <message>
+        <source>Redis: protocol error</source>
+        <translation>Redis: Protokollfehler</translation>
+    </message>
+    <message>
+        <source>Out of memory while reading from %1.</source>
+        <translation>Zu wenig Speicher beim Lesen von %1.</translation>
+    </message>
+    <message>
+        <source>%1 does not speak the Redis protocol (%2). Check the address and the port.</source>
+        <translation>%1 spricht nicht das Redis-Protokoll (%2). Prüfen Sie Adresse und Port.</translation>
+    </message>
+    <message>
+        <source>%1 sent a reply that nobody asked for (%2). Check the address and the port.</source>
+        <translation>%1 hat eine Antwort gesendet, die niemand verlangt hat (%2). Prüfen Sie Adresse und Port.</translation>
+    </message>
+    <message>
+        <source>%1 does not speak the Redis protocol (%2). Check the address and the port, and whether the server expects TLS.</source>
+        <translation>%1 spricht nicht das Redis-Protokoll (%2). Prüfen Sie Adresse und Port und ob der Server TLS erwartet.</translation>
+    </message>
+    <message>
+        <source>%1 could not be trusted: %2. Check the server&apos;s certificate, and the ca-file and tls-name of the URL.</source>
+        <translation>%1 ist nicht vertrauenswürdig: %2. Prüfen Sie das Zertifikat des Servers sowie ca-file und tls-name der URL.</translation>
+    </message>
+    <message>
+        <source>%1 refuses the connection. Check that the server is running and that host and port are right.</source>
+        <translation>%1 lehnt die Verbindung ab. Prüfen Sie, ob der Server läuft und ob Rechner und Port stimmen.</translation>
+    </message>
+    <message>
+        <source>There is no host of the name %1. Check the host&apos;s name.</source>
+        <translation>Es gibt keinen Rechner namens %1. Prüfen Sie den Namen.</translation>
+    </message>
+    <message>
+        <source>%1 has closed the connection.</source>
+        <translation>%1 hat die Verbindung geschlossen.</translation>
+    </message>
+    <message>
+        <source>%1 has closed the connection before it stood. Check whether the server expects TLS, or a client certificate.</source>
+        <translation>%1 hat die Verbindung geschlossen, bevor sie stand. Prüfen Sie, ob der Server TLS oder ein Client-Zertifikat erwartet.</translation>
+    </message>
+    <message>
+        <source>No TLS connection to %1 (%2). Check that the server&apos;s port speaks TLS.</source>
+        <translation>Keine TLS-Verbindung zu %1 (%2). Prüfen Sie, ob der Port des Servers TLS spricht.</translation>
+    </message>
+    <message>
+        <source>%1: %2.</source>
+        <translation>%1: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisUrl::Parser</name>
+    <message>
+        <source>This is no URL of a Redis memory: write redis://host/robot.</source>
+        <translation>Das ist keine URL eines Redis-Speichers: Schreiben Sie redis://host/robot.</translation>
+    </message>
+    <message>
+        <source>A URL of a Redis memory holds no &quot;#&quot;: write it as %23.</source>
+        <translation>Die URL eines Redis-Speichers enthält kein „#“: Schreiben Sie es als %23.</translation>
+    </message>
+    <message>
+        <source>An &quot;@&quot; after the first &quot;/&quot;: in the password write / as %2F, ? as %3F and @ as %40, and in the robot&apos;s name @ as %40.</source>
+        <translation>Ein „@“ nach dem ersten „/“: Schreiben Sie im Passwort / als %2F, ? als %3F und @ als %40 und im Namen des Roboters @ als %40.</translation>
+    </message>
+    <message>
+        <source>The URL of a Redis memory starts with one of redis://, rediss://, redis+sentinel:// and rediss+sentinel://.</source>
+        <translation>Die URL eines Redis-Speichers beginnt mit redis://, rediss://, redis+sentinel:// oder rediss+sentinel://.</translation>
+    </message>
+    <message>
+        <source>The URL names no host: write %1://host/….</source>
+        <translation>Die URL nennt keinen Rechner: Schreiben Sie %1://host/….</translation>
+    </message>
+    <message>
+        <source>The user or the password before the &quot;@&quot; is not percent-encoded correctly: write % as %25.</source>
+        <translation>Der Benutzer oder das Passwort vor dem „@“ ist nicht richtig prozentkodiert: Schreiben Sie % als %25.</translation>
+    </message>
+    <message>
+        <source>The bracket that opens the IPv6 address %1 is not closed.</source>
+        <translation>Die Klammer, die die IPv6-Adresse %1 öffnet, ist nicht geschlossen.</translation>
+    </message>
+    <message>
+        <source>The text in brackets, %1, is no IPv6 address.</source>
+        <translation>Der Text in Klammern, %1, ist keine IPv6-Adresse.</translation>
+    </message>
+    <message>
+        <source>After the IPv6 address %1 only a port can follow: [::1]:6379.</source>
+        <translation>Auf die IPv6-Adresse %1 kann nur ein Port folgen: [::1]:6379.</translation>
+    </message>
+    <message>
+        <source>An address has more than one colon: write an IPv6 address in brackets, [::1].</source>
+        <translation>Eine Adresse hat mehr als einen Doppelpunkt: Schreiben Sie eine IPv6-Adresse in Klammern, [::1].</translation>
+    </message>
+    <message>
+        <source>The host %1 is neither a host name nor an IP address.</source>
+        <translation>Der Rechner %1 ist weder ein Rechnername noch eine IP-Adresse.</translation>
+    </message>
+    <message>
+        <source>The port after the colon is not a number from 1 to 65535.</source>
+        <translation>Der Port nach dem Doppelpunkt ist keine Zahl von 1 bis 65535.</translation>
+    </message>
+    <message>
+        <source>The service&apos;s name is not percent-encoded UTF-8 text: write % as %25.</source>
+        <translation>Der Name des Dienstes ist kein prozentkodierter UTF-8-Text: Schreiben Sie % als %25.</translation>
+    </message>
+    <message>
+        <source>The URL does not say which service the sentinels are to be asked for: write %1://host/service/robot.</source>
+        <translation>Die URL sagt nicht, nach welchem Dienst die Sentinels gefragt werden sollen: Schreiben Sie %1://host/service/robot.</translation>
+    </message>
+    <message>
+        <source>The path %1 has too many parts: a robot has one name, with / written as %2F.</source>
+        <translation>Der Pfad %1 hat zu viele Teile: Ein Roboter hat einen Namen, mit / als %2F geschrieben.</translation>
+    </message>
+    <message>
+        <source>The robot&apos;s name is not percent-encoded UTF-8 text: write % as %25.</source>
+        <translation>Der Name des Roboters ist kein prozentkodierter UTF-8-Text: Schreiben Sie % als %25.</translation>
+    </message>
+    <message>
+        <source>The robot&apos;s name %1 holds a brace, which no robot&apos;s name can.</source>
+        <translation>Der Name %1 des Roboters enthält eine geschweifte Klammer, die kein solcher Name enthalten darf.</translation>
+    </message>
+    <message>
+        <source>There is no option %1; there are %2.</source>
+        <translation>Es gibt keine Option %1; es gibt %2.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is given twice.</source>
+        <translation>Die Option „%1“ ist zweimal angegeben.</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; is not percent-encoded UTF-8 text: write % as %25 and &amp; as %26.</source>
+        <translation>Der Wert von „%1“ ist kein prozentkodierter UTF-8-Text: Schreiben Sie % als %25 und &amp; als %26.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; needs a value: %1=….</source>
+        <translation>Die Option „%1“ braucht einen Wert: %1=….</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 und %2</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is about TLS: write redis%2 instead of redis%3 at the start.</source>
+        <translation>Die Option „%1“ betrifft TLS: Schreiben Sie am Anfang redis%2 statt redis%3.</translation>
+    </message>
+    <message>
+        <source>The database %1 is not a number from 0 to %2.</source>
+        <translation>Die Datenbank %1 ist keine Zahl von 0 bis %2.</translation>
+    </message>
+    <message>
+        <source>The pong-timeout %1 is not a number of milliseconds from 10 to 3600000.</source>
+        <translation>Der Wert %1 von pong-timeout ist keine Anzahl von Millisekunden von 10 bis 3600000.</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; is not the name of an environment variable.</source>
+        <translation>Der Wert von „%1“ ist nicht der Name einer Umgebungsvariablen.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is about sentinels: it goes with redis+sentinel:// only.</source>
+        <translation>Die Option „%1“ betrifft Sentinels: Sie gehört nur zu redis+sentinel://.</translation>
+    </message>
+    <message>
+        <source>The URL says in more than one way what the password is: keep one of the password before the &quot;@&quot;, the file and the environment variable.</source>
+        <translation>Die URL sagt auf mehr als eine Weise, was das Passwort ist: Behalten Sie eines von Passwort vor dem „@“, Datei und Umgebungsvariable.</translation>
+    </message>
+    <message>
+        <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
+        <translation>Es gibt ein key-file ohne das Zertifikat, zu dem es gehört: Ergänzen Sie cert-file=PATH.</translation>
+    </message>
+</context>
+<context>
     <name>Velk::RobotBar</name>
     <message>
         <source>Robot</source>
@@ -932,6 +1210,22 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
         <translation>Es gibt keinen Roboter mit dem Schema „%1“. Möglich sind: %2.</translation>
     </message>
+    <message>
+        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
+        <translation>ein Roboter, dessen Speicher auf einem Redis-Server oder in einem Cluster solcher liegt</translation>
+    </message>
+    <message>
+        <source>the same over TLS</source>
+        <translation>dasselbe über TLS</translation>
+    </message>
+    <message>
+        <source>the same on the master that sentinels name</source>
+        <translation>dasselbe auf dem Master, den Sentinels nennen</translation>
+    </message>
+    <message>
+        <source>the same over TLS, with the sentinels</source>
+        <translation>dasselbe über TLS, mit den Sentinels</translation>
+    </message>
 </context>
 <context>
     <name>Velk::SimulatedLink</name>
@@ -958,162 +1252,6 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>A simulated robot has no parameter “%1”. It has: seed, keys.</source>
         <translation>Ein simulierter Roboter hat keinen Parameter „%1“. Er hat: seed, keys.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::ValueText</name>
-    <message>
-        <source>NaN</source>
-        <translation>NaN</translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (%n element(s))</source>
-        <translation>
-            <numerusform>%1 (%n Element)</numerusform>
-            <numerusform>%1 (%n Elemente)</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>keiner</translation>
-    </message>
-    <message>
-        <source>true</source>
-        <translation>wahr</translation>
-    </message>
-    <message>
-        <source>false</source>
-        <translation>falsch</translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (%n byte(s))</source>
-        <translation>
-            <numerusform>%1 (%n Byte)</numerusform>
-            <numerusform>%1 (%n Bytes)</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>%1 and more</source>
-        <translation>%1 und mehr</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WatchModel</name>
-    <message>
-        <source>&lt; 1 s</source>
-        <translation>&lt; 1 s</translation>
-    </message>
-    <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>%1 min</source>
-        <translation>%1 min</translation>
-    </message>
-    <message>
-        <source>%1 h %2 min</source>
-        <translation>%1 h %2 min</translation>
-    </message>
-    <message>
-        <source>%1 ms</source>
-        <translation>%1 ms</translation>
-    </message>
-    <message>
-        <source>shown</source>
-        <translation>gezeigt</translation>
-    </message>
-    <message>
-        <source>hidden</source>
-        <translation>verborgen</translation>
-    </message>
-    <message>
-        <source>no value yet</source>
-        <translation>noch kein Wert</translation>
-    </message>
-    <message>
-        <source>%1
-%2
-%3</source>
-        <translation>%1
-%2
-%3</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation>%1 von %2</translation>
-    </message>
-    <message>
-        <source>Shown</source>
-        <translation>Gezeigt</translation>
-    </message>
-    <message>
-        <source>Whether the key is drawn</source>
-        <translation>Ob der Schlüssel gezeichnet wird</translation>
-    </message>
-    <message>
-        <source>Color</source>
-        <translation>Farbe</translation>
-    </message>
-    <message>
-        <source>The color in which the key is drawn</source>
-        <translation>Die Farbe, in der der Schlüssel gezeichnet wird</translation>
-    </message>
-    <message>
-        <source>Name</source>
-        <translation>Name</translation>
-    </message>
-    <message>
-        <source>The key&apos;s name in the robot&apos;s memory</source>
-        <translation>Der Name des Schlüssels im Speicher des Roboters</translation>
-    </message>
-    <message>
-        <source>Description</source>
-        <translation>Beschreibung</translation>
-    </message>
-    <message>
-        <source>What is known about the key</source>
-        <translation>Was über den Schlüssel bekannt ist</translation>
-    </message>
-    <message>
-        <source>Nature</source>
-        <translation>Art</translation>
-    </message>
-    <message>
-        <source>Whether the robot lists the key as data, as an event, or not at all</source>
-        <translation>Ob der Roboter den Schlüssel als Datum, als Ereignis oder gar nicht aufführt</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>Wert</translation>
-    </message>
-    <message>
-        <source>The newest value that was received</source>
-        <translation>Der neueste empfangene Wert</translation>
-    </message>
-    <message>
-        <source>Time</source>
-        <translation>Zeit</translation>
-    </message>
-    <message>
-        <source>When the robot took the value, by its own clock</source>
-        <translation>Wann der Roboter den Wert nahm, nach seiner eigenen Uhr</translation>
-    </message>
-    <message>
-        <source>Age</source>
-        <translation>Alter</translation>
-    </message>
-    <message>
-        <source>How long ago the value was received</source>
-        <translation>Wie lange der Empfang des Werts her ist</translation>
-    </message>
-    <message>
-        <source>Period</source>
-        <translation>Periode</translation>
-    </message>
-    <message>
-        <source>The time between two samples when the key is sampled at its own period</source>
-        <translation>Die Zeit zwischen zwei Abtastungen, wenn der Schlüssel mit seiner eigenen Periode abgetastet wird</translation>
     </message>
 </context>
 <context>

@@ -2,33 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
-    <name>Velk::CatalogueTreeModel</name>
-    <message numerus="yes">
-        <source>%n key(s)</source>
-        <translation>
-            <numerusform>%n key</numerusform>
-            <numerusform>%n keys</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1
-%n key(s)</source>
-        <translation>
-            <numerusform>%1
-%n key</numerusform>
-            <numerusform>%1
-%n keys</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Branch with %n key(s)</source>
-        <translation>
-            <numerusform>Branch with %n key</numerusform>
-            <numerusform>Branch with %n keys</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>Velk::MessageBar</name>
     <message numerus="yes">
         <source>%n more</source>
@@ -62,23 +35,6 @@
         <translation>
             <numerusform>%n row was recorded.</numerusform>
             <numerusform>%n rows were recorded.</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>Velk::ValueText</name>
-    <message numerus="yes">
-        <source>%1 (%n element(s))</source>
-        <translation>
-            <numerusform>%1 (%n element)</numerusform>
-            <numerusform>%1 (%n elements)</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (%n byte(s))</source>
-        <translation>
-            <numerusform>%1 (%n byte)</numerusform>
-            <numerusform>%1 (%n bytes)</numerusform>
         </translation>
     </message>
 </context>

@@ -87,53 +87,46 @@ Faites de la place sur le disque de %4 avant d’enregistrer à nouveau.</transl
     </message>
 </context>
 <context>
-    <name>Velk::CatalogueFilterModel</name>
+    <name>Velk</name>
     <message>
-        <source>&quot;%1&quot; is not a regular expression yet: %2</source>
-        <translation>« %1 » n’est pas encore une expression rationnelle : %2</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::CatalogueModel</name>
-    <message>
-        <source>%1
-%2
-%3</source>
-        <translation>%1
-%2
-%3</translation>
+        <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
+        <translation>Le fichier de mot de passe %1 n’existe pas ou n’est pas un fichier ordinaire : corrigez le chemin dans l’URL.</translation>
     </message>
     <message>
-        <source>Key of nature %1, selected</source>
-        <translation>Clé de nature %1, sélectionnée</translation>
+        <source>The password file %1 cannot be read (%2): check its permissions.</source>
+        <translation>Le fichier de mot de passe %1 ne peut pas être lu (%2) : vérifiez ses droits.</translation>
     </message>
     <message>
-        <source>Key of nature %1</source>
-        <translation>Clé de nature %1</translation>
+        <source>The password file %1 is longer than %2 bytes: it must hold the password and nothing else.</source>
+        <translation>Le fichier de mot de passe %1 dépasse %2 octets : il ne doit contenir que le mot de passe.</translation>
     </message>
     <message>
-        <source>Name</source>
-        <translation>Nom</translation>
+        <source>The password file %1 is empty: it must hold the password.</source>
+        <translation>Le fichier de mot de passe %1 est vide : il doit contenir le mot de passe.</translation>
     </message>
     <message>
-        <source>The key&apos;s name in the robot&apos;s memory</source>
-        <translation>Le nom de la clé dans la mémoire du robot</translation>
+        <source>The environment variable %1, which is to hold the password, is not set.</source>
+        <translation>La variable d’environnement %1, qui doit contenir le mot de passe, n’est pas définie.</translation>
     </message>
     <message>
-        <source>Description</source>
-        <translation>Description</translation>
+        <source>The file %1 cannot be read: %2.</source>
+        <translation>Le fichier %1 ne peut pas être lu : %2.</translation>
     </message>
     <message>
-        <source>What is known about the key</source>
-        <translation>Ce que l’on sait de la clé</translation>
+        <source>This installation of Qt has no TLS: install OpenSSL.</source>
+        <translation>Cette installation de Qt n’a pas TLS : installez OpenSSL.</translation>
     </message>
     <message>
-        <source>Nature</source>
-        <translation>Nature</translation>
+        <source>The ca-file %1 holds no certificate in PEM form.</source>
+        <translation>Le fichier %1 (ca-file) ne contient aucun certificat au format PEM.</translation>
     </message>
     <message>
-        <source>Whether the robot lists the key as data, as an event, or not at all</source>
-        <translation>Si le robot déclare la clé comme donnée, comme événement ou pas du tout</translation>
+        <source>The cert-file %1 holds no certificate in PEM form.</source>
+        <translation>Le fichier %1 (cert-file) ne contient aucun certificat au format PEM.</translation>
+    </message>
+    <message>
+        <source>%1 holds no private key in PEM form that is not encrypted.</source>
+        <translation>%1 ne contient aucune clé privée non chiffrée au format PEM.</translation>
     </message>
 </context>
 <context>
@@ -205,37 +198,6 @@ Faites de la place sur le disque de %4 avant d’enregistrer à nouveau.</transl
     <message>
         <source>%L1 of %L2 keys</source>
         <translation>%L1 clés sur %L2</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::CatalogueTreeModel</name>
-    <message>
-        <source>(no name)</source>
-        <translation>(sans nom)</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n key(s)</source>
-        <translation>
-            <numerusform>%n clé</numerusform>
-            <numerusform>%n clés</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1
-%n key(s)</source>
-        <translation>
-            <numerusform>%1
-%n clé</numerusform>
-            <numerusform>%1
-%n clés</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Branch with %n key(s)</source>
-        <translation>
-            <numerusform>Branche de %n clé</numerusform>
-            <numerusform>Branche de %n clés</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -339,65 +301,6 @@ Please move your recorded data to another disk.</source>
         <translation>Les données n’ont pas pu être écrites.
 Le disque est peut-être plein ou inaccessible.
 Déplacez les données enregistrées sur un autre disque.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::DistinctColors</name>
-    <message>
-        <source>blue</source>
-        <translation>bleu</translation>
-    </message>
-    <message>
-        <source>vermilion</source>
-        <translation>vermillon</translation>
-    </message>
-    <message>
-        <source>bluish green</source>
-        <translation>vert bleuté</translation>
-    </message>
-    <message>
-        <source>reddish purple</source>
-        <translation>pourpre</translation>
-    </message>
-    <message>
-        <source>orange</source>
-        <translation>orange</translation>
-    </message>
-    <message>
-        <source>sky blue</source>
-        <translation>bleu ciel</translation>
-    </message>
-    <message>
-        <source>violet</source>
-        <translation>violet</translation>
-    </message>
-    <message>
-        <source>brown</source>
-        <translation>brun</translation>
-    </message>
-    <message>
-        <source>light green</source>
-        <translation>vert clair</translation>
-    </message>
-    <message>
-        <source>dark grey</source>
-        <translation>gris foncé</translation>
-    </message>
-    <message>
-        <source>lavender</source>
-        <translation>lavande</translation>
-    </message>
-    <message>
-        <source>crimson</source>
-        <translation>cramoisi</translation>
-    </message>
-    <message>
-        <source>pink</source>
-        <translation>rose</translation>
-    </message>
-    <message>
-        <source>indigo</source>
-        <translation>indigo</translation>
     </message>
 </context>
 <context>
@@ -880,6 +783,381 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     </message>
 </context>
 <context>
+    <name>Velk::RedisConnection</name>
+    <message>
+        <source>Redis: master switched</source>
+        <translation>Redis : changement de maître</translation>
+    </message>
+    <message>
+        <source>%1 is not the master of &quot;%2&quot; any more. The sentinels are asked for the new one.</source>
+        <translation>%1 n’est plus le maître de « %2 ». Le nouveau est demandé aux sentinelles.</translation>
+    </message>
+    <message>
+        <source>Redis: no answer</source>
+        <translation>Redis : pas de réponse</translation>
+    </message>
+    <message>
+        <source>%1 has not answered for %2 seconds. Check the server and the network.</source>
+        <translation>%1 ne répond plus depuis %2 secondes. Vérifiez le serveur et le réseau.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisConnector</name>
+    <message>
+        <source>Redis: TLS not possible</source>
+        <translation>Redis : TLS impossible</translation>
+    </message>
+    <message>
+        <source>Redis: no password</source>
+        <translation>Redis : pas de mot de passe</translation>
+    </message>
+    <message>
+        <source>Redis: no master</source>
+        <translation>Redis : pas de maître</translation>
+    </message>
+    <message>
+        <source>The sentinel %1 knows no master of the service &quot;%2&quot;. Check the service&apos;s name in the URL.</source>
+        <translation>La sentinelle %1 ne connaît aucun maître du service « %2 ». Vérifiez le nom du service dans l’URL.</translation>
+    </message>
+    <message>
+        <source>The sentinels name %1 as the master of &quot;%2&quot;, and it is none at present: a switch is under way. They are asked again.</source>
+        <translation>Les sentinelles nomment %1 comme maître de « %2 », et il ne l’est pas actuellement : un changement est en cours. Elles sont interrogées à nouveau.</translation>
+    </message>
+    <message>
+        <source>Redis: no answer</source>
+        <translation>Redis : pas de réponse</translation>
+    </message>
+    <message>
+        <source>%1 did not answer within %2 seconds. Check the address, the network, and that no firewall swallows the connection.</source>
+        <translation>%1 n’a pas répondu en %2 secondes. Vérifiez l’adresse, le réseau, et qu’aucun pare-feu n’avale la connexion.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisError</name>
+    <message>
+        <source>Redis: password refused</source>
+        <translation>Redis : mot de passe refusé</translation>
+    </message>
+    <message>
+        <source>Redis: not permitted</source>
+        <translation>Redis : non autorisé</translation>
+    </message>
+    <message>
+        <source>Redis: key of another type</source>
+        <translation>Redis : clé d’un autre type</translation>
+    </message>
+    <message>
+        <source>Redis: server not available</source>
+        <translation>Redis : serveur indisponible</translation>
+    </message>
+    <message>
+        <source>Redis: value too long</source>
+        <translation>Redis : valeur trop longue</translation>
+    </message>
+    <message>
+        <source>Redis: error</source>
+        <translation>Redis : erreur</translation>
+    </message>
+    <message>
+        <source>%1 says that the robot&apos;s keys are on another node of its cluster (%2).</source>
+        <translation>%1 dit que les clés du robot sont sur un autre nœud de sa grappe (%2).</translation>
+    </message>
+    <message>
+        <source>%1 asks for a password. Give it in the URL as user:password@, with password-file or password-env, or in VELK_REDIS_PASSWORD.</source>
+        <translation>%1 demande un mot de passe. Donnez-le dans l’URL sous la forme user:password@, avec password-file ou password-env, ou dans VELK_REDIS_PASSWORD.</translation>
+    </message>
+    <message>
+        <source>%1 does not take the user name or the password (%2). Check both; the password may have been changed on the server.</source>
+        <translation>%1 refuse le nom d’utilisateur ou le mot de passe (%2). Vérifiez les deux ; le mot de passe a peut-être été changé sur le serveur.</translation>
+    </message>
+    <message>
+        <source>%1 does not permit this user what is needed (%2). Ask the server&apos;s administrator to allow it, with ACL SETUSER.</source>
+        <translation>%1 n’autorise pas cet utilisateur à faire le nécessaire (%2). Demandez à l’administrateur du serveur de l’autoriser, avec ACL SETUSER.</translation>
+    </message>
+    <message>
+        <source>A key on %1 holds a value of another type than the robot memory has there (%2). Check which program writes it.</source>
+        <translation>Une clé de %1 contient une valeur d’un autre type que celui de la mémoire du robot (%2). Vérifiez quel programme l’écrit.</translation>
+    </message>
+    <message>
+        <source>%1 is still loading its data. It is asked again until it is ready.</source>
+        <translation>%1 charge encore ses données. Il est interrogé jusqu’à ce qu’il soit prêt.</translation>
+    </message>
+    <message>
+        <source>The cluster of %1 is down (%2). It is asked again; check the cluster&apos;s nodes.</source>
+        <translation>La grappe de %1 est hors service (%2). Elle est interrogée à nouveau ; vérifiez ses nœuds.</translation>
+    </message>
+    <message>
+        <source>%1 is a replica and takes no writes (%2). Give the URL of the master, or its sentinels.</source>
+        <translation>%1 est une réplique et n’accepte pas d’écriture (%2). Donnez l’URL du maître, ou ses sentinelles.</translation>
+    </message>
+    <message>
+        <source>%1 cannot serve the robot now (%2). It is asked again.</source>
+        <translation>%1 ne peut pas servir le robot pour l’instant (%2). Il est interrogé à nouveau.</translation>
+    </message>
+    <message>
+        <source>A value on %1 is too long to be shown (%2 bytes).</source>
+        <translation>Une valeur de %1 est trop longue pour être montrée (%2 octets).</translation>
+    </message>
+    <message>
+        <source>%1 answered with an error: %2</source>
+        <translation>%1 a répondu par une erreur : %2</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisKeyLists</name>
+    <message>
+        <source>The key %1 on %2 is not a set, so the robot&apos;s keys cannot be listed. Check which program writes it.</source>
+        <translation>La clé %1 de %2 n’est pas un ensemble : les clés du robot ne peuvent pas être énumérées. Vérifiez quel programme l’écrit.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisKeySettler</name>
+    <message>
+        <source>Redis: value too long</source>
+        <translation>Redis : valeur trop longue</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; on %2 is %3 MiB long and is not fetched; at most %4 MiB are. It is looked at again from time to time.</source>
+        <translation>La valeur de « %1 » sur %2 fait %3 Mio et n’est pas lue ; la limite est de %4 Mio. Elle est réexaminée de temps en temps.</translation>
+    </message>
+    <message>
+        <source>Redis: key of another type</source>
+        <translation>Redis : clé d’un autre type</translation>
+    </message>
+    <message>
+        <source>The key %1 on %2 holds a %3; an event&apos;s key is a stream. Check which program writes it.</source>
+        <translation>La clé %1 de %2 contient : %3 ; celle d’un événement est un flux (stream). Vérifiez quel programme l’écrit.</translation>
+    </message>
+    <message>
+        <source>The key %1 on %2 holds a %3; a data key&apos;s is a string or a stream. Check which program writes it.</source>
+        <translation>La clé %1 de %2 contient : %3 ; celle d’une donnée est une chaîne (string) ou un flux (stream). Vérifiez quel programme l’écrit.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisReplyLimiter</name>
+    <message>
+        <source>a line of more than %1 bytes</source>
+        <translation>une ligne de plus de %1 octets</translation>
+    </message>
+    <message>
+        <source>a line that does not end with a carriage return and a line feed</source>
+        <translation>une ligne qui ne se termine pas par un retour chariot et un saut de ligne</translation>
+    </message>
+    <message>
+        <source>a reply that starts with the byte %1</source>
+        <translation>une réponse qui commence par l’octet %1</translation>
+    </message>
+    <message>
+        <source>a value whose length is not a number</source>
+        <translation>une valeur dont la longueur n’est pas un nombre</translation>
+    </message>
+    <message>
+        <source>a list whose length is not a number</source>
+        <translation>une liste dont la longueur n’est pas un nombre</translation>
+    </message>
+    <message>
+        <source>a list of %1 elements</source>
+        <translation>une liste de %1 éléments</translation>
+    </message>
+    <message>
+        <source>lists within lists, more than %1 deep</source>
+        <translation>des listes dans des listes, sur plus de %1 niveaux</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisRobotWriter</name>
+    <message>
+        <source>A memory in plain mode is only read: leave out the option &quot;plain&quot; to write.</source>
+        <translation>Une mémoire en mode « plain » est seulement lue : retirez l’option « plain » pour écrire.</translation>
+    </message>
+    <message>
+        <source>The key %1 on the server holds a %2, which no data key is. Check which program writes it.</source>
+        <translation>La clé %1 du serveur contient : %2, ce qu’aucune donnée n’est. Vérifiez quel programme l’écrit.</translation>
+    </message>
+    <message>
+        <source>The server does not keep up with what is written.</source>
+        <translation>Le serveur ne suit pas le rythme des écritures.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisSocket</name>
+    <message>
+        <source>Redis: connection lost</source>
+        <translation>Redis : connexion perdue</translation>
+    </message>
+    <message>
+        <source>Redis: cannot connect</source>
+        <translation>Redis : connexion impossible</translation>
+    </message>
+    <message>
+        <source>Redis: protocol error</source>
+        <translation>Redis : erreur de protocole</translation>
+    </message>
+    <message>
+        <source>Out of memory while reading from %1.</source>
+        <translation>Mémoire insuffisante à la lecture de %1.</translation>
+    </message>
+    <message>
+        <source>%1 does not speak the Redis protocol (%2). Check the address and the port.</source>
+        <translation>%1 ne parle pas le protocole Redis (%2). Vérifiez l’adresse et le port.</translation>
+    </message>
+    <message>
+        <source>%1 sent a reply that nobody asked for (%2). Check the address and the port.</source>
+        <translation>%1 a envoyé une réponse que personne n’a demandée (%2). Vérifiez l’adresse et le port.</translation>
+    </message>
+    <message>
+        <source>%1 does not speak the Redis protocol (%2). Check the address and the port, and whether the server expects TLS.</source>
+        <translation>%1 ne parle pas le protocole Redis (%2). Vérifiez l’adresse et le port, et si le serveur attend TLS.</translation>
+    </message>
+    <message>
+        <source>%1 could not be trusted: %2. Check the server&apos;s certificate, and the ca-file and tls-name of the URL.</source>
+        <translation>%1 n’est pas digne de confiance : %2. Vérifiez le certificat du serveur, ainsi que ca-file et tls-name dans l’URL.</translation>
+    </message>
+    <message>
+        <source>%1 refuses the connection. Check that the server is running and that host and port are right.</source>
+        <translation>%1 refuse la connexion. Vérifiez que le serveur tourne et que l’hôte et le port sont justes.</translation>
+    </message>
+    <message>
+        <source>There is no host of the name %1. Check the host&apos;s name.</source>
+        <translation>Il n’y a pas d’hôte du nom de %1. Vérifiez ce nom.</translation>
+    </message>
+    <message>
+        <source>%1 has closed the connection.</source>
+        <translation>%1 a fermé la connexion.</translation>
+    </message>
+    <message>
+        <source>%1 has closed the connection before it stood. Check whether the server expects TLS, or a client certificate.</source>
+        <translation>%1 a fermé la connexion avant qu’elle soit établie. Vérifiez si le serveur attend TLS ou un certificat client.</translation>
+    </message>
+    <message>
+        <source>No TLS connection to %1 (%2). Check that the server&apos;s port speaks TLS.</source>
+        <translation>Pas de connexion TLS à %1 (%2). Vérifiez que le port du serveur parle TLS.</translation>
+    </message>
+    <message>
+        <source>%1: %2.</source>
+        <translation>%1 : %2.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisUrl::Parser</name>
+    <message>
+        <source>This is no URL of a Redis memory: write redis://host/robot.</source>
+        <translation>Ce n’est pas l’URL d’une mémoire Redis : écrivez redis://host/robot.</translation>
+    </message>
+    <message>
+        <source>A URL of a Redis memory holds no &quot;#&quot;: write it as %23.</source>
+        <translation>L’URL d’une mémoire Redis ne contient pas de « # » : écrivez-le %23.</translation>
+    </message>
+    <message>
+        <source>An &quot;@&quot; after the first &quot;/&quot;: in the password write / as %2F, ? as %3F and @ as %40, and in the robot&apos;s name @ as %40.</source>
+        <translation>Un « @ » après le premier « / » : dans le mot de passe, écrivez / %2F, ? %3F et @ %40, et dans le nom du robot @ %40.</translation>
+    </message>
+    <message>
+        <source>The URL of a Redis memory starts with one of redis://, rediss://, redis+sentinel:// and rediss+sentinel://.</source>
+        <translation>L’URL d’une mémoire Redis commence par redis://, rediss://, redis+sentinel:// ou rediss+sentinel://.</translation>
+    </message>
+    <message>
+        <source>The URL names no host: write %1://host/….</source>
+        <translation>L’URL ne nomme pas d’hôte : écrivez %1://host/….</translation>
+    </message>
+    <message>
+        <source>The user or the password before the &quot;@&quot; is not percent-encoded correctly: write % as %25.</source>
+        <translation>L’utilisateur ou le mot de passe avant le « @ » est mal encodé avec des pourcents : écrivez % %25.</translation>
+    </message>
+    <message>
+        <source>The bracket that opens the IPv6 address %1 is not closed.</source>
+        <translation>Le crochet qui ouvre l’adresse IPv6 %1 n’est pas fermé.</translation>
+    </message>
+    <message>
+        <source>The text in brackets, %1, is no IPv6 address.</source>
+        <translation>Le texte entre crochets, %1, n’est pas une adresse IPv6.</translation>
+    </message>
+    <message>
+        <source>After the IPv6 address %1 only a port can follow: [::1]:6379.</source>
+        <translation>Après l’adresse IPv6 %1 ne peut venir qu’un port : [::1]:6379.</translation>
+    </message>
+    <message>
+        <source>An address has more than one colon: write an IPv6 address in brackets, [::1].</source>
+        <translation>Une adresse a plus d’un deux-points : écrivez une adresse IPv6 entre crochets, [::1].</translation>
+    </message>
+    <message>
+        <source>The host %1 is neither a host name nor an IP address.</source>
+        <translation>L’hôte %1 n’est ni un nom d’hôte ni une adresse IP.</translation>
+    </message>
+    <message>
+        <source>The port after the colon is not a number from 1 to 65535.</source>
+        <translation>Le port après le deux-points n’est pas un nombre de 1 à 65535.</translation>
+    </message>
+    <message>
+        <source>The service&apos;s name is not percent-encoded UTF-8 text: write % as %25.</source>
+        <translation>Le nom du service n’est pas un texte UTF-8 encodé avec des pourcents : écrivez % %25.</translation>
+    </message>
+    <message>
+        <source>The URL does not say which service the sentinels are to be asked for: write %1://host/service/robot.</source>
+        <translation>L’URL ne dit pas quel service demander aux sentinelles : écrivez %1://host/service/robot.</translation>
+    </message>
+    <message>
+        <source>The path %1 has too many parts: a robot has one name, with / written as %2F.</source>
+        <translation>Le chemin %1 a trop de parties : un robot a un seul nom, où / s’écrit %2F.</translation>
+    </message>
+    <message>
+        <source>The robot&apos;s name is not percent-encoded UTF-8 text: write % as %25.</source>
+        <translation>Le nom du robot n’est pas un texte UTF-8 encodé avec des pourcents : écrivez % %25.</translation>
+    </message>
+    <message>
+        <source>The robot&apos;s name %1 holds a brace, which no robot&apos;s name can.</source>
+        <translation>Le nom de robot %1 contient une accolade, ce qu’aucun nom de robot ne peut.</translation>
+    </message>
+    <message>
+        <source>There is no option %1; there are %2.</source>
+        <translation>Il n’y a pas d’option %1 ; il y a %2.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is given twice.</source>
+        <translation>L’option « %1 » est donnée deux fois.</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; is not percent-encoded UTF-8 text: write % as %25 and &amp; as %26.</source>
+        <translation>La valeur de « %1 » n’est pas un texte UTF-8 encodé avec des pourcents : écrivez % %25 et &amp; %26.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; needs a value: %1=….</source>
+        <translation>L’option « %1 » demande une valeur : %1=….</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 et %2</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is about TLS: write redis%2 instead of redis%3 at the start.</source>
+        <translation>L’option « %1 » concerne TLS : écrivez redis%2 au lieu de redis%3 au début.</translation>
+    </message>
+    <message>
+        <source>The database %1 is not a number from 0 to %2.</source>
+        <translation>La base de données %1 n’est pas un nombre de 0 à %2.</translation>
+    </message>
+    <message>
+        <source>The pong-timeout %1 is not a number of milliseconds from 10 to 3600000.</source>
+        <translation>La valeur %1 de pong-timeout n’est pas un nombre de millisecondes de 10 à 3600000.</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; is not the name of an environment variable.</source>
+        <translation>La valeur de « %1 » n’est pas le nom d’une variable d’environnement.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is about sentinels: it goes with redis+sentinel:// only.</source>
+        <translation>L’option « %1 » concerne les sentinelles : elle ne va qu’avec redis+sentinel://.</translation>
+    </message>
+    <message>
+        <source>The URL says in more than one way what the password is: keep one of the password before the &quot;@&quot;, the file and the environment variable.</source>
+        <translation>L’URL donne le mot de passe de plusieurs façons : gardez une seule des trois, le mot de passe avant le « @ », le fichier ou la variable d’environnement.</translation>
+    </message>
+    <message>
+        <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
+        <translation>Il y a un key-file sans le certificat correspondant : ajoutez cert-file=PATH.</translation>
+    </message>
+</context>
+<context>
     <name>Velk::RobotBar</name>
     <message>
         <source>Robot</source>
@@ -932,6 +1210,22 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
         <translation>Il n’y a pas de robot du schéma « %1 ». Sont possibles : %2.</translation>
     </message>
+    <message>
+        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
+        <translation>un robot dont la mémoire est sur un serveur Redis, ou dans une grappe de serveurs</translation>
+    </message>
+    <message>
+        <source>the same over TLS</source>
+        <translation>la même chose par TLS</translation>
+    </message>
+    <message>
+        <source>the same on the master that sentinels name</source>
+        <translation>la même chose sur le maître que nomment des sentinelles</translation>
+    </message>
+    <message>
+        <source>the same over TLS, with the sentinels</source>
+        <translation>la même chose par TLS, avec les sentinelles</translation>
+    </message>
 </context>
 <context>
     <name>Velk::SimulatedLink</name>
@@ -958,162 +1252,6 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>A simulated robot has no parameter “%1”. It has: seed, keys.</source>
         <translation>Un robot simulé n’a pas de paramètre « %1 ». Il a : seed, keys.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::ValueText</name>
-    <message>
-        <source>NaN</source>
-        <translation>NaN</translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (%n element(s))</source>
-        <translation>
-            <numerusform>%1 (%n élément)</numerusform>
-            <numerusform>%1 (%n éléments)</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>aucune</translation>
-    </message>
-    <message>
-        <source>true</source>
-        <translation>vrai</translation>
-    </message>
-    <message>
-        <source>false</source>
-        <translation>faux</translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (%n byte(s))</source>
-        <translation>
-            <numerusform>%1 (%n octet)</numerusform>
-            <numerusform>%1 (%n octets)</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>%1 and more</source>
-        <translation>%1 et plus</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WatchModel</name>
-    <message>
-        <source>&lt; 1 s</source>
-        <translation>&lt; 1 s</translation>
-    </message>
-    <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>%1 min</source>
-        <translation>%1 min</translation>
-    </message>
-    <message>
-        <source>%1 h %2 min</source>
-        <translation>%1 h %2 min</translation>
-    </message>
-    <message>
-        <source>%1 ms</source>
-        <translation>%1 ms</translation>
-    </message>
-    <message>
-        <source>shown</source>
-        <translation>montrée</translation>
-    </message>
-    <message>
-        <source>hidden</source>
-        <translation>cachée</translation>
-    </message>
-    <message>
-        <source>no value yet</source>
-        <translation>pas encore de valeur</translation>
-    </message>
-    <message>
-        <source>%1
-%2
-%3</source>
-        <translation>%1
-%2
-%3</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation>%1 de %2</translation>
-    </message>
-    <message>
-        <source>Shown</source>
-        <translation>Montrée</translation>
-    </message>
-    <message>
-        <source>Whether the key is drawn</source>
-        <translation>Si la clé est tracée</translation>
-    </message>
-    <message>
-        <source>Color</source>
-        <translation>Couleur</translation>
-    </message>
-    <message>
-        <source>The color in which the key is drawn</source>
-        <translation>La couleur dans laquelle la clé est tracée</translation>
-    </message>
-    <message>
-        <source>Name</source>
-        <translation>Nom</translation>
-    </message>
-    <message>
-        <source>The key&apos;s name in the robot&apos;s memory</source>
-        <translation>Le nom de la clé dans la mémoire du robot</translation>
-    </message>
-    <message>
-        <source>Description</source>
-        <translation>Description</translation>
-    </message>
-    <message>
-        <source>What is known about the key</source>
-        <translation>Ce que l’on sait de la clé</translation>
-    </message>
-    <message>
-        <source>Nature</source>
-        <translation>Nature</translation>
-    </message>
-    <message>
-        <source>Whether the robot lists the key as data, as an event, or not at all</source>
-        <translation>Si le robot déclare la clé comme donnée, comme événement ou pas du tout</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>Valeur</translation>
-    </message>
-    <message>
-        <source>The newest value that was received</source>
-        <translation>La dernière valeur reçue</translation>
-    </message>
-    <message>
-        <source>Time</source>
-        <translation>Temps</translation>
-    </message>
-    <message>
-        <source>When the robot took the value, by its own clock</source>
-        <translation>Quand le robot a pris la valeur, selon sa propre horloge</translation>
-    </message>
-    <message>
-        <source>Age</source>
-        <translation>Âge</translation>
-    </message>
-    <message>
-        <source>How long ago the value was received</source>
-        <translation>Depuis combien de temps la valeur a été reçue</translation>
-    </message>
-    <message>
-        <source>Period</source>
-        <translation>Période</translation>
-    </message>
-    <message>
-        <source>The time between two samples when the key is sampled at its own period</source>
-        <translation>Le temps entre deux échantillons quand la clé est échantillonnée à sa propre période</translation>
     </message>
 </context>
 <context>

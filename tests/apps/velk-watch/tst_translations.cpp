@@ -163,15 +163,19 @@ private Q_SLOTS:
         QTest::addColumn<QString>("quit");
         QTest::addColumn<QString>("error");
         QTest::addColumn<QString>("rows");
+        QTest::addColumn<QString>("header");
+        const QString value = QStringLiteral("Value");
         const QString english = QStringLiteral("Not connected to a robot");
         QTest::newRow("Austria") << QLocale(QLocale::German, QLocale::Austria) << QStringLiteral("&Beenden")
-                                 << QStringLiteral("Mit keinem Roboter verbunden") << QStringLiteral("2 Zeilen");
+                                 << QStringLiteral("Mit keinem Roboter verbunden") << QStringLiteral("2 Zeilen")
+                                 << QStringLiteral("Wert");
         QTest::newRow("France") << QLocale(QLocale::French) << QStringLiteral("&Quitter")
-                                << QStringLiteral("Aucun robot connecté") << QStringLiteral("2 lignes");
+                                << QStringLiteral("Aucun robot connecté") << QStringLiteral("2 lignes")
+                                << QStringLiteral("Valeur");
         QTest::newRow("Britain") << QLocale(QLocale::English) << QStringLiteral("&Quit") << english
-                                 << QStringLiteral("2 rows");
+                                 << QStringLiteral("2 rows") << value;
         QTest::newRow("a language without a translation")
-            << QLocale(QLocale::Finnish) << QStringLiteral("&Quit") << english << QStringLiteral("2 rows");
+            << QLocale(QLocale::Finnish) << QStringLiteral("&Quit") << english << QStringLiteral("2 rows") << value;
     }
 
     void theLanguageOfTheLocaleIsLoaded()
@@ -188,6 +192,7 @@ private Q_SLOTS:
 
         QTEST(translated("Velk::MainWindow", "&Quit"), "quit");
         QTEST(translated("Velk::DisplayedMemoryKeyListModel", "Not connected to a robot"), "error");
+        QTEST(translated("Velk::WatchModel", "Value"), "header");
         QTEST(QCoreApplication::translate("Velk::RecordingControl", "%L1 row(s)", nullptr, 2).arg(2), "rows");
     }
 };

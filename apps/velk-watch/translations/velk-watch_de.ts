@@ -87,7 +87,7 @@ Schaffen Sie Platz auf dem Datenträger von %4, bevor Sie wieder aufzeichnen.</t
     </message>
 </context>
 <context>
-    <name>Velk</name>
+    <name>Velk::RedisSecret</name>
     <message>
         <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
         <translation>Die Passwortdatei %1 gibt es nicht, oder sie ist keine gewöhnliche Datei: Berichtigen Sie den Pfad in der URL.</translation>
@@ -108,6 +108,9 @@ Schaffen Sie Platz auf dem Datenträger von %4, bevor Sie wieder aufzeichnen.</t
         <source>The environment variable %1, which is to hold the password, is not set.</source>
         <translation>Die Umgebungsvariable %1, die das Passwort enthalten soll, ist nicht gesetzt.</translation>
     </message>
+</context>
+<context>
+    <name>Velk::RedisTls</name>
     <message>
         <source>The file %1 cannot be read: %2.</source>
         <translation>Die Datei %1 kann nicht gelesen werden: %2.</translation>
@@ -1039,7 +1042,7 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     </message>
 </context>
 <context>
-    <name>Velk::RedisUrl::Parser</name>
+    <name>Velk::RedisUrl</name>
     <message>
         <source>This is no URL of a Redis memory: write redis://host/robot.</source>
         <translation>Das ist keine URL eines Redis-Speichers: Schreiben Sie redis://host/robot.</translation>

@@ -87,7 +87,7 @@ Faites de la place sur le disque de %4 avant d’enregistrer à nouveau.</transl
     </message>
 </context>
 <context>
-    <name>Velk</name>
+    <name>Velk::RedisSecret</name>
     <message>
         <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
         <translation>Le fichier de mot de passe %1 n’existe pas ou n’est pas un fichier ordinaire : corrigez le chemin dans l’URL.</translation>
@@ -108,6 +108,9 @@ Faites de la place sur le disque de %4 avant d’enregistrer à nouveau.</transl
         <source>The environment variable %1, which is to hold the password, is not set.</source>
         <translation>La variable d’environnement %1, qui doit contenir le mot de passe, n’est pas définie.</translation>
     </message>
+</context>
+<context>
+    <name>Velk::RedisTls</name>
     <message>
         <source>The file %1 cannot be read: %2.</source>
         <translation>Le fichier %1 ne peut pas être lu : %2.</translation>
@@ -1039,7 +1042,7 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     </message>
 </context>
 <context>
-    <name>Velk::RedisUrl::Parser</name>
+    <name>Velk::RedisUrl</name>
     <message>
         <source>This is no URL of a Redis memory: write redis://host/robot.</source>
         <translation>Ce n’est pas l’URL d’une mémoire Redis : écrivez redis://host/robot.</translation>

@@ -1,0 +1,85 @@
+#ifndef APPS_VELK_WATCH_CATALOGUE_PANEL_H
+#define APPS_VELK_WATCH_CATALOGUE_PANEL_H
+
+#include <memorykeymodel/memory_key.h>
+
+#include <QSet>
+#include <QWidget>
+
+class QAbstractItemView;
+class QLabel;
+class QLineEdit;
+class QStackedWidget;
+class QTableView;
+class QToolButton;
+class QTreeView;
+
+namespace Velk {
+
+class CatalogueFilterModel;
+class CatalogueModel;
+class CatalogueTreeModel;
+class MemoryKeyListModel;
+
+/// The robot's keys to choose from: searched by text and nature, as a tree or as a table, and a field for names that
+/// the robot does not list. Enter, a double click and dragging choose a key; the panel does not watch it itself.
+class CataloguePanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CataloguePanel(QWidget* parent = nullptr);
+    ~CataloguePanel() override;
+
+    /// Shows these keys; not owned. Null leaves nothing to choose from.
+    void setCatalogue(MemoryKeyListModel* catalogue);
+
+    /// Checks these keys in the views, and no others; those that the robot does not list are shown as well.
+    void setWatchedKeys(const QSet<MemoryKey>& keys);
+
+    bool isTree() const;
+    void setTree(bool isTree);
+
+    /// Puts the cursor into the search field, with its text selected.
+    void focusSearch();
+
+Q_SIGNALS:
+    /// The user chose keys of the catalogue.
+    void keysChosen(const QSet<Velk::MemoryKey>& keys);
+    /// The user took the check marks of keys away.
+    void keysDropped(const QSet<Velk::MemoryKey>& keys);
+    /// The user typed in a name, which the robot may list or not. Never empty.
+    void nameTyped(const QString& name);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QAbstractItemView* createView(QAbstractItemView* view, const QString& name);
+    QWidget* createNatureButtons();
+    void onSearchEdited();
+    void chooseSelected();
+    void chooseSearched();
+    void typeName();
+    void onSelectionEdited();
+    void updateCount();
+    void expandFew();
+    QAbstractItemView* currentView() const;
+
+    CatalogueModel* m_model;
+    CatalogueFilterModel* m_filter;
+    CatalogueTreeModel* m_tree;
+    QLineEdit* m_search;
+    QToolButton* m_syntaxButton;
+    QToolButton* m_treeButton;
+    QStackedWidget* m_views;
+    QTreeView* m_treeView;
+    QTableView* m_tableView;
+    QLabel* m_count;
+    QLineEdit* m_name;
+    QSet<MemoryKey> m_watchedKeys;
+};
+
+} // namespace Velk
+
+#endif

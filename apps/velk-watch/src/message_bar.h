@@ -1,0 +1,56 @@
+#ifndef APPS_VELK_WATCH_MESSAGE_BAR_H
+#define APPS_VELK_WATCH_MESSAGE_BAR_H
+
+#include <QFrame>
+#include <QList>
+
+class QLabel;
+class QToolButton;
+
+namespace Velk {
+
+/// Tells what went wrong, or was done, above the views and without blocking them: a title and a message, one at a time,
+/// the oldest first. Hidden while there is nothing to tell.
+class MessageBar : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit MessageBar(QWidget* parent = nullptr);
+
+    /// How many messages wait, the one that is shown included.
+    int count() const { return int(m_messages.size()); }
+    QString title() const;
+    QString message() const;
+
+public Q_SLOTS:
+    /// Shows the message, or puts it behind those that wait. A message that waits already is not put there twice: a
+    /// fault that repeats would bury the others.
+    void showMessage(const QString& title, const QString& message);
+    /// Drops the message that is shown and shows the next one.
+    void dismiss();
+    void dismissAll();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    struct Message
+    {
+        QString title;
+        QString text;
+    };
+
+    void updateView();
+
+    QList<Message> m_messages;
+    QLabel* m_title;
+    QLabel* m_text;
+    QLabel* m_more;
+    QToolButton* m_dismissButton;
+};
+
+} // namespace Velk
+
+#endif

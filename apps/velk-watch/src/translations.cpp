@@ -1,0 +1,38 @@
+#include "translations.h"
+
+#include <itemmodels/item_model_translator.h>
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+// A resource in a static library is there only when it is asked for; the macro works outside of a namespace.
+static void initTranslations()
+{
+    Q_INIT_RESOURCE(watch_translations);
+}
+
+namespace Velk {
+
+void installTranslations(QCoreApplication* application, const QLocale& locale)
+{
+    initTranslations();
+    const auto install = [&](const QLocale& language, const QString& name, const QString& folder) {
+        auto* translator = new QTranslator(application);
+        if (translator->load(language, name, QStringLiteral("_"), folder))
+            QCoreApplication::installTranslator(translator);
+        else
+            delete translator;
+    };
+    // The texts of Qt's own dialogs, where they are installed.
+    install(locale, QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    if (std::unique_ptr<QTranslator> itemModels = createItemModelTranslator(locale)) {
+        itemModels->setParent(application);
+        QCoreApplication::installTranslator(itemModels.release());
+    }
+    // English has its plurals there; the newest translator is asked first.
+    install(QLocale(QLocale::English), QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));
+    install(locale, QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));
+}
+
+} // namespace Velk

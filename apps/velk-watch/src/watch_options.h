@@ -1,0 +1,59 @@
+#ifndef APPS_VELK_WATCH_WATCH_OPTIONS_H
+#define APPS_VELK_WATCH_WATCH_OPTIONS_H
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+
+namespace Velk {
+
+/// How velk-watch ends, for scripts; the numbers have the same meaning in velk.
+enum class WatchExit : int
+{
+    Success = 0,
+    UsageError = 2,
+    BadRobotUrl = 3,
+    NoDisplay = 10
+};
+
+/// What was asked for on the command line.
+class WatchOptions
+{
+    Q_DECLARE_TR_FUNCTIONS(Velk::WatchOptions)
+
+public:
+    enum Request
+    {
+        Run,
+        Help,
+        Version,
+        Error ///< errorText() says what is wrong
+    };
+
+    /// `arguments` begin with the program's name.
+    explicit WatchOptions(const QStringList& arguments);
+
+    Request request() const { return m_request; }
+    QString errorText() const { return m_errorText; }
+    /// Empty when no robot was named.
+    QString robot() const { return m_robot; }
+    /// Empty when no keys were named.
+    QStringList watch() const { return m_watch; }
+    /// Empty for the user's own.
+    QString settingsFile() const { return m_settingsFile; }
+
+    static QString helpText();
+    /// What to do instead on a machine without a display, for the same robot and keys.
+    QString noDisplayText() const;
+
+private:
+    Request m_request = Run;
+    QString m_errorText;
+    QString m_robot;
+    QStringList m_watch;
+    QString m_settingsFile;
+};
+
+} // namespace Velk
+
+#endif

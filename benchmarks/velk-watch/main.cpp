@@ -37,7 +37,7 @@ void print(const char* what, double value, const char* unit)
 void waitFor(const std::function<bool()>& condition)
 {
     while (!condition())
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 // Processor time of this thread, which is the window's.

@@ -74,4 +74,6 @@ namespace Velk {
 using ::qHash;
 } // namespace Velk
 
+Q_DECLARE_TYPEINFO(Velk::DisplayedMemoryKey, Q_MOVABLE_TYPE);
+
 #endif

@@ -36,14 +36,16 @@ class MEMORYKEYMODEL_EXPORT MemoryKey
 public:
     /// Stores the three values as they are given: the name is neither checked nor normalised.
     MemoryKey(const QString& name, const QString& description, MemoryKeyNature nature);
-    MemoryKey(const MemoryKey& other);
-    MemoryKey& operator=(const MemoryKey& other);
-    virtual ~MemoryKey();
+    MemoryKey(const MemoryKey& other) = default;
+    MemoryKey(MemoryKey&& other) noexcept = default;
+    MemoryKey& operator=(const MemoryKey& other) = default;
+    MemoryKey& operator=(MemoryKey&& other) noexcept = default;
+    virtual ~MemoryKey() = default;
 
     /// The key's name as the robot's memory spells it.
     QString name() const { return m_name; }
     /// Free text, shown beside the name.
-    QString description() const { return m_description; }
+    QString description() const;
     MemoryKeyNature nature() const { return m_nature; }
     /// "DATA", "EVENT" or "UNKNOWN"; a null string for a value that is not exactly one nature.
     QString natureToString() const;
@@ -57,7 +59,12 @@ public:
     static const QString unknownString;
 
 private:
+    friend class MemoryKeyListModel;
     friend MEMORYKEYMODEL_EXPORT uint(::qHash)(const MemoryKey& key);
+
+    /// A key whose description is its name and " desc". A robot lists its names by the hundred thousand: the text is
+    /// made when it is asked for.
+    MemoryKey(const QString& name, MemoryKeyNature nature);
 
     QString m_name;
     QString m_description;
@@ -66,5 +73,7 @@ private:
 };
 
 } // namespace Velk
+
+Q_DECLARE_TYPEINFO(Velk::MemoryKey, Q_MOVABLE_TYPE);
 
 #endif

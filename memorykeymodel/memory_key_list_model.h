@@ -9,6 +9,8 @@
 #include <QSet>
 #include <QStringList>
 
+#include <array>
+
 namespace Velk {
 
 class ConnectionManager;
@@ -72,6 +74,7 @@ protected Q_SLOTS:
 
 private:
     void updateKeyNatures();
+    void forgetQueries();
     void fileNames(const QFutureWatcher<QStringList>& list, QSet<MemoryKey>& keys, MemoryKeyNature nature);
 
     ConnectionManager* m_connectionManager;
@@ -87,6 +90,9 @@ private:
     // Lists whose completion was not delivered yet. The watchers cannot be asked: in Qt 6 they answer for their
     // futures, which may all be finished before the first list is filed.
     int m_awaitedLists = 3;
+    bool m_areNaturesSettled =
+        true; // false from the arrival of a list until a name that is in both sets is an event key only
+    mutable std::array<QSet<MemoryKey>, 8> m_queries; // results of keys() by their mask, until a set changes
 };
 
 } // namespace Velk

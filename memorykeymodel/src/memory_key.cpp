@@ -2,6 +2,17 @@
 
 namespace Velk {
 
+namespace {
+
+// Stands for a description that is made from the name: told by its address, so that it cannot be anybody's text.
+const QString& describedByName()
+{
+    static const QString mark = QStringLiteral("described by name");
+    return mark;
+}
+
+} // namespace
+
 const QString MemoryKey::dataString = QStringLiteral("DATA");
 const QString MemoryKey::eventString = QStringLiteral("EVENT");
 const QString MemoryKey::unknownString = QStringLiteral("UNKNOWN");
@@ -13,11 +24,16 @@ MemoryKey::MemoryKey(const QString& name, const QString& description, MemoryKeyN
     , m_nameHash(static_cast<uint>(qHash(name)))
 {}
 
-MemoryKey::MemoryKey(const MemoryKey& other) = default;
+MemoryKey::MemoryKey(const QString& name, MemoryKeyNature nature)
+    : MemoryKey(name, describedByName(), nature)
+{}
 
-MemoryKey& MemoryKey::operator=(const MemoryKey& other) = default;
-
-MemoryKey::~MemoryKey() = default;
+QString MemoryKey::description() const
+{
+    if (m_description.constData() == describedByName().constData())
+        return m_name + QStringLiteral(" desc");
+    return m_description;
+}
 
 QString MemoryKey::natureToString() const
 {

@@ -7,11 +7,6 @@ namespace Velk {
 
 namespace {
 
-QString descriptionOf(const QString& name)
-{
-    return name + QStringLiteral(" desc");
-}
-
 // The union that every result here is built by: an element that is there stays, whatever the other set holds
 // under its name.
 void unite(QSet<MemoryKey>& keys, const QSet<MemoryKey>& others)
@@ -78,9 +73,11 @@ void MemoryKeyListModel::fileNames(const QFutureWatcher<QStringList>& list, QSet
     // list has been delivered all the same.
     --m_awaitedLists;
     const QStringList names = list.result();
+    forgetQueries();
+    m_areNaturesSettled = false;
     keys.reserve(keys.size() + names.size());
     for (const QString& name : names)
-        keys.insert(MemoryKey(name, descriptionOf(name), nature));
+        keys.insert(MemoryKey(name, nature));
 }
 
 void MemoryKeyListModel::updateReadiness()
@@ -95,18 +92,25 @@ void MemoryKeyListModel::updateReadiness()
 
 void MemoryKeyListModel::updateKeyNatures()
 {
-    m_unknownKeys.clear();
-    m_dataKeys.subtract(m_eventKeys);
+    forgetQueries();
+    if (!m_areNaturesSettled) {
+        m_dataKeys.subtract(m_eventKeys);
+        m_areNaturesSettled = true;
+    }
 
-    QSet<MemoryKey> candidates = m_selectedKeys;
-    candidates.subtract(m_dataKeys).subtract(m_eventKeys);
-    unite(candidates, m_userKeys);
-    for (const MemoryKey& key : qAsConst(candidates))
-        m_unknownKeys.insert(MemoryKey(key.name(), key.description(), UnknownNature));
+    // From here on only what is selected and what was typed in is looked at, not every name that the robot lists.
+    m_unknownKeys.clear();
+    for (const MemoryKey& key : qAsConst(m_selectedKeys)) {
+        if (!m_dataKeys.contains(key) && !m_eventKeys.contains(key))
+            m_unknownKeys.insert(MemoryKey(key.name(), key.description(), UnknownNature));
+    }
+    // After the selected keys: of a key that was selected and typed in, the selected one is kept.
+    unite(m_unknownKeys, m_userKeys);
 
     // Every selected key is in one of the three sets now, so none is lost. The catalogue's element replaces the
     // selected one, which an intersection of the two sets could keep instead.
     QSet<MemoryKey> selectedKeys;
+    selectedKeys.reserve(m_selectedKeys.size());
     for (const MemoryKey& key : qAsConst(m_selectedKeys)) {
         for (const QSet<MemoryKey>* keys : {&m_dataKeys, &m_eventKeys, &m_unknownKeys}) {
             const auto found = keys->constFind(key);
@@ -126,14 +130,22 @@ QSet<MemoryKey> MemoryKeyListModel::keys() const
 
 QSet<MemoryKey> MemoryKeyListModel::keys(MemoryKeyNature nature) const
 {
-    QSet<MemoryKey> keys;
-    if (nature & DataNature)
-        unite(keys, m_dataKeys);
-    if (nature & EventNature)
-        unite(keys, m_eventKeys);
-    if (nature & UnknownNature)
-        unite(keys, m_unknownKeys);
+    const std::size_t query = std::size_t(nature & (DataNature | EventNature | UnknownNature));
+    QSet<MemoryKey>& keys = m_queries[query];
+    if (keys.isEmpty()) {
+        if (nature & DataNature)
+            unite(keys, m_dataKeys);
+        if (nature & EventNature)
+            unite(keys, m_eventKeys);
+        if (nature & UnknownNature)
+            unite(keys, m_unknownKeys);
+    }
     return keys;
+}
+
+void MemoryKeyListModel::forgetQueries()
+{
+    m_queries.fill(QSet<MemoryKey>());
 }
 
 void MemoryKeyListModel::selectKeys(const QSet<MemoryKey>& keys)
@@ -145,7 +157,7 @@ void MemoryKeyListModel::selectKeys(const QSet<MemoryKey>& keys)
 void MemoryKeyListModel::addUserKey(const QString& name)
 {
     // A copy of the stored key: a slot may delete this catalogue while others still read the argument.
-    const MemoryKey key = *m_userKeys.insert(MemoryKey(name, descriptionOf(name), UnknownNature));
+    const MemoryKey key = *m_userKeys.insert(MemoryKey(name, UnknownNature));
     updateKeyNatures();
     emit userKeyAdded(key);
 }

@@ -1,0 +1,60 @@
+#ifndef APPS_VELK_SRC_CONSOLE_H
+#define APPS_VELK_SRC_CONSOLE_H
+
+#include "exit_status.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace Velk {
+
+/// Standard output, for data, and standard error, for messages. Nothing is buffered: what was written has been handed
+/// to the system when the call returns.
+class Console
+{
+public:
+    struct Size
+    {
+        int rows;
+        int columns;
+    };
+
+    /// Takes the two descriptors as they are; they stay open.
+    explicit Console(int outputDescriptor = 1, int messageDescriptor = 2);
+
+    /// Whether a person reads standard output on a terminal whose lines can be written again.
+    bool isOutputTerminal() const { return m_isOutputTerminal; }
+    /// The same for standard error.
+    bool isMessageTerminal() const { return m_isMessageTerminal; }
+    /// The present size of the output terminal; 24 by 80 when it does not tell.
+    Size outputSize() const;
+
+    /// Writes data. False when it could not be written, now or before: outputStatus() says how to end, and
+    /// a failure other than a reader that has gone has been told. False with outputStatus() Success when a reader has
+    /// stopped reading and a signal asks velk to end.
+    bool write(const QByteArray& data);
+    int outputStatus() const { return m_outputStatus; }
+
+    /// Writes a message, "velk: …", each further line of it indented.
+    void message(const QString& text);
+
+    /// Shows the text in the last line of the message terminal, in place of the one before; an empty text clears it.
+    /// Nothing when standard error is not a terminal.
+    void setStatusLine(const QString& text);
+
+    /// What a terminal takes for a command, and what would break the line, written as an escape: robots may have any
+    /// byte in a name or in a value.
+    static QString printable(const QString& text);
+
+private:
+    int m_outputDescriptor;
+    int m_messageDescriptor;
+    bool m_isOutputTerminal;
+    bool m_isMessageTerminal;
+    int m_outputStatus = Success;
+    bool m_hasStatusLine = false;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,90 @@
+#include "keys_task.h"
+
+#include "console.h"
+#include "key_choice.h"
+#include "value_text.h"
+
+#include <memorykeymodel/memory_key_list_model.h>
+
+#include <QJsonObject>
+
+#include <algorithm>
+#include <iterator>
+
+namespace Velk {
+
+namespace {
+
+// As many as make writing cheap, and few enough that a million keys are not held twice.
+constexpr int pieceSize = 1 << 16;
+
+QByteArray textLine(const MemoryKey& key)
+{
+    return QStringLiteral("%1  %2\n").arg(key.natureToString(), -7).arg(Console::printable(key.name())).toUtf8();
+}
+
+QByteArray jsonElement(const MemoryKey& key)
+{
+    return jsonLine({{QStringLiteral("name"), key.name()}, {QStringLiteral("nature"), key.natureToString()}})
+        .chopped(1);
+}
+
+} // namespace
+
+KeysTask::KeysTask(RobotLink& link, Console& console, int timeoutMs, const KeysOptions& options)
+    : RobotTask(link, console, timeoutMs)
+    , m_options(options)
+{}
+
+void KeysTask::onListed(const MemoryKeyListModel& catalogue)
+{
+    QSet<MemoryKey> keys = catalogue.keys();
+    for (const QString& name : qAsConst(m_options.names))
+        keys.insert(MemoryKey(name, name, UnknownNature));
+    QVector<QRegularExpression> filters;
+    for (const QString& filter : qAsConst(m_options.filters))
+        filters.append(keyPattern(filter));
+    const auto passes = [&](const MemoryKey& key) {
+        if ((key.nature() & m_options.natures) == 0)
+            return false;
+        return filters.isEmpty() ||
+               std::any_of(filters.cbegin(), filters.cend(),
+                           [&](const QRegularExpression& filter) { return filter.match(key.name()).hasMatch(); });
+    };
+
+    QVector<MemoryKey> passing;
+    std::copy_if(keys.cbegin(), keys.cend(), std::back_inserter(passing), passes);
+
+    setWorking();
+    QByteArray piece = m_options.json ? QByteArray("[") : QByteArray();
+    const char* separator = "\n  ";
+    const QVector<MemoryKey> sortedKeys = sortedByName(passing);
+    for (const MemoryKey& key : sortedKeys) {
+        if (m_options.json)
+            piece += separator + jsonElement(key);
+        else
+            piece += textLine(key);
+        separator = ",\n  ";
+        if (piece.size() < pieceSize)
+            continue;
+        if (!write(piece))
+            return;
+        piece.clear();
+    }
+    if (m_options.json)
+        piece += "\n]\n";
+    if (write(piece))
+        finish(Success);
+}
+
+bool KeysTask::write(const QByteArray& data)
+{
+    if (console().write(data))
+        return true;
+    // Without a status it was a signal, which ends the task from the event loop.
+    if (console().outputStatus() != Success)
+        finish(console().outputStatus());
+    return false;
+}
+
+} // namespace Velk

@@ -1,0 +1,38 @@
+#ifndef APPS_VELK_SRC_KEYS_TASK_H
+#define APPS_VELK_SRC_KEYS_TASK_H
+
+#include "robot_task.h"
+
+#include <QStringList>
+
+namespace Velk {
+
+/// Which keys `velk keys` writes, and how.
+struct KeysOptions
+{
+    QStringList names;       ///< further names, which are shown as unknown when the robot does not list them
+    QStringList filters;     ///< patterns, of which a name must match one; none lets every name pass
+    int natures = 1 | 2 | 4; ///< a mask of MemoryKeyNature
+    bool json = false;
+};
+
+/// Writes the robot's catalogue, sorted by name.
+class KeysTask : public RobotTask
+{
+    Q_OBJECT
+
+public:
+    KeysTask(RobotLink& link, Console& console, int timeoutMs, const KeysOptions& options);
+
+protected:
+    void onListed(const MemoryKeyListModel& catalogue) override;
+
+private:
+    bool write(const QByteArray& data);
+
+    KeysOptions m_options;
+};
+
+} // namespace Velk
+
+#endif

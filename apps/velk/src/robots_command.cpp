@@ -1,0 +1,20 @@
+#include "command.h"
+#include "console.h"
+
+#include <connections/directory/robot_directory.h>
+
+namespace Velk {
+
+void addRobotsCommand(CommandContext& context)
+{
+    CLI::App* const command = context.parser.add_subcommand("robots", "List the kinds of robot that --robot can name");
+    context.onTyped(*command, [&context] {
+        QString text;
+        for (const RobotDirectory::Scheme& scheme : RobotDirectory::schemes())
+            text += QStringLiteral("%1\n    %2\n").arg(scheme.synopsis, scheme.description);
+        context.console.write(text.toUtf8());
+        return context.console.outputStatus();
+    });
+}
+
+} // namespace Velk

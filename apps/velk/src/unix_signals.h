@@ -1,0 +1,40 @@
+#ifndef APPS_VELK_SRC_UNIX_SIGNALS_H
+#define APPS_VELK_SRC_UNIX_SIGNALS_H
+
+#include <QObject>
+
+QT_BEGIN_NAMESPACE
+class QSocketNotifier;
+QT_END_NAMESPACE
+
+namespace Velk {
+
+/// The signals that ask velk to end (SIGINT, SIGTERM, SIGHUP), delivered by the event loop. One object at a time. The
+/// signals stay caught when it is gone: what asks velk to end while it ends changes nothing.
+class UnixSignals : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit UnixSignals(QObject* parent = nullptr);
+    ~UnixSignals() override;
+
+    /// Whether a signal has come at any time. May be asked without an object.
+    static bool isPending();
+
+    /// Ignores the signals that would end velk where a failed write tells enough: SIGPIPE, and SIGXFSZ for a limit on
+    /// the size of files.
+    static void ignoreWriteSignals();
+
+Q_SIGNALS:
+    void received(int signalNumber);
+
+private:
+    void onReadable();
+
+    QSocketNotifier* m_notifier;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,44 @@
+#include "velk.h"
+
+#include "console.h"
+#include "exit_status.h"
+#include "unix_signals.h"
+
+#include <sstream>
+
+namespace Velk {
+
+int runVelk(int argc, char** argv, const CreateLink& createLink)
+{
+    UnixSignals::ignoreWriteSignals();
+    Console console;
+    CLI::App parser("Shows and records the memory of a robot. `velk COMMAND --help` tells a command's options.",
+                    "velk");
+    parser.set_version_flag("--version", "velk " VELK_VERSION);
+    parser.footer(exitStatusHelp().toStdString());
+    parser.require_subcommand(1);
+    CommandContext context{parser, console, createLink, {}};
+    addCommands(context);
+
+    try {
+        parser.parse(argc, argv);
+        return context.run();
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream help;
+        std::ostringstream message;
+        if (parser.exit(error, help, message) == 0) {
+            console.write(QByteArray::fromStdString(help.str()));
+            return console.outputStatus();
+        }
+        // The parser asks for a command before it looks at what it could make nothing of.
+        const std::vector<std::string> unknown = parser.remaining();
+        if (parser.get_subcommands().empty() && !unknown.empty())
+            console.message(QStringLiteral("%1 is no command or option of velk.\nRun velk --help for those that are.")
+                                .arg(toQString(unknown.front())));
+        else
+            console.message(toQString(message.str()).trimmed());
+        return UsageError;
+    }
+}
+
+} // namespace Velk

@@ -1,0 +1,13 @@
+#ifndef APPS_VELK_SRC_VELK_H
+#define APPS_VELK_SRC_VELK_H
+
+#include "command.h"
+
+namespace Velk {
+
+/// The whole of velk: reads the command line, runs the command and gives the exit status. Needs a QCoreApplication.
+int runVelk(int argc, char** argv, const CreateLink& createLink);
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,55 @@
+#ifndef APPS_VELK_SRC_WATCH_TASK_H
+#define APPS_VELK_SRC_WATCH_TASK_H
+
+#include "displayed_keys_task.h"
+#include "watch_screen.h"
+
+#include <QHash>
+#include <QSet>
+#include <QTimer>
+
+namespace Velk {
+
+class DisplayedMemoryKey;
+
+/// Writes the newest values of the keys as they come: in place on a terminal, a line each otherwise. It goes on after
+/// a connection that was lost has come back.
+class WatchTask : public DisplayedKeysTask
+{
+    Q_OBJECT
+
+public:
+    enum Format
+    {
+        Automatic, ///< in place on a terminal, otherwise lines of text
+        JsonLines
+    };
+
+    WatchTask(RobotLink& link, Console& console, int timeoutMs, const DisplayedKeysOptions& options, Format format);
+
+    void interrupt(int signalNumber) override;
+
+protected:
+    void begin(const QVector<MemoryKey>& keys) override;
+    void onConnectedAgain() override;
+    using RobotTask::tell;
+    void tell(const QString& text) override;
+    void finish(int status) override;
+
+private:
+    void onKeysUpdated(const QSet<DisplayedMemoryKey>& keys);
+    void paint();
+    void write(const QByteArray& data);
+
+    const Format m_format;
+    const bool m_isInPlace;
+    WatchScreen m_screen;
+    QVector<MemoryKey> m_keys;
+    QVector<WatchRow> m_rows; // of the keys, in their order
+    QHash<QString, int> m_rowOfKey;
+    QTimer m_end;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,63 @@
+// Lists the keys of a robot in this process with the catalogue, records one of them, and saves the recording.
+
+#include <connections/embedded/embedded_link.h>
+#include <connections/embedded/robot_memory.h>
+#include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <memorykeymodel/memory_key_list_model.h>
+#include <recordfile/record_file_saver.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace Velk;
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    const auto memory = std::make_shared<RobotMemory>();
+    memory->declareEvent(QStringLiteral("Bumper"));
+    memory->setData(QStringLiteral("Arm/Position"), 0.25, 10.0); // at second 10 of the robot's clock
+    EmbeddedLink robot(memory);
+    DisplayedMemoryKeyListModel model(&robot);
+
+    int samples = 0;
+    QObject::connect(&model, &DisplayedMemoryKeyListModel::keysUpdated, [&](const QSet<DisplayedMemoryKey>& keys) {
+        if (model.keys().isEmpty()) { // the first one: the model is ready for its keys
+            auto* const catalogue = new MemoryKeyListModel(&robot, {}); // lives as long as the robot's link
+            QObject::connect(catalogue, &MemoryKeyListModel::ready, [&model, catalogue] {
+                QStringList lines;
+                for (const MemoryKey& key : catalogue->keys())
+                    lines << key.name() + QLatin1Char(' ') + key.natureToString();
+                std::sort(lines.begin(), lines.end());
+                std::printf("%s\n", qPrintable(lines.join(QLatin1Char('\n'))));
+                model.setSamplingPeriod(200);
+                model.addKeys(catalogue->keys(DataNature));
+                model.startRecording();
+            });
+        } else if (!keys.isEmpty()) {
+            if (++samples == 5)
+                model.stopRecording(); // the rows of a batch follow its signal: four are written
+            memory->setData(QStringLiteral("Arm/Position"), samples, 10.0 + samples / 4.0); // the robot goes on
+        }
+    });
+    QObject::connect(&model, &DisplayedMemoryKeyListModel::recording, [&](bool isRecording) {
+        if (!isRecording)
+            QCoreApplication::quit();
+    });
+    robot.open();
+    QCoreApplication::exec();
+
+    QTemporaryDir directory;
+    RecordFileSaver saver(model.takeRecordFile());
+    const RecordSaveResult result = saver.save(directory.filePath(QStringLiteral("run.csv")));
+    if (!result.isSaved()) {
+        std::fprintf(stderr, "%s\n", qPrintable(result.message));
+        return 1;
+    }
+    QFile file(directory.filePath(QStringLiteral("run.csv")));
+    return file.open(QIODevice::ReadOnly) && std::printf("%s", file.readAll().constData()) > 0 ? 0 : 1;
+}

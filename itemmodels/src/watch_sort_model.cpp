@@ -1,0 +1,39 @@
+#include <itemmodels/watch_sort_model.h>
+
+#include <itemmodels/value_text.h>
+
+namespace Velk {
+
+WatchSortModel::WatchSortModel(WatchModel* source, QObject* parent)
+    : QSortFilterProxyModel(parent)
+{
+    setSortRole(WatchModel::SortRole);
+    setDynamicSortFilter(false);
+    WatchSortModel::setSourceModel(source);
+}
+
+WatchSortModel::~WatchSortModel() = default;
+
+void WatchSortModel::setSourceModel(QAbstractItemModel* source)
+{
+    if (sourceModel())
+        disconnect(sourceModel(), &QAbstractItemModel::rowsInserted, this, &WatchSortModel::onRowsInserted);
+    QSortFilterProxyModel::setSourceModel(source);
+    // After the connections of the base class: it has taken the rows in when this is called.
+    if (source)
+        connect(source, &QAbstractItemModel::rowsInserted, this, &WatchSortModel::onRowsInserted);
+}
+
+void WatchSortModel::onRowsInserted()
+{
+    // The base class appends new rows unless it sorts all the time.
+    if (!dynamicSortFilter() && sortColumn() >= 0)
+        sort(sortColumn(), sortOrder());
+}
+
+bool WatchSortModel::lessThan(const QModelIndex& left, const QModelIndex& right) const
+{
+    return ValueText::isLess(left.data(sortRole()), right.data(sortRole()));
+}
+
+} // namespace Velk

@@ -1,0 +1,13 @@
+# Installs the build to an empty prefix and runs the velk that is there.
+file(REMOVE_RECURSE "${PREFIX}")
+execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${PREFIX}"
+    OUTPUT_QUIET ERROR_VARIABLE errors RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+    message(FATAL_ERROR "The installation failed:\n${errors}")
+endif()
+execute_process(COMMAND "${PREFIX}/${BINDIR}/velk" keys --robot sim: --filter Arm/*
+    OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
+if(NOT status EQUAL 0 OR NOT output MATCHES "^DATA     Arm/")
+    message(FATAL_ERROR "The installed velk ended with ${status}:\n${output}\n${errors}")
+endif()
+file(REMOVE_RECURSE "${PREFIX}")

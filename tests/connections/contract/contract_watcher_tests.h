@@ -1,0 +1,64 @@
+#ifndef TESTS_CONNECTIONS_CONTRACT_CONTRACT_WATCHER_TESTS_H
+#define TESTS_CONNECTIONS_CONTRACT_CONTRACT_WATCHER_TESTS_H
+
+#include "contract_subject.h"
+
+#include <QObject>
+
+namespace Velk {
+
+/// What a memory service owes for the keys that are watched: sampling, delivering, and the change of either.
+class ContractWatcherTests : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ContractWatcherTests(ContractSubjectFactory createSubject);
+
+private Q_SLOTS:
+    void watchedKeysAreDeliveredAndNoOthers();
+    void nothingIsDeliveredUnlessTheWatcherRuns();
+    void batchesComeAlsoWhenThereIsNothingToDeliver();
+    void batchesArriveOnTheModelsThread();
+    void valuesKeepTheirType_data();
+    void valuesKeepTheirType();
+    void aSampleIsTheValueOfItsMoment();
+    void aBatchHoldsSeveralSamplesOfAKey();
+    void timeStampsAscendStrictly();
+    void timeStampsAscendAcrossStopAndStart();
+
+    void withoutASamplingPeriodEachKeyHasItsOwn();
+    void aSamplingPeriodHoldsForEveryKey();
+    void aShorterSamplingPeriodTakesEffectAtOnce();
+    void aShorterGatherPeriodTakesEffectAtOnce();
+    void aShorterWatchPeriodTakesEffectAtOnce();
+    void periodsMayChangeTogetherAndRepeatedly();
+    void startingARunningWatcherDeliversNothingTwice();
+
+    void everyOccurrenceIsDeliveredOnce_data();
+    void everyOccurrenceIsDeliveredOnce();
+    void anOccurrenceIsNotSampled();
+    void whatWasRaisedBeforeTheKeyWasWatchedIsNotDelivered();
+    void aKeyThatDoesNotExistYetDeliversFromThenOn_data();
+    void aKeyThatDoesNotExistYetDeliversFromThenOn();
+    void aRemovedKeyDeliversNothingUntilItIsBack();
+
+    void anUnwatchedKeyIsNotDelivered();
+    void unwatchingAllLeavesNothingToDeliver();
+    void unwatchingWhatIsNotWatchedDoesNothing();
+    void aKeyCanBeWatchedAgain();
+    void blockedSignalsAreNotDelivered();
+
+    void aSlotMayActOnItsSource_data();
+    void aSlotMayActOnItsSource();
+    void aServiceWithoutConnectionDoesNothing_data();
+    void aServiceWithoutConnectionDoesNothing();
+    void aCompleteDeliveryLosesNothing();
+
+private:
+    const ContractSubjectFactory m_createSubject;
+};
+
+} // namespace Velk
+
+#endif

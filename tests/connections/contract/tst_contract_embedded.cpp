@@ -1,0 +1,6 @@
+#include "embedded_subject.h"
+
+int main(int argc, char** argv)
+{
+    return Velk::runContractSuite(argc, argv, [] { return std::make_unique<Velk::EmbeddedSubject>(); });
+}

@@ -1,0 +1,11 @@
+#include "embedded_subject.h"
+
+#include <connections/simulated/simulated_link.h>
+
+int main(int argc, char** argv)
+{
+    return Velk::runContractSuite(argc, argv, [] {
+        return std::make_unique<Velk::EmbeddedSubject>(
+            std::make_unique<Velk::SimulatedLink>(Velk::SimulatedRobot::Parameters()));
+    });
+}

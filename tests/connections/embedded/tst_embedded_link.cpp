@@ -1,0 +1,419 @@
+#include <connections/embedded/embedded_link.h>
+#include <connections/embedded/robot_memory.h>
+#include <robotconnection/memory_interface.h>
+
+#include <QFuture>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
+
+using namespace Velk;
+
+namespace {
+
+constexpr int timeoutMs = 60000;
+constexpr int hoursMs = 9999990;
+
+const QString data = QStringLiteral("Data");
+const QString otherData = QStringLiteral("Other");
+const QString anEvent = QStringLiteral("Event");
+
+using Batch = QMap<QString, QMap<double, QVariant>>;
+
+/// A link to a robot memory, connected, and what it has delivered.
+struct Session
+{
+    explicit Session(int queueCapacity = 4096)
+        : memory(std::make_shared<RobotMemory>())
+        , link(std::make_unique<EmbeddedLink>(memory))
+    {
+        link->setQueueCapacity(queueCapacity);
+        link->open();
+        isConnected = QTest::qWaitFor([this] { return link->isConnected(); }, timeoutMs);
+        service = link->memoryInterface();
+        QObject::connect(service.get(), &MemoryInterface::dataGathered, service.get(), [this](const Batch& batch) {
+            ++batches;
+            for (auto key = batch.begin(); key != batch.end(); ++key) {
+                for (auto sample = key->begin(); sample != key->end(); ++sample) {
+                    stamps[key.key()] << sample.key();
+                    values[key.key()] << sample.value().toString();
+                }
+            }
+        });
+    }
+
+    std::shared_ptr<RobotMemory> memory;
+    std::unique_ptr<EmbeddedLink> link;
+    bool isConnected = false;
+    boost::shared_ptr<MemoryInterface> service;
+    int batches = 0;
+    QMap<QString, QList<double>> stamps;
+    QMap<QString, QStringList> values;
+};
+
+} // namespace
+
+class RealTimeListener : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit RealTimeListener(QStringList& answers)
+        : m_answers(answers)
+    {}
+
+public Q_SLOTS:
+    void gotAnswer(bool supported) { m_answers << (supported ? QStringLiteral("yes") : QStringLiteral("no")); }
+
+private:
+    QStringList& m_answers;
+};
+
+class TestEmbeddedLink : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theLinkHasTheMemoryThatItWasGiven();
+    void aLinkWithoutAMemoryMakesOne();
+    void aRobotOutOfReachIsConnectedWhenItIsBack();
+    void aRobotThatGoesWhileItIsConnectedToComesBack();
+    void theRealTimeAnswerIsSetForTheNextConnection();
+
+    void keysThatAreSampledTogetherShareATimeStamp();
+    void aTimeStampOfTheRobotIsDeliveredOnce();
+    void aDeclaredKeyIsNotSampledBeforeItHasAValue();
+    void whatIsRaisedWhileTheWatcherIsStoppedIsNotDelivered();
+    void stoppingDiscardsWhatWasCollected();
+    void anOverfullQueueKeepsTheNewestAndCountsTheRest();
+    void lossesOutliveTheConnectionAndEndWithTheNextOpening();
+    void nonsensicalPeriodsAreTheShortest();
+
+    void listsFinishFromTheEventLoop();
+    void aMillionNamesAreListed();
+    void eventsOfManyThreadsAreAllDelivered();
+    void writersMayGoOnWhileTheLinkComesAndGoes();
+};
+
+void TestEmbeddedLink::theLinkHasTheMemoryThatItWasGiven()
+{
+    const auto memory = std::make_shared<RobotMemory>();
+    const EmbeddedLink link(memory);
+
+    QCOMPARE(link.memory().get(), memory.get());
+    QCOMPARE(link.url(), QStringLiteral("embedded:"));
+    QVERIFY(link.isRealTimeSupported());
+    QCOMPARE(link.queueCapacity(), 4096);
+}
+
+void TestEmbeddedLink::aLinkWithoutAMemoryMakesOne()
+{
+    const EmbeddedLink link(nullptr);
+
+    QVERIFY(link.memory());
+}
+
+void TestEmbeddedLink::aRobotOutOfReachIsConnectedWhenItIsBack()
+{
+    EmbeddedLink link(nullptr);
+    QSignalSpy failed(&link, &RobotLink::failed);
+    QSignalSpy lost(&link, &RobotLink::connectionLost);
+    link.loseConnection();
+
+    link.open();
+    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, timeoutMs);
+    QCOMPARE(link.state(), RobotLink::Connecting);
+    link.restoreConnection();
+
+    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
+    QCOMPARE(lost.count(), 0);
+}
+
+void TestEmbeddedLink::aRobotThatGoesWhileItIsConnectedToComesBack()
+{
+    EmbeddedLink link(nullptr);
+    QSignalSpy established(&link, &RobotLink::connectionEstablished);
+
+    link.open();
+    link.loseConnection();
+    link.restoreConnection();
+
+    QTRY_COMPARE_WITH_TIMEOUT(established.count(), 1, timeoutMs);
+    QVERIFY(link.isConnected());
+    link.loseConnection();
+    link.restoreConnection();
+    link.loseConnection();
+    link.restoreConnection();
+    QTRY_COMPARE_WITH_TIMEOUT(established.count(), 2, timeoutMs);
+    QCoreApplication::processEvents();
+    QCOMPARE(established.count(), 2);
+}
+
+void TestEmbeddedLink::theRealTimeAnswerIsSetForTheNextConnection()
+{
+    EmbeddedLink link(nullptr);
+    link.open();
+    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
+    QStringList answers;
+    RealTimeListener listener(answers);
+
+    link.setRealTimeSupported(false);
+    link.memoryInterface()->isRealTimeSupported(&listener, "gotAnswer");
+    QTRY_COMPARE_WITH_TIMEOUT(answers, QStringList(QStringLiteral("yes")), timeoutMs);
+    link.close();
+    link.open();
+    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
+    link.memoryInterface()->isRealTimeSupported(&listener, "gotAnswer");
+
+    QTRY_COMPARE_WITH_TIMEOUT(answers, QStringList({QStringLiteral("yes"), QStringLiteral("no")}), timeoutMs);
+}
+
+void TestEmbeddedLink::keysThatAreSampledTogetherShareATimeStamp()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->setData(data, 1);
+    session.memory->setData(otherData, 2);
+    session.service->watchKey(data, 20);
+    session.service->watchKey(otherData, 20);
+
+    session.service->startWatcher(200, 0);
+
+    QTRY_VERIFY_WITH_TIMEOUT(session.stamps.value(data).size() >= 10, timeoutMs);
+    QCOMPARE(session.stamps.value(otherData), session.stamps.value(data));
+}
+
+void TestEmbeddedLink::aTimeStampOfTheRobotIsDeliveredOnce()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->setData(data, 1, 12.5);
+    session.service->watchKey(data, 10);
+    session.service->startWatcher(50, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(session.stamps.value(data), QList<double>{12.5}, timeoutMs);
+    const int batches = session.batches;
+    QTRY_VERIFY_WITH_TIMEOUT(session.batches >= batches + 3, timeoutMs);
+    QCOMPARE(session.stamps.value(data), QList<double>{12.5});
+
+    session.memory->setData(data, 2, 13.5);
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.stamps.value(data), (QList<double>{12.5, 13.5}), timeoutMs);
+    QCOMPARE(session.values.value(data), QStringList({QStringLiteral("1"), QStringLiteral("2")}));
+}
+
+void TestEmbeddedLink::aDeclaredKeyIsNotSampledBeforeItHasAValue()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->declareData(data);
+    session.service->watchKey(data, 10);
+    session.service->startWatcher(50, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(session.batches >= 3, timeoutMs);
+    QCOMPARE(session.values.size(), 0);
+
+    session.memory->setData(data, QVariant());
+
+    QTRY_VERIFY_WITH_TIMEOUT(!session.values.value(data).isEmpty(), timeoutMs);
+}
+
+void TestEmbeddedLink::whatIsRaisedWhileTheWatcherIsStoppedIsNotDelivered()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.service->watchKey(anEvent, 100);
+    session.memory->raiseEvent(anEvent, QStringLiteral("before"));
+    session.service->startWatcher(50, 0);
+    session.memory->raiseEvent(anEvent, QStringLiteral("running"));
+    QTRY_COMPARE_WITH_TIMEOUT(session.values.value(anEvent), QStringList(QStringLiteral("running")), timeoutMs);
+    session.service->stopWatcher();
+    session.memory->raiseEvent(anEvent, QStringLiteral("stopped"));
+
+    session.service->startWatcher(50, 0);
+    session.memory->raiseEvent(anEvent, QStringLiteral("running again"));
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.values.value(anEvent),
+                              QStringList({QStringLiteral("running"), QStringLiteral("running again")}), timeoutMs);
+}
+
+void TestEmbeddedLink::stoppingDiscardsWhatWasCollected()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.service->watchKey(anEvent, 100);
+    session.service->startWatcher(hoursMs, 0);
+    session.memory->raiseEvent(anEvent, 1);
+
+    session.service->stopWatcher();
+    session.service->startWatcher(50, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(session.batches >= 3, timeoutMs);
+
+    QCOMPARE(session.values.size(), 0);
+    // Nobody was listening any more: that is not a loss.
+    QCOMPARE(session.link->losses(), SampleLosses());
+}
+
+void TestEmbeddedLink::anOverfullQueueKeepsTheNewestAndCountsTheRest()
+{
+    Session session(3);
+    QVERIFY(session.isConnected);
+    session.service->watchKey(anEvent, 100);
+    session.service->watchKey(data, 100);
+    session.service->startWatcher(200, 0);
+
+    for (int i = 1; i <= 10; ++i)
+        session.memory->raiseEvent(anEvent, i);
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.values.value(anEvent),
+                              QStringList({QStringLiteral("8"), QStringLiteral("9"), QStringLiteral("10")}), timeoutMs);
+    QCOMPARE(session.link->losses(anEvent).dropped, 7);
+    QCOMPARE(session.link->losses(data), SampleLosses());
+    QCOMPARE(session.link->losses(QStringLiteral("Nowhere")), SampleLosses());
+    QCOMPARE(session.link->losses().total(), 7);
+}
+
+void TestEmbeddedLink::lossesOutliveTheConnectionAndEndWithTheNextOpening()
+{
+    Session session(1);
+    QVERIFY(session.isConnected);
+    session.service->watchKey(anEvent, 100);
+    session.service->startWatcher(200, 0);
+    session.memory->raiseEvent(anEvent, 1);
+    session.memory->raiseEvent(anEvent, 2);
+    QCOMPARE(session.link->losses().dropped, 1);
+
+    session.service->unwatchAll();
+    session.link->loseConnection();
+    session.link->restoreConnection();
+    QTRY_VERIFY_WITH_TIMEOUT(session.link->isConnected(), timeoutMs);
+    QCOMPARE(session.link->losses(anEvent).dropped, 1);
+    session.link->close();
+    QCOMPARE(session.link->losses(anEvent).dropped, 1);
+
+    session.link->open();
+    QCOMPARE(session.link->losses(anEvent).dropped, 0);
+}
+
+void TestEmbeddedLink::nonsensicalPeriodsAreTheShortest()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->setData(data, 1);
+    session.service->watchKey(data, -5);
+
+    session.service->startWatcher(0, -1);
+
+    QTRY_VERIFY_WITH_TIMEOUT(session.values.value(data).size() >= 10, timeoutMs);
+    session.service->setGatherPeriod(-1);
+    session.service->watchKey(data, 0);
+    const auto delivered = session.values.value(data).size();
+    QTRY_VERIFY_WITH_TIMEOUT(session.values.value(data).size() >= delivered + 10, timeoutMs);
+}
+
+void TestEmbeddedLink::listsFinishFromTheEventLoop()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+
+    const QFuture<QStringList> list = session.service->getDataList();
+
+    QVERIFY(list.isStarted());
+    QVERIFY(!list.isFinished());
+    QTRY_VERIFY_WITH_TIMEOUT(list.isFinished(), timeoutMs);
+}
+
+void TestEmbeddedLink::aMillionNamesAreListed()
+{
+    constexpr int count = 1000000;
+    Session session;
+    QVERIFY(session.isConnected);
+    for (int i = 0; i < count; ++i)
+        session.memory->declareData(QString::number(i));
+
+    const QFuture<QStringList> list = session.service->getDataList();
+    // The robot's code goes on meanwhile; the list is that of the moment of the question.
+    session.memory->declareData(QStringLiteral("late"));
+
+    QTRY_VERIFY_WITH_TIMEOUT(list.isFinished(), timeoutMs);
+    QCOMPARE(list.result().size(), count);
+    QCOMPARE(session.memory->dataNames().size(), count + 1);
+}
+
+void TestEmbeddedLink::eventsOfManyThreadsAreAllDelivered()
+{
+    constexpr int threadCount = 4;
+    constexpr int occurrences = 1000;
+    Session session;
+    QVERIFY(session.isConnected);
+    QStringList expected;
+    for (int i = 0; i < occurrences; ++i)
+        expected << QString::number(i);
+    for (int t = 0; t < threadCount; ++t)
+        session.service->watchKey(QString::number(t), 100);
+    session.service->watchKey(QStringLiteral("shared"), 100);
+    session.service->startWatcher(20, 10);
+
+    std::vector<std::thread> robot;
+    for (int t = 0; t < threadCount; ++t) {
+        robot.emplace_back([&session, t] {
+            for (int i = 0; i < occurrences; ++i) {
+                session.memory->raiseEvent(QString::number(t), i);
+                session.memory->raiseMicroEvent(QStringLiteral("shared"), i);
+            }
+        });
+    }
+    for (std::thread& thread : robot)
+        thread.join();
+
+    for (int t = 0; t < threadCount; ++t)
+        QTRY_COMPARE_WITH_TIMEOUT(session.values.value(QString::number(t)), expected, timeoutMs);
+    QTRY_COMPARE_WITH_TIMEOUT(session.values.value(QStringLiteral("shared")).size(), threadCount * occurrences,
+                              timeoutMs);
+    QList<double> stamps = session.stamps.value(QStringLiteral("shared"));
+    QVERIFY(std::adjacent_find(stamps.begin(), stamps.end(), std::greater_equal<double>()) == stamps.end());
+}
+
+void TestEmbeddedLink::writersMayGoOnWhileTheLinkComesAndGoes()
+{
+    const auto memory = std::make_shared<RobotMemory>();
+    std::atomic<bool> isStopping{false};
+    std::vector<std::thread> robot;
+    for (int t = 0; t < 2; ++t) {
+        robot.emplace_back([&memory, &isStopping] {
+            for (int i = 0; !isStopping; ++i) {
+                memory->setData(QString::number(i % 10), i);
+                memory->raiseEvent(anEvent, i);
+                memory->removeKey(QString::number((i + 5) % 10));
+            }
+        });
+    }
+
+    int batches = 0;
+    bool isConnected = true;
+    for (int round = 0; round < 5 && isConnected; ++round) {
+        EmbeddedLink link(memory);
+        link.open();
+        isConnected = QTest::qWaitFor([&link] { return link.isConnected(); }, timeoutMs);
+        const boost::shared_ptr<MemoryInterface> service = link.memoryInterface();
+        connect(service.get(), &MemoryInterface::dataGathered, this, [&batches] { ++batches; });
+        for (int i = 0; i < 10; ++i)
+            service->watchKey(QString::number(i), 1);
+        service->watchKey(anEvent, 1);
+        service->startWatcher(5, 0);
+        const int before = batches;
+        isConnected = isConnected && QTest::qWaitFor([&] { return batches >= before + 3; }, timeoutMs);
+        service->unwatchKey(QString::number(round));
+    }
+    isStopping = true;
+    for (std::thread& thread : robot)
+        thread.join();
+
+    QVERIFY(isConnected);
+    QVERIFY(batches >= 15);
+}
+
+QTEST_GUILESS_MAIN(TestEmbeddedLink)
+#include "tst_embedded_link.moc"

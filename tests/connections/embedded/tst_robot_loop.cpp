@@ -1,0 +1,180 @@
+#include <connections/embedded/robot_loop.h>
+
+#include <QStringList>
+#include <QTest>
+
+#include <atomic>
+#include <thread>
+
+using namespace Velk;
+using std::chrono::milliseconds;
+
+class TestRobotLoop : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingIsCalledBeforeItIsStarted();
+    void itPreparesOnceAndStepsAgainAndAgain();
+    void nothingIsCalledAfterItWasStopped();
+    void itRunsOnAThreadOfItsOwn();
+    void itCanBeStartedAgain();
+    void startingAndStoppingTwiceDoesNothing();
+    void destructionStopsIt();
+    void aLongPeriodDoesNotHoldUpTheStop();
+    void aLongFunctionSeesThatItIsToStop();
+};
+
+void TestRobotLoop::nothingIsCalledBeforeItIsStarted()
+{
+    std::atomic<int> calls{0};
+    {
+        const RobotLoop loop(
+            milliseconds(1), [&calls] { ++calls; }, [&calls] { ++calls; });
+    }
+    QCOMPARE(calls.load(), 0);
+}
+
+void TestRobotLoop::itPreparesOnceAndStepsAgainAndAgain()
+{
+    std::atomic<int> preparations{0};
+    std::atomic<int> steps{0};
+    std::atomic<bool> wasUnprepared{false};
+    RobotLoop loop(
+        milliseconds(1), [&preparations] { ++preparations; },
+        [&] {
+            wasUnprepared = wasUnprepared || preparations == 0;
+            ++steps;
+        });
+
+    loop.start();
+    QTRY_VERIFY_WITH_TIMEOUT(steps.load() >= 10, 30000);
+    loop.stop();
+
+    QCOMPARE(preparations.load(), 1);
+    QVERIFY(!wasUnprepared.load());
+}
+
+void TestRobotLoop::nothingIsCalledAfterItWasStopped()
+{
+    std::atomic<int> steps{0};
+    RobotLoop loop(
+        milliseconds(1), [] {}, [&steps] { ++steps; });
+    std::atomic<int> otherSteps{0};
+    RobotLoop other(
+        milliseconds(1), [] {}, [&otherSteps] { ++otherSteps; });
+    loop.start();
+    QTRY_VERIFY_WITH_TIMEOUT(steps.load() > 0, 30000);
+
+    loop.stop();
+    const int stepsAtStop = steps;
+    other.start();
+    QTRY_VERIFY_WITH_TIMEOUT(otherSteps.load() >= 20, 30000);
+
+    QCOMPARE(steps.load(), stepsAtStop);
+}
+
+void TestRobotLoop::itRunsOnAThreadOfItsOwn()
+{
+    std::thread::id preparing;
+    std::thread::id stepping;
+    std::atomic<bool> hasStepped{false};
+    RobotLoop loop(
+        milliseconds(1), [&preparing] { preparing = std::this_thread::get_id(); },
+        [&stepping, &hasStepped] {
+            stepping = std::this_thread::get_id();
+            hasStepped = true;
+        });
+
+    loop.start();
+    QTRY_VERIFY_WITH_TIMEOUT(hasStepped.load(), 30000);
+    loop.stop();
+
+    QVERIFY(preparing == stepping);
+    QVERIFY(preparing != std::this_thread::get_id());
+}
+
+void TestRobotLoop::itCanBeStartedAgain()
+{
+    std::atomic<int> preparations{0};
+    std::atomic<int> steps{0};
+    RobotLoop loop(
+        milliseconds(1), [&preparations] { ++preparations; }, [&steps] { ++steps; });
+    loop.start();
+    loop.stop();
+    const int stepsAtStop = steps;
+
+    loop.start();
+
+    QTRY_VERIFY_WITH_TIMEOUT(steps.load() > stepsAtStop, 30000);
+    loop.stop();
+    QCOMPARE(preparations.load(), 2);
+}
+
+void TestRobotLoop::startingAndStoppingTwiceDoesNothing()
+{
+    std::atomic<int> preparations{0};
+    RobotLoop loop(
+        milliseconds(1), [&preparations] { ++preparations; }, [] {});
+
+    loop.stop();
+    loop.start();
+    loop.start();
+    loop.stop();
+    loop.stop();
+
+    QCOMPARE(preparations.load(), 1);
+}
+
+void TestRobotLoop::destructionStopsIt()
+{
+    std::atomic<bool> isInStep{false};
+    {
+        RobotLoop loop(
+            milliseconds(1), [] {},
+            [&isInStep] {
+                isInStep = true;
+                std::this_thread::yield();
+                isInStep = false;
+            });
+        loop.start();
+    }
+    QVERIFY(!isInStep.load());
+}
+
+void TestRobotLoop::aLongPeriodDoesNotHoldUpTheStop()
+{
+    std::atomic<int> steps{0};
+    RobotLoop loop(
+        std::chrono::hours(1000), [] {}, [&steps] { ++steps; });
+    loop.start();
+    QTRY_COMPARE_WITH_TIMEOUT(steps.load(), 1, 30000);
+
+    loop.stop(); // comes back, rather than in a thousand hours
+
+    QCOMPARE(steps.load(), 1);
+}
+
+void TestRobotLoop::aLongFunctionSeesThatItIsToStop()
+{
+    std::atomic<bool> isPreparing{false};
+    RobotLoop* running = nullptr;
+    RobotLoop loop(
+        milliseconds(1),
+        [&isPreparing, &running] {
+            isPreparing = true;
+            while (!running->isStopping())
+                std::this_thread::yield();
+        },
+        [] {});
+    running = &loop;
+    loop.start();
+    QTRY_VERIFY_WITH_TIMEOUT(isPreparing.load(), 30000);
+
+    loop.stop();
+
+    QVERIFY(loop.isStopping());
+}
+
+QTEST_GUILESS_MAIN(TestRobotLoop)
+#include "tst_robot_loop.moc"

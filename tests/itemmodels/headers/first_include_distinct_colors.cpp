@@ -1,0 +1,1 @@
+#include <itemmodels/distinct_colors.h>

@@ -1,0 +1,1 @@
+#include <itemmodels/item_model_translator.h>

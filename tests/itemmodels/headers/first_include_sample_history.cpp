@@ -1,0 +1,1 @@
+#include <itemmodels/sample_history.h>

@@ -1,0 +1,1 @@
+#include <itemmodels/watch_model.h>

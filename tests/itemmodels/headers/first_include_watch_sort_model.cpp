@@ -1,0 +1,1 @@
+#include <itemmodels/watch_sort_model.h>

@@ -1,0 +1,458 @@
+#include <itemmodels/catalogue_filter_model.h>
+
+#include "catalogue_robot.h"
+#include "model_text.h"
+
+#include <QAbstractItemModelTester>
+#include <QMimeData>
+#include <QtTest>
+
+using namespace Velk;
+
+namespace {
+
+struct TestedFilter
+{
+    explicit TestedFilter(const QStringList& data, const QStringList& events = {})
+        : catalogue(robot.readyCatalogue(data, events))
+    {
+        source.setCatalogue(catalogue);
+    }
+
+    CatalogueRobot robot;
+    CatalogueModel source;
+    MemoryKeyListModel* catalogue;
+    CatalogueFilterModel filter{&source};
+    QAbstractItemModelTester tester{&filter, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+QStringList shown(CatalogueFilterModel& filter)
+{
+    filter.finishFiltering();
+    return columnText(filter, CatalogueModel::NameColumn);
+}
+
+// Names and an expression that takes its time with each: no machine does all within one setter's budget.
+QStringList manyNames()
+{
+    QStringList names;
+    for (int i = 0; i < 2000; ++i)
+        names << QStringLiteral("aaaaaaaaaaaaaaaa%1").arg(i);
+    return names;
+}
+
+QString slowExpression()
+{
+    return text("(a|aa|aaa)+b|a77$");
+}
+
+} // namespace
+
+class TestCatalogueFilterModel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showsEverythingAtFirst();
+    void showsTheNamesThatMatch_data();
+    void showsTheNamesThatMatch();
+    void showsTheNaturesOfItsMask();
+    void showsAndHidesOneNature();
+    void combinesTextAndNatures();
+    void findsTheSameAsAFreshFilterWhateverWasTypedBefore();
+    void keepsItsRowsWhileAnExpressionIsIncomplete();
+    void resetsOnceForAChangeAndNotAtAllForNone();
+    void followsKeysThatAreTypedIn();
+    void showsAnInsertedKeyOnlyWhenItMatches();
+    void insertsWhereItIsSorted();
+    void followsACatalogueThatIsReplaced();
+    void followsNaturesThatChange();
+    void forwardsTheCheckBoxes();
+    void forwardsASelectionThatWasMadeElsewhere();
+    void sortsByColumns_data();
+    void sortsByColumns();
+    void keepsIndexesOnTheirKeysWhenItIsSorted();
+    void keepsThePathOrderForTrees();
+    void worksThroughManyNamesFromTheEventLoop();
+    void beginsAgainWhenTheFilterChangesMeanwhile();
+    void isEmptyWhenItsSourceDies();
+    void takesAnotherSource();
+    void refusesAModelThatIsNoCatalogue();
+    void givesHeaderRolesAndDragsOfItsSource();
+    void tellsItsCount();
+};
+
+void TestCatalogueFilterModel::showsEverythingAtFirst()
+{
+    TestedFilter tested(list("B|A"), list("C"));
+
+    QCOMPARE(shown(tested.filter), list("A|B|C"));
+    QCOMPARE(tested.filter.syntax(), CatalogueFilterModel::Wildcard);
+    QCOMPARE(tested.filter.filterCaseSensitivity(), Qt::CaseSensitive);
+    QCOMPARE(tested.filter.natures(), 7);
+}
+
+void TestCatalogueFilterModel::showsTheNamesThatMatch_data()
+{
+    QTest::addColumn<QString>("filterText");
+    QTest::addColumn<CatalogueFilterModel::Syntax>("syntax");
+    QTest::addColumn<Qt::CaseSensitivity>("caseSensitivity");
+    QTest::addColumn<QStringList>("expected");
+
+    const auto wildcard = CatalogueFilterModel::Wildcard;
+    const auto fixed = CatalogueFilterModel::FixedString;
+    const auto expression = CatalogueFilterModel::RegularExpression;
+    const auto exact = Qt::CaseSensitive;
+    const auto folded = Qt::CaseInsensitive;
+    QTest::newRow("empty") << QString() << wildcard << exact << list("Arm/Elbow|Arm/Wrist|Leg/elbow*");
+    QTest::newRow("a text") << text("lbow") << wildcard << exact << list("Arm/Elbow|Leg/elbow*");
+    QTest::newRow("case counts") << text("Elbow") << wildcard << exact << list("Arm/Elbow");
+    QTest::newRow("case does not count") << text("ELBOW") << wildcard << folded << list("Arm/Elbow|Leg/elbow*");
+    QTest::newRow("a star crosses separators") << text("A*st") << wildcard << exact << list("Arm/Wrist");
+    QTest::newRow("a star is a star") << text("w*") << fixed << exact << list("Leg/elbow*");
+    QTest::newRow("one character") << text("?rm/E") << wildcard << exact << list("Arm/Elbow");
+    QTest::newRow("a set") << text("/[EW]") << wildcard << exact << list("Arm/Elbow|Arm/Wrist");
+    QTest::newRow("an expression") << text("^.rm/(E|X)") << expression << exact << list("Arm/Elbow");
+    QTest::newRow("an expression without case") << text("^arm/e") << expression << folded << list("Arm/Elbow");
+    QTest::newRow("nothing") << text("Tail") << wildcard << exact << QStringList();
+}
+
+void TestCatalogueFilterModel::showsTheNamesThatMatch()
+{
+    QFETCH(QString, filterText);
+    QFETCH(CatalogueFilterModel::Syntax, syntax);
+    QFETCH(Qt::CaseSensitivity, caseSensitivity);
+    TestedFilter tested(list("Arm/Elbow|Arm/Wrist|Leg/elbow*"));
+
+    tested.filter.setSyntax(syntax);
+    tested.filter.setFilterCaseSensitivity(caseSensitivity);
+    tested.filter.setText(filterText);
+
+    QTEST(shown(tested.filter), "expected");
+}
+
+void TestCatalogueFilterModel::showsTheNaturesOfItsMask()
+{
+    TestedFilter tested(list("Data"), list("Event"));
+    tested.catalogue->addUserKey(text("User"));
+
+    tested.filter.setNatures(DataNature | UnknownNature);
+    QCOMPARE(shown(tested.filter), list("Data|User"));
+    tested.filter.setNatures(EventNature);
+    QCOMPARE(shown(tested.filter), list("Event"));
+    tested.filter.setNatures(0);
+    QCOMPARE(shown(tested.filter), QStringList());
+    tested.filter.setNatures(0xff);
+    QCOMPARE(shown(tested.filter), list("Data|Event|User"));
+    QCOMPARE(tested.filter.natures(), 7);
+}
+
+void TestCatalogueFilterModel::showsAndHidesOneNature()
+{
+    TestedFilter tested(list("Data"), list("Event"));
+
+    tested.filter.setNatureShown(EventNature, false);
+    QCOMPARE(shown(tested.filter), list("Data"));
+    tested.filter.setNatureShown(EventNature, true);
+    QCOMPARE(shown(tested.filter), list("Data|Event"));
+}
+
+void TestCatalogueFilterModel::combinesTextAndNatures()
+{
+    TestedFilter tested(list("Arm|Leg"), list("ArmTouched"));
+
+    tested.filter.setText(text("Arm"));
+    tested.filter.setNatures(DataNature);
+
+    QCOMPARE(shown(tested.filter), list("Arm"));
+}
+
+void TestCatalogueFilterModel::findsTheSameAsAFreshFilterWhateverWasTypedBefore()
+{
+    const QStringList names = list("Arm|Arm/a|Arm/ab|arm/abc|Leg/abcd|Leg/b*c|xaXb|ba");
+    TestedFilter tested(names);
+    const QStringList typed = list("a|ab|abc|ab|a*b|a*bc|a?|A|Ar|b|a*|*a|*ab|a**b|[a]b|ab*a");
+
+    for (const Qt::CaseSensitivity caseSensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+        tested.filter.setFilterCaseSensitivity(caseSensitivity);
+        for (const QString& before : typed) {
+            for (const QString& after : typed) {
+                tested.filter.setText(before);
+                tested.filter.setText(after);
+                CatalogueFilterModel fresh(&tested.source);
+                fresh.setFilterCaseSensitivity(caseSensitivity);
+                fresh.setText(after);
+                QCOMPARE(shown(tested.filter), shown(fresh));
+            }
+        }
+    }
+}
+
+void TestCatalogueFilterModel::keepsItsRowsWhileAnExpressionIsIncomplete()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    tested.filter.setSyntax(CatalogueFilterModel::RegularExpression);
+    tested.filter.setText(text("A"));
+    QSignalSpy error(&tested.filter, &CatalogueFilterModel::textErrorChanged);
+
+    tested.filter.setText(text("A("));
+    QCOMPARE(shown(tested.filter), list("Arm"));
+    QVERIFY2(tested.filter.textError().contains(text("\"A(\"")), qPrintable(tested.filter.textError()));
+
+    tested.filter.setText(text("(L)"));
+    QCOMPARE(shown(tested.filter), list("Leg"));
+    QCOMPARE(tested.filter.textError(), QString());
+    QCOMPARE(error.count(), 2);
+}
+
+void TestCatalogueFilterModel::resetsOnceForAChangeAndNotAtAllForNone()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    QSignalSpy reset(&tested.filter, &QAbstractItemModel::modelReset);
+
+    tested.filter.setText(text("A"));
+    QCOMPARE(reset.count(), 1);
+    tested.filter.setText(text("Ar"));
+    tested.filter.setText(text("Ar"));
+    tested.filter.setNatures(DataNature);
+    QCOMPARE(reset.count(), 1);
+}
+
+void TestCatalogueFilterModel::followsKeysThatAreTypedIn()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    QSignalSpy inserted(&tested.filter, &QAbstractItemModel::rowsInserted);
+    QSignalSpy reset(&tested.filter, &QAbstractItemModel::modelReset);
+
+    tested.catalogue->addUserKey(text("Back"));
+
+    QCOMPARE(shown(tested.filter), list("Arm|Back|Leg"));
+    QCOMPARE(inserted.count(), 1);
+    QCOMPARE(reset.count(), 0);
+}
+
+void TestCatalogueFilterModel::showsAnInsertedKeyOnlyWhenItMatches()
+{
+    TestedFilter tested(list("Arm|Leg/Arm"));
+    tested.filter.setText(text("Arm"));
+
+    tested.catalogue->addUserKey(text("Back"));
+    QCOMPARE(shown(tested.filter), list("Arm|Leg/Arm"));
+
+    tested.catalogue->addUserKey(text("Back/Arm"));
+    QCOMPARE(shown(tested.filter), list("Arm|Back/Arm|Leg/Arm"));
+
+    tested.filter.setText(QString());
+    QCOMPARE(shown(tested.filter), list("Arm|Back|Back/Arm|Leg/Arm"));
+}
+
+void TestCatalogueFilterModel::insertsWhereItIsSorted()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    tested.filter.sort(CatalogueModel::NameColumn, Qt::DescendingOrder);
+    QSignalSpy inserted(&tested.filter, &QAbstractItemModel::rowsInserted);
+
+    tested.catalogue->addUserKey(text("Zoom"));
+
+    QCOMPARE(shown(tested.filter), list("Zoom|Leg|Arm"));
+    QCOMPARE(inserted.at(0).at(1).toInt(), 0);
+}
+
+void TestCatalogueFilterModel::followsACatalogueThatIsReplaced()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    tested.filter.setText(text("A"));
+
+    tested.source.setCatalogue(tested.robot.readyCatalogue(list("Antenna|Belly|Ankle")));
+
+    QCOMPARE(shown(tested.filter), list("Ankle|Antenna"));
+}
+
+void TestCatalogueFilterModel::followsNaturesThatChange()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    tested.filter.setNatures(DataNature);
+
+    tested.source.setCatalogue(tested.robot.readyCatalogue(list("Arm"), list("Leg")));
+
+    QCOMPARE(shown(tested.filter), list("Arm"));
+}
+
+void TestCatalogueFilterModel::forwardsTheCheckBoxes()
+{
+    TestedFilter tested(list("Arm|Belly|Leg"));
+    tested.filter.setText(text("e"));
+    QSignalSpy changed(&tested.filter, &QAbstractItemModel::dataChanged);
+
+    QVERIFY(tested.filter.setData(tested.filter.index(1, 0), Qt::Checked, Qt::CheckStateRole));
+
+    QCOMPARE(names(tested.catalogue->selectedKeys()), list("Leg"));
+    QCOMPARE(rangesText(changed), list("1-1:0-2"));
+}
+
+void TestCatalogueFilterModel::forwardsASelectionThatWasMadeElsewhere()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    QSignalSpy changed(&tested.filter, &QAbstractItemModel::dataChanged);
+    tested.catalogue->selectKeys(keySet(list("Leg")));
+
+    tested.source.refreshSelection();
+
+    QCOMPARE(rangesText(changed), list("0-1:0-2"));
+    QCOMPARE(tested.filter.index(1, 0).data(CatalogueModel::SelectedRole).toBool(), true);
+}
+
+void TestCatalogueFilterModel::sortsByColumns_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<Qt::SortOrder>("order");
+    QTest::addColumn<QStringList>("expected");
+
+    QTest::newRow("name") << 0 << Qt::AscendingOrder << list("Arm2|Arm10|Leg|Toe");
+    QTest::newRow("name, descending") << 0 << Qt::DescendingOrder << list("Toe|Leg|Arm10|Arm2");
+    QTest::newRow("description") << 1 << Qt::AscendingOrder << list("Arm2|Arm10|Leg|Toe");
+    QTest::newRow("nature") << 2 << Qt::AscendingOrder << list("Arm2|Toe|Arm10|Leg");
+    QTest::newRow("nature, descending") << 2 << Qt::DescendingOrder << list("Leg|Arm10|Toe|Arm2");
+    QTest::newRow("no column") << -1 << Qt::DescendingOrder << list("Arm2|Arm10|Leg|Toe");
+}
+
+void TestCatalogueFilterModel::sortsByColumns()
+{
+    QFETCH(int, column);
+    QFETCH(Qt::SortOrder, order);
+    TestedFilter tested(list("Arm2|Toe"), list("Leg|Arm10"));
+
+    tested.filter.sort(column, order);
+
+    QTEST(shown(tested.filter), "expected");
+}
+
+void TestCatalogueFilterModel::keepsIndexesOnTheirKeysWhenItIsSorted()
+{
+    TestedFilter tested(list("A|B|C|D"));
+    const QPersistentModelIndex b = tested.filter.index(1, 0);
+    const QPersistentModelIndex d = tested.filter.index(3, 2);
+
+    tested.filter.sort(0, Qt::DescendingOrder);
+
+    QCOMPARE(b.row(), 2);
+    QCOMPARE(b.data().toString(), text("B"));
+    QCOMPARE(d.row(), 0);
+    QCOMPARE(d.column(), 2);
+}
+
+void TestCatalogueFilterModel::keepsThePathOrderForTrees()
+{
+    TestedFilter tested(list("A|B|AB"));
+    tested.filter.sort(0, Qt::DescendingOrder);
+
+    tested.filter.setText(text("A"));
+
+    QCOMPARE(shown(tested.filter), list("AB|A"));
+    QCOMPARE(tested.filter.sourceRows(), (std::vector<int>{0, 1}));
+}
+
+void TestCatalogueFilterModel::worksThroughManyNamesFromTheEventLoop()
+{
+    TestedFilter tested(manyNames());
+    tested.filter.setSyntax(CatalogueFilterModel::RegularExpression);
+    QSignalSpy filtering(&tested.filter, &CatalogueFilterModel::filteringChanged);
+
+    tested.filter.setText(slowExpression());
+
+    QVERIFY(tested.filter.isFiltering());
+    QCOMPARE(tested.filter.count(), 2000);
+    QTRY_VERIFY_WITH_TIMEOUT(!tested.filter.isFiltering(), 60000);
+    QCOMPARE(columnText(tested.filter, 0), list("aaaaaaaaaaaaaaaa77"));
+    QCOMPARE(filtering.count(), 2);
+}
+
+void TestCatalogueFilterModel::beginsAgainWhenTheFilterChangesMeanwhile()
+{
+    TestedFilter tested(manyNames());
+    tested.filter.setSyntax(CatalogueFilterModel::RegularExpression);
+    tested.filter.setText(slowExpression());
+    QVERIFY(tested.filter.isFiltering());
+
+    tested.catalogue->addUserKey(text("a12345"));
+    tested.filter.setSyntax(CatalogueFilterModel::Wildcard);
+    tested.filter.setText(text("12345"));
+
+    QCOMPARE(shown(tested.filter), list("a12345"));
+    QVERIFY(!tested.filter.isFiltering());
+}
+
+void TestCatalogueFilterModel::isEmptyWhenItsSourceDies()
+{
+    CatalogueRobot robot;
+    auto* const source = new CatalogueModel;
+    source->setCatalogue(robot.readyCatalogue(list("A|B")));
+    CatalogueFilterModel filter(source);
+    const QAbstractItemModelTester tester(&filter, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QCOMPARE(filter.count(), 2);
+
+    delete source;
+
+    QCOMPARE(filter.rowCount(), 0);
+    filter.setText(text("A"));
+    filter.sort(0, Qt::DescendingOrder);
+    QCOMPARE(filter.rowCount(), 0);
+}
+
+void TestCatalogueFilterModel::takesAnotherSource()
+{
+    TestedFilter tested(list("A|B"));
+    TestedFilter other(list("AX|C"));
+    tested.filter.setText(text("A"));
+
+    tested.filter.setSourceModel(&other.source);
+    QCOMPARE(shown(tested.filter), list("AX"));
+
+    tested.catalogue->addUserKey(text("AA"));
+    QCOMPARE(shown(tested.filter), list("AX"));
+    tested.filter.setSourceModel(nullptr);
+    QCOMPARE(shown(tested.filter), QStringList());
+}
+
+void TestCatalogueFilterModel::refusesAModelThatIsNoCatalogue()
+{
+    TestedFilter tested(list("A|B"));
+    TestedFilter other(list("C"));
+
+    QTest::ignoreMessage(QtWarningMsg, "CatalogueFilterModel: the source model has to be a CatalogueModel");
+    tested.filter.setSourceModel(&other.filter);
+
+    QCOMPARE(shown(tested.filter), QStringList());
+}
+
+void TestCatalogueFilterModel::givesHeaderRolesAndDragsOfItsSource()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    tested.filter.setText(text("Leg"));
+
+    const QScopedPointer<QMimeData> data(tested.filter.mimeData({tested.filter.index(0, 0)}));
+
+    QCOMPARE(data->text(), text("Leg"));
+    QCOMPARE(tested.filter.roleNames(), tested.source.roleNames());
+    QCOMPARE(names(CatalogueModel::keys({tested.filter.index(0, 1)})), list("Leg"));
+    tested.filter.setText(text("nothing"));
+    QCOMPARE(tested.filter.headerData(1, Qt::Horizontal).toString(), text("Description"));
+}
+
+void TestCatalogueFilterModel::tellsItsCount()
+{
+    TestedFilter tested(list("Arm|Leg"));
+    QSignalSpy counted(&tested.filter, &CatalogueFilterModel::countChanged);
+
+    tested.filter.setText(text("Arm"));
+    QCOMPARE(tested.filter.count(), 1);
+    tested.filter.setText(text("Leg")); // another row, and one as before
+    QCOMPARE(counted.count(), 1);
+    tested.source.setCatalogue(nullptr);
+    QCOMPARE(tested.filter.count(), 0);
+    QCOMPARE(counted.count(), 2);
+}
+
+QTEST_GUILESS_MAIN(TestCatalogueFilterModel)
+
+#include "tst_catalogue_filter_model.moc"

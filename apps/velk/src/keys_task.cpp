@@ -2,7 +2,7 @@
 
 #include "console.h"
 #include "key_choice.h"
-#include "value_text.h"
+#include "printed_value.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
 

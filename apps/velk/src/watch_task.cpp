@@ -1,7 +1,7 @@
 #include "watch_task.h"
 
 #include "console.h"
-#include "value_text.h"
+#include "printed_value.h"
 
 #include <connections/link/robot_link.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>

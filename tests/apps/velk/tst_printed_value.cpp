@@ -1,5 +1,5 @@
 #include <apps/velk/src/console.h>
-#include <apps/velk/src/value_text.h>
+#include <apps/velk/src/printed_value.h>
 
 #include <QJsonObject>
 #include <QTest>
@@ -9,7 +9,7 @@
 
 using namespace Velk;
 
-class TestValueText : public QObject
+class TestPrintedValue : public QObject
 {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ private Q_SLOTS:
     void aJsonLineEndsInOneLineFeed();
 };
 
-void TestValueText::aValueIsShownOnOneLine_data()
+void TestPrintedValue::aValueIsShownOnOneLine_data()
 {
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<QString>("text");
@@ -41,24 +41,24 @@ void TestValueText::aValueIsShownOnOneLine_data()
         << QVariant(QVariantList{QString(QChar(0x9b))}) << QStringLiteral("[\"\\u009b\"]");
 }
 
-void TestValueText::aValueIsShownOnOneLine()
+void TestPrintedValue::aValueIsShownOnOneLine()
 {
     QFETCH(QVariant, value);
 
     QTEST(valueText(value), "text");
 }
 
-void TestValueText::whatATerminalTakesForACommandIsEscaped()
+void TestPrintedValue::whatATerminalTakesForACommandIsEscaped()
 {
     QCOMPARE(Console::printable(QStringLiteral("a\x1b[31m\tb") + QChar(0x2028)),
              QStringLiteral("a\\u001b[31m\\u0009b\\u2028"));
 }
 
-void TestValueText::aJsonLineEndsInOneLineFeed()
+void TestPrintedValue::aJsonLineEndsInOneLineFeed()
 {
     QCOMPARE(jsonLine({{QStringLiteral("value"), QStringLiteral("a\nb")}}), QByteArray("{\"value\":\"a\\nb\"}\n"));
 }
 
-QTEST_APPLESS_MAIN(TestValueText)
+QTEST_APPLESS_MAIN(TestPrintedValue)
 
-#include "tst_value_text.moc"
+#include "tst_printed_value.moc"

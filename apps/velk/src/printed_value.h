@@ -1,5 +1,5 @@
-#ifndef APPS_VELK_SRC_VALUE_TEXT_H
-#define APPS_VELK_SRC_VALUE_TEXT_H
+#ifndef APPS_VELK_SRC_PRINTED_VALUE_H
+#define APPS_VELK_SRC_PRINTED_VALUE_H
 
 #include <QByteArray>
 #include <QString>

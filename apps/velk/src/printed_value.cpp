@@ -1,4 +1,4 @@
-#include "value_text.h"
+#include "printed_value.h"
 
 #include "console.h"
 

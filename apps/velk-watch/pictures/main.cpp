@@ -38,7 +38,7 @@ void waitFor(const char* what, const std::function<bool()>& condition)
             std::fprintf(stderr, "velk-watch-pictures: waited in vain for %s\n", what);
             std::exit(1);
         }
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 50);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); // the window's timers end the waiting
     }
 }
 

@@ -8,47 +8,33 @@ namespace Velk {
 
 namespace {
 
-// The points of one pixel column between two gaps: the four that show on the screen.
+// The points of one pixel column between two gaps: the two that show on the screen.
 class Stretch
 {
 public:
-    bool isEmpty() const { return m_count == 0; }
-
     void add(const CurvePoint& point)
     {
-        if (m_count++ == 0) {
-            m_first = m_lowest = m_highest = m_last = point;
-            return;
-        }
-        m_last = point;
-        if (point.value < m_lowest.value)
+        if (m_isEmpty || point.value < m_lowest.value)
             m_lowest = point;
-        if (point.value > m_highest.value)
+        if (m_isEmpty || point.value > m_highest.value)
             m_highest = point;
+        m_isEmpty = false;
     }
 
     void moveTo(QVector<CurvePoint>& points)
     {
-        if (m_count == 0)
+        if (m_isEmpty)
             return;
-        const bool isLowestFirst = m_lowest.time <= m_highest.time;
-        const CurvePoint inOrder[] = {m_first, isLowestFirst ? m_lowest : m_highest,
-                                      isLowestFirst ? m_highest : m_lowest, m_last};
-        const CurvePoint* previous = nullptr;
-        for (const CurvePoint& point : inOrder) {
-            if (!previous || !(*previous == point))
-                points.append(point);
-            previous = &point;
-        }
-        m_count = 0;
+        points.append(m_lowest.time < m_highest.time ? m_lowest : m_highest);
+        if (m_lowest.time != m_highest.time)
+            points.append(m_lowest.time < m_highest.time ? m_highest : m_lowest);
+        m_isEmpty = true;
     }
 
 private:
-    int m_count = 0;
-    CurvePoint m_first{};
+    bool m_isEmpty = true;
     CurvePoint m_lowest{};
     CurvePoint m_highest{};
-    CurvePoint m_last{};
 };
 
 } // namespace
@@ -78,14 +64,14 @@ QVector<CurvePoint> decimated(const QVector<CurvePoint>& points, double from, do
 
     const auto count = end - first;
     QVector<CurvePoint> result;
-    if (count <= static_cast<qptrdiff>(columns) * pointsPerColumn) {
+    if (count <= static_cast<qptrdiff>(columns) * 2) {
         result.reserve(int(count));
         std::copy(first, end, std::back_inserter(result));
         return result;
     }
 
     const double columnWidth = (to - from) / columns;
-    result.reserve(columns * pointsPerColumn / 2);
+    result.reserve(columns * 2 + 2);
     Stretch stretch;
     int column = -2; // of the neighbour on the left, which stands for itself
     bool hasGapInColumn = false;

@@ -24,16 +24,16 @@ bool isGap(const CurvePoint& point);
 CurvePoint gapAt(double time);
 
 /// What has to be drawn of a curve on `columns` pixel columns from the time `from` to the time `to`: of every column
-/// the first, the lowest, the highest and the last value, so that no peak is lost, and the gaps. Gaps that are narrower
-/// than a column are drawn as one, and what follows a gap is never joined to what stands before it.
+/// the lowest and the highest value, so that no peak is lost, and the gaps. Gaps that are narrower than a column are
+/// drawn as one, and what follows a gap is never joined to what stands before it.
 ///
 /// `points` ascend in time. The neighbours on both sides of the range are kept, so that the curve enters and leaves it.
-/// Never more than pointsPerColumn points for a column, and two neighbours; curves with fewer points than that are
-/// handed back as they are. Empty without a column or when `to` does not lie after `from`.
+/// Never more than pointsPerColumn points for a column, and two neighbours; points that are no more than two for a
+/// column are handed back as they are. Empty without a column or when `to` does not lie after `from`.
 QVector<CurvePoint> decimated(const QVector<CurvePoint>& points, double from, double to, int columns);
 
-/// Two stretches of four points, each followed by a gap.
-constexpr int pointsPerColumn = 10;
+/// Two stretches of two points, each followed by a gap.
+constexpr int pointsPerColumn = 6;
 
 } // namespace Velk
 

@@ -22,7 +22,6 @@ constexpr double zoomStep = 1.25;   // one notch of the wheel, one key press
 constexpr double panStep = 0.1;     // of the view
 constexpr int maxReadings = 12;     // lines that still let the curves be seen
 constexpr int markTolerance = 5;    // pixels between the reading line and an event
-constexpr int maxSmoothDensity = 2; // points for a pixel column: beyond, a curve is a band of noise
 constexpr int maxSmoothCurves = 12; // wide and smooth lines cost ten times as much as thin ones
 constexpr double firstLane = 0.06;  // of the height: events stand in lanes above the time axis
 constexpr double laneHeight = 0.045;
@@ -72,7 +71,6 @@ PlotView::PlotView(QWidget* parent)
     m_plot->setAccessibleName(tr("Plot of the watched keys"));
     m_plot->setFocusPolicy(Qt::StrongFocus);
     m_plot->setMouseTracking(true);
-    m_plot->setPlottingHint(QCP::phFastPolylines, true);
     m_plot->installEventFilter(this);
     setFocusProxy(m_plot);
 
@@ -157,6 +155,8 @@ void PlotView::draw()
     while (m_graphs.size() > m_curves.size())
         m_plot->removeGraph(m_graphs.takeLast());
 
+    // Line by line, wide and smooth curves take a twentieth of the time; thin ones take twice as long.
+    m_plot->setPlottingHint(QCP::phFastPolylines, m_curves.size() <= maxSmoothCurves);
     m_drawnPoints = 0;
     int marks = 0;
     bool isAnythingDrawn = false;
@@ -188,7 +188,7 @@ void PlotView::drawCurve(QCPGraph* graph, const PlotCurve& curve, int lane)
     QVector<CurvePoint> points;
     if (curve.kind != PlotCurve::None && m_time.hasNow())
         points = decimated(curve.points, m_time.from(), m_time.to(), columns());
-    const bool isSmooth = m_curves.size() <= maxSmoothCurves && points.size() <= columns() * maxSmoothDensity;
+    const bool isSmooth = m_curves.size() <= maxSmoothCurves;
     graph->setPen(QPen(curve.color, isSmooth ? 1.6 : 1.0));
     graph->setAntialiased(isSmooth && curve.kind == PlotCurve::Line);
     // A curve of single samples, as between two gaps, would not be seen as a line.

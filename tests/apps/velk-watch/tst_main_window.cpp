@@ -1,5 +1,7 @@
 #include <apps/velk-watch/src/main_window.h>
 
+#include "patient_try.h"
+
 #include <apps/velk-watch/src/message_bar.h>
 #include <apps/velk-watch/src/plot_view.h>
 #include <apps/velk-watch/src/recording_control.h>
@@ -25,7 +27,6 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeView>

@@ -75,14 +75,14 @@ private Q_SLOTS:
         PlotView view;
         show(view);
         QSignalSpy drawn(&view, &PlotView::drawn);
-        QVERIFY(drawn.wait()); // what showing the window asked for
+        QVERIFY(drawn.wait(30000)); // what showing the window asked for
         drawn.clear();
 
         for (int update = 0; update < 100; ++update)
             view.setCurves({line({{0, 1}, {double(update + 1), 2}})}, update + 1);
         QCOMPARE(drawn.count(), 0);
 
-        QVERIFY(drawn.wait());
+        QVERIFY(drawn.wait(30000));
         QCOMPARE(drawn.count(), 1);
     }
 

@@ -1,4 +1,6 @@
 #include <apps/velk-watch/src/main_window.h>
+
+#include "patient_try.h"
 #include <apps/velk-watch/src/recording_control.h>
 #include <apps/velk-watch/src/watch_session.h>
 #include <apps/velk-watch/src/watch_settings.h>
@@ -11,7 +13,6 @@
 #include <QFile>
 #include <QHashSeed>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 #include <boost/make_shared.hpp>

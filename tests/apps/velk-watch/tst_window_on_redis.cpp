@@ -1,4 +1,6 @@
 #include <apps/velk-watch/src/main_window.h>
+
+#include "patient_try.h"
 #include <apps/velk-watch/src/message_bar.h>
 #include <apps/velk-watch/src/recording_control.h>
 #include <apps/velk-watch/src/watch_session.h>
@@ -12,7 +14,6 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace Velk;
 

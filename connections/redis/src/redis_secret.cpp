@@ -1,0 +1,77 @@
+#include "redis_secret.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+namespace Velk {
+
+namespace {
+
+// What is longer than this is rather a file that was named by mistake.
+constexpr qint64 maxPasswordFileSize = 4096;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("Velk::RedisSecret", text);
+}
+
+std::optional<QByteArray> passwordFromFile(const QString& path, QString* error)
+{
+    // Anything but a regular file could keep the caller waiting for somebody to write into it.
+    if (!QFileInfo(path).isFile()) {
+        *error =
+            tr("The password file %1 does not exist or is no regular file: correct the path in the URL.").arg(path);
+        return std::nullopt;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = tr("The password file %1 cannot be read (%2): check its permissions.").arg(path, file.errorString());
+        return std::nullopt;
+    }
+    QByteArray password = file.read(maxPasswordFileSize + 1);
+    if (password.size() > maxPasswordFileSize) {
+        *error = tr("The password file %1 is longer than %2 bytes: it must hold the password and nothing else.")
+                     .arg(path)
+                     .arg(maxPasswordFileSize);
+        return std::nullopt;
+    }
+    // Editors and echo end the only line with a line feed that is not part of the password.
+    if (password.endsWith('\n'))
+        password.chop(1);
+    if (password.endsWith('\r'))
+        password.chop(1);
+    if (password.isEmpty()) {
+        *error = tr("The password file %1 is empty: it must hold the password.").arg(path);
+        return std::nullopt;
+    }
+    return password;
+}
+
+std::optional<QByteArray> passwordFromVariable(const QString& variable, QString* error)
+{
+    const QByteArray name = variable.toLocal8Bit();
+    if (!qEnvironmentVariableIsSet(name.constData())) {
+        *error = tr("The environment variable %1, which is to hold the password, is not set.").arg(variable);
+        return std::nullopt;
+    }
+    return qgetenv(name.constData());
+}
+
+} // namespace
+
+std::optional<RedisCredentials> RedisSecret::credentials(const char* fallbackVariable, QString* error) const
+{
+    std::optional<QByteArray> found = password;
+    if (!passwordFile.isEmpty())
+        found = passwordFromFile(passwordFile, error);
+    else if (!passwordVariable.isEmpty())
+        found = passwordFromVariable(passwordVariable, error);
+    else if (!found)
+        found = qgetenv(fallbackVariable);
+    if (!found)
+        return std::nullopt;
+    return RedisCredentials{user.toUtf8(), *found};
+}
+
+} // namespace Velk

@@ -295,7 +295,8 @@ private:
         bool isNumber = false;
         url.m_database = value.toInt(&isNumber);
         return (isNumber && url.m_database >= 0 && value.front().isDigit()) ||
-               failAbout(tr("The database %1 is not a number from 0 to %2.").arg(QStringLiteral("%1")).arg(INT_MAX),
+               failAbout(tr("The database %1 is not a number from 0 to %2.")
+                             .arg(QStringLiteral("%1"), QString::number(INT_MAX)),
                          value);
     }
 

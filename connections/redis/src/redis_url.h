@@ -65,7 +65,7 @@ public:
     std::optional<RedisCredentials> sentinelCredentials(QString* error) const;
 
     /// The URL in its plainest form, fit to be shown: no password and no standard port, every option as given.
-    QString displayText() const;
+    QString displayText() const { return m_displayText; }
 
 private:
     class Parser;

@@ -1,0 +1,78 @@
+#ifndef CONNECTIONS_REDIS_REDIS_CONNECTOR_H
+#define CONNECTIONS_REDIS_REDIS_CONNECTOR_H
+
+#include "redis_socket.h"
+#include "redis_url.h"
+
+#include <QMap>
+#include <QObject>
+#include <QTimer>
+#include <QVector>
+
+#include <memory>
+
+namespace Velk {
+
+/// Makes one attempt to get from a URL to a connection on which commands can be run: asks the sentinels for the master,
+/// tries the addresses in turn, authenticates, and follows a cluster to the node that holds the robot's keys. Success is
+/// a PING that came back.
+///
+/// Ends with succeeded() or failed(), one of them once.
+class RedisConnector : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `robot metadata key` is what a cluster is asked for to find the robot's node.
+    explicit RedisConnector(const RedisUrl& url, QObject* parent = nullptr);
+    ~RedisConnector() override;
+
+    /// Tries these addresses instead of the URL's. Not for sentinels' masters, which are asked for anew every time.
+    void start(const QVector<RedisUrl::Address>& addresses);
+
+    /// After succeeded(): the connection, the caller's from then on.
+    std::unique_ptr<RedisSocket> takeSocket();
+    /// After succeeded(): the robot's metadata, as far as it could be read.
+    QMap<QByteArray, QByteArray> metadata() const { return m_metadata; }
+
+    /// How long one address may take, look-up, connection, TLS and authentication together.
+    static constexpr int addressTimeoutMs = 5000;
+
+Q_SIGNALS:
+    void succeeded();
+    void failed(const QString& title, const QString& message);
+
+private:
+    enum Role
+    {
+        Sentinel,
+        Server
+    };
+
+    void tryNextAddress();
+    void tryAddress(const RedisUrl::Address& address, Role role);
+    void onConnected();
+    void authenticate();
+    void askSentinel();
+    void greetServer();
+    void onMetadata(const RedisReply& reply);
+    void finishGreeting();
+    void onAddressFailed(const QString& title, const QString& message);
+    void onTimeout();
+    void dropSocket();
+    bool isRefused(const RedisReply& reply);
+
+    const RedisUrl m_url;
+    QVector<RedisUrl::Address> m_addresses;
+    int m_nextAddress = 0;
+    int m_redirections = 0;
+    Role m_role = Server;
+    std::unique_ptr<RedisSocket> m_socket;
+    QTimer m_timeout;
+    QMap<QByteArray, QByteArray> m_metadata;
+    bool m_isDone = false;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,121 @@
+#include "redis_key_lists.h"
+
+#include <utility>
+
+namespace Velk {
+
+namespace {
+
+const QByteArray namesPerPortion = "5000";
+
+} // namespace
+
+RedisKeyLists::RedisKeyLists(RedisSession* session)
+    : m_session(session)
+{
+    connect(session, &RedisSession::replaced, this, [this] {
+        for (FetchRef fetch = m_fetches.begin(); fetch != m_fetches.end(); ++fetch)
+            ask(fetch);
+    });
+}
+
+RedisKeyLists::~RedisKeyLists()
+{
+    finishAll();
+}
+
+QFuture<QStringList> RedisKeyLists::fetch(const QByteArray& indexKey)
+{
+    m_fetches.emplace_back();
+    const FetchRef fetch = std::prev(m_fetches.end());
+    fetch->indexKey = indexKey;
+    fetch->promise.start();
+    const QFuture<QStringList> future = fetch->promise.future();
+    ask(fetch);
+    return future;
+}
+
+void RedisKeyLists::finishAll()
+{
+    while (!m_fetches.empty())
+        finish(m_fetches.begin(), QStringList());
+}
+
+void RedisKeyLists::ask(FetchRef fetch)
+{
+    fetch->names.clear();
+    m_session->send(this, {"SCARD", fetch->indexKey}, [this, fetch](const RedisReply& reply) {
+        if (reply.isError())
+            finishUnreadable(fetch, reply);
+        else if (reply.integer() > maxNamesAtOnce)
+            scan(fetch, "0");
+        else
+            askAll(fetch);
+    });
+}
+
+void RedisKeyLists::askAll(FetchRef fetch)
+{
+    m_session->send(this, {"SMEMBERS", fetch->indexKey}, [this, fetch](const RedisReply& reply) {
+        if (reply.isError()) {
+            finishUnreadable(fetch, reply);
+            return;
+        }
+        QStringList names;
+        names.reserve(reply.size());
+        for (qsizetype i = 0; i < reply.size(); ++i) {
+            if (reply.at(i).isError()) {
+                // The names are so long that they do not fit in one reply.
+                scan(fetch, "0");
+                return;
+            }
+            names.append(reply.at(i).text());
+        }
+        finish(fetch, names);
+    });
+}
+
+void RedisKeyLists::scan(FetchRef fetch, const QByteArray& cursor)
+{
+    m_session->send(this, {"SSCAN", fetch->indexKey, cursor, "COUNT", namesPerPortion},
+                    [this, fetch](const RedisReply& reply) {
+                        if (reply.isError()) {
+                            finishUnreadable(fetch, reply);
+                            return;
+                        }
+                        const RedisReply names = reply.at(1);
+                        for (qsizetype i = 0; i < names.size(); ++i) {
+                            if (names.at(i).isText())
+                                fetch->names.insert(names.at(i).text());
+                        }
+                        const QByteArray next = reply.at(0).bytes();
+                        if (next.isEmpty() || next == "0")
+                            finish(fetch, fetch->names.values());
+                        else
+                            scan(fetch, next);
+                    });
+}
+
+void RedisKeyLists::finishUnreadable(FetchRef fetch, const RedisReply& reply)
+{
+    const RedisError error = RedisError::of(reply.view());
+    // The connection goes to another node and the names are asked for again there.
+    if (error.kind == RedisError::Moved || error.kind == RedisError::Ask || error.kind == RedisError::TryAgain)
+        return;
+    if (error.kind == RedisError::WrongType)
+        m_session->report(error.title(),
+                          tr("The key %1 on %2 is not a set, so the robot's keys cannot be listed. Check which program "
+                             "writes it.")
+                              .arg(QString::fromUtf8(fetch->indexKey), m_session->server()));
+    finish(fetch, QStringList());
+}
+
+void RedisKeyLists::finish(FetchRef fetch, const QStringList& names)
+{
+    QPromise<QStringList> promise = std::move(fetch->promise);
+    m_fetches.erase(fetch);
+    promise.addResult(names);
+    promise.finish();
+}
+
+} // namespace Velk

@@ -1,0 +1,70 @@
+#include "redis_sample_queue.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace Velk {
+
+namespace {
+
+// The resolution of the server's clock, in which the robot's producers count as well.
+constexpr double stampStep = 1e-6;
+
+double stampAfter(double previous)
+{
+    const double next = previous + stampStep;
+    return next > previous ? next : std::nextafter(previous, std::numeric_limits<double>::infinity());
+}
+
+} // namespace
+
+RedisSampleQueue::RedisSampleQueue(std::shared_ptr<RedisSamplingHistory> history, const Limits& limits)
+    : m_history(std::move(history))
+    , m_limits(limits)
+{}
+
+void RedisSampleQueue::add(RedisWatchedKey& key, double stamp, const QVariant& value, qint64 bytes)
+{
+    if (room() == 0) {
+        countDropped(key, 1);
+        return;
+    }
+    double& newestStamp = key.history->newestStamp;
+    newestStamp = stamp > newestStamp ? stamp : stampAfter(newestStamp);
+    key.samples.insert(key.samples.cend(), newestStamp, value);
+    ++m_size;
+    m_bytes += bytes;
+}
+
+void RedisSampleQueue::countDropped(RedisWatchedKey& key, qint64 count)
+{
+    key.history->losses.dropped += count;
+    m_history->total.dropped += count;
+}
+
+void RedisSampleQueue::countTrimmed(RedisWatchedKey& key, qint64 count)
+{
+    key.history->losses.trimmed += count;
+    m_history->total.trimmed += count;
+}
+
+int RedisSampleQueue::room() const
+{
+    return m_bytes >= m_limits.bytes ? 0 : std::max(0, m_limits.samples - m_size);
+}
+
+QMap<QString, QMap<double, QVariant>> RedisSampleQueue::take(const std::vector<RedisWatchedKeyPtr>& keys)
+{
+    QMap<QString, QMap<double, QVariant>> batch;
+    for (const RedisWatchedKeyPtr& key : keys) {
+        if (!key->samples.isEmpty())
+            batch.insert(key->name, std::exchange(key->samples, {}));
+    }
+    m_size = 0;
+    m_bytes = 0;
+    return batch;
+}
+
+} // namespace Velk

@@ -1,0 +1,223 @@
+#include "redis_sampler.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace Velk {
+
+namespace {
+
+constexpr int settlePeriodMs = 1000;
+// Keys that are looked for again in one go.
+constexpr int openKeysPerPeriod = 1000;
+
+} // namespace
+
+RedisSampler::RedisSampler(RedisSession* session, const RedisLayout& layout,
+                           std::shared_ptr<RedisSamplingHistory> history)
+    : m_session(session)
+    , m_history(history)
+    , m_queue(history)
+    , m_settler(session, &m_queue, layout)
+{
+    m_gatherTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_gatherTimer, &QTimer::timeout, this, &RedisSampler::deliver);
+    m_settleTimer.setInterval(settlePeriodMs);
+    connect(&m_settleTimer, &QTimer::timeout, this, &RedisSampler::settleOpenKeys);
+    m_groupTimer.setSingleShot(true);
+    connect(&m_groupTimer, &QTimer::timeout, this, &RedisSampler::group);
+    m_settler.settled = [this](const std::vector<RedisWatchedKeyPtr>&) { scheduleGrouping(); };
+}
+
+RedisSampler::~RedisSampler() = default;
+
+void RedisSampler::watch(const QString& name, const QByteArray& rawName, std::vector<RedisSource> sources, int periodMs)
+{
+    const int boundedPeriodMs = std::max(1, periodMs);
+    const auto found = m_keys.find(name);
+    if (found != m_keys.end()) {
+        found->second->periodMs = boundedPeriodMs;
+    } else {
+        const auto key = std::make_shared<RedisWatchedKey>();
+        key->name = name;
+        key->rawName = rawName;
+        key->periodMs = boundedPeriodMs;
+        key->sources = std::move(sources);
+        key->history = &m_history->keys[name];
+        m_keys.emplace(name, key);
+        m_unsettled.push_back(key);
+    }
+    if (isRunning())
+        scheduleGrouping();
+}
+
+void RedisSampler::unwatch(const QString& name)
+{
+    const auto found = m_keys.find(name);
+    if (found == m_keys.end())
+        return;
+    found->second->isWatched = false;
+    found->second->history->positions.clear();
+    m_keys.erase(found);
+    if (isRunning())
+        scheduleGrouping();
+}
+
+void RedisSampler::unwatchAll()
+{
+    // Positions are kept: after a reconnection everything is unwatched and watched again before reading goes on.
+    for (const auto& [name, key] : m_keys)
+        key->isWatched = false;
+    m_keys.clear();
+    m_unsettled.clear();
+    m_settler.clear();
+    if (isRunning())
+        scheduleGrouping();
+}
+
+void RedisSampler::start(int gatherPeriodMs, int samplingPeriodMs)
+{
+    m_samplingPeriodMs = samplingPeriodMs;
+    m_gatherTimer.start(std::max(1, gatherPeriodMs));
+    m_settleTimer.start();
+    scheduleGrouping();
+}
+
+void RedisSampler::stop()
+{
+    if (!isRunning())
+        return;
+    m_gatherTimer.stop();
+    m_settleTimer.stop();
+    m_groupTimer.stop();
+    m_groups.clear();
+    m_settler.clear();
+    forgetPositions();
+    m_unsettled.clear();
+    for (const auto& [name, key] : m_keys) {
+        for (RedisSource& source : key->sources) {
+            source.type = RedisSource::Unasked;
+            source.hasPosition = false;
+        }
+        key->wasSettled = false;
+        key->isNew = true;
+        m_unsettled.push_back(key);
+    }
+    m_queue.take(m_unsettled);
+}
+
+void RedisSampler::forgetPositions()
+{
+    for (auto& [name, history] : m_history->keys)
+        history.positions.clear();
+}
+
+void RedisSampler::setGatherPeriod(int periodMs)
+{
+    if (isRunning())
+        m_gatherTimer.start(std::max(1, periodMs));
+}
+
+void RedisSampler::setSamplingPeriod(int periodMs)
+{
+    m_samplingPeriodMs = periodMs;
+    if (isRunning())
+        scheduleGrouping();
+}
+
+void RedisSampler::endForReconnection()
+{
+    if (!isRunning())
+        return;
+    m_gatherTimer.stop();
+    m_settleTimer.stop();
+    m_groupTimer.stop();
+    m_groups.clear();
+    m_settler.clear();
+    std::vector<RedisWatchedKeyPtr> keys;
+    for (const auto& [name, key] : m_keys) {
+        keys.push_back(key);
+        for (const RedisSource& source : key->sources) {
+            if (source.type == RedisSource::Stream && source.hasPosition)
+                key->history->positions.insert(source.key, source.position);
+        }
+    }
+    const QMap<QString, QMap<double, QVariant>> rest = m_queue.take(keys);
+    if (!rest.isEmpty())
+        emit gathered(rest);
+}
+
+void RedisSampler::deliver()
+{
+    std::vector<RedisWatchedKeyPtr> keys;
+    keys.reserve(m_keys.size());
+    for (const auto& [name, key] : m_keys)
+        keys.push_back(key);
+    // Last statement on purpose: a receiver may end the connection, and this object with it.
+    emit gathered(m_queue.take(keys));
+}
+
+void RedisSampler::settleOpenKeys()
+{
+    for (const auto& [period, samplingGroup] : m_groups)
+        samplingGroup->countTrimmed();
+
+    std::vector<RedisWatchedKeyPtr> openKeys;
+    auto next = m_keys.lower_bound(m_nextOpenKey);
+    for (std::size_t i = 0; i < m_keys.size() && openKeys.size() < openKeysPerPeriod; ++i, ++next) {
+        if (next == m_keys.end())
+            next = m_keys.begin();
+        if (next->second->wasSettled && RedisKeySettler::isOpen(*next->second)) {
+            next->second->wasSettled = false; // not twice at once
+            openKeys.push_back(next->second);
+        }
+    }
+    m_nextOpenKey = next == m_keys.end() ? QString() : next->first;
+    if (!openKeys.empty())
+        m_settler.settle(openKeys);
+}
+
+void RedisSampler::scheduleGrouping()
+{
+    // Keys come one by one: all that come in one turn of the event loop are grouped together.
+    if (!m_groupTimer.isActive())
+        m_groupTimer.start(0);
+}
+
+void RedisSampler::group()
+{
+    if (!isRunning())
+        return;
+    if (!m_unsettled.empty())
+        m_settler.settle(std::exchange(m_unsettled, {}));
+
+    std::map<int, std::vector<RedisWatchedKeyPtr>> keysOfPeriod;
+    for (const auto& [name, key] : m_keys)
+        keysOfPeriod[samplingPeriodOf(*key)].push_back(key);
+    for (auto samplingGroup = m_groups.begin(); samplingGroup != m_groups.end();)
+        samplingGroup = keysOfPeriod.count(samplingGroup->first) ? std::next(samplingGroup)
+                                                                 : m_groups.erase(samplingGroup);
+    for (const auto& [period, keys] : keysOfPeriod) {
+        std::unique_ptr<RedisSamplingGroup>& samplingGroup = m_groups[period];
+        if (!samplingGroup)
+            samplingGroup = std::make_unique<RedisSamplingGroup>(period, m_session, &m_queue, m_history);
+        samplingGroup->setKeys(keys);
+        // What is new does not wait for the next tick: with a long period nothing would be shown until then.
+        bool hasNew = false;
+        for (const RedisWatchedKeyPtr& key : keys) {
+            if (key->wasSettled)
+                hasNew = std::exchange(key->isNew, false) || hasNew;
+        }
+        if (hasNew)
+            samplingGroup->tick();
+    }
+}
+
+int RedisSampler::samplingPeriodOf(const RedisWatchedKey& key) const
+{
+    return m_samplingPeriodMs > 0 ? m_samplingPeriodMs : key.periodMs;
+}
+
+} // namespace Velk

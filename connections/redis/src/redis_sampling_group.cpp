@@ -1,0 +1,194 @@
+#include "redis_sampling_group.h"
+
+#include "redis_key_settler.h"
+#include "redis_value.h"
+
+#include <algorithm>
+#include <map>
+
+namespace Velk {
+
+namespace {
+
+// A server runs one command at a time: many short ones let its other clients in between.
+constexpr std::size_t maxKeysPerCommand = 500;
+
+bool isFetched(const RedisSource& source)
+{
+    // What a listed data key does not have yet can be there at the next tick.
+    return source.type == RedisSource::Value ||
+           (source.type == RedisSource::Absent && source.nature == RedisSource::Data && source.isListed);
+}
+
+} // namespace
+
+RedisSamplingGroup::RedisSamplingGroup(int periodMs, RedisSession* session, RedisSampleQueue* queue,
+                                       std::shared_ptr<RedisSamplingHistory> history)
+    : m_session(session)
+    , m_queue(queue)
+    , m_history(std::move(history))
+    , m_streams(session, queue)
+    , m_keysPerCommand(maxKeysPerCommand)
+{
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, &RedisSamplingGroup::onTimeout);
+    connect(session, &RedisSession::replaced, this, [this] { m_outstanding = 0; });
+    m_timer.start(periodMs);
+}
+
+void RedisSamplingGroup::setKeys(const std::vector<RedisWatchedKeyPtr>& keys)
+{
+    m_keys = keys;
+    buildChunks();
+}
+
+void RedisSamplingGroup::buildChunks()
+{
+    m_chunks.clear();
+    std::vector<RedisSourceRef> streams;
+    std::map<QByteArray, std::shared_ptr<Chunk>> hashes;
+    std::map<QByteArray, QByteArrayList> hashCommands;
+    QByteArrayList command;
+    std::shared_ptr<Chunk> chunk;
+    const auto finishChunk = [&] {
+        if (!chunk)
+            return;
+        chunk->command = RedisSocket::formatted(command);
+        m_chunks.push_back(std::move(chunk));
+        chunk.reset();
+    };
+
+    for (const RedisWatchedKeyPtr& key : m_keys) {
+        for (std::size_t i = 0; i < key->sources.size(); ++i) {
+            const RedisSource& source = key->sources[i];
+            if (source.type == RedisSource::Stream) {
+                streams.push_back({key, i});
+            } else if (isFetched(source) && source.nature == RedisSource::PlainField) {
+                std::shared_ptr<Chunk>& hash = hashes[source.key];
+                if (!hash) {
+                    hash = std::make_shared<Chunk>();
+                    hashCommands[source.key] = {"HMGET", source.key};
+                }
+                hash->sources.push_back({key, i});
+                hashCommands[source.key].append(source.field);
+            } else if (isFetched(source)) {
+                if (!chunk) {
+                    chunk = std::make_shared<Chunk>();
+                    command = {"MGET"};
+                }
+                chunk->sources.push_back({key, i});
+                command.append(source.key);
+                if (chunk->sources.size() >= m_keysPerCommand)
+                    finishChunk();
+            }
+        }
+    }
+    finishChunk();
+    for (auto& [key, hash] : hashes) {
+        hash->command = RedisSocket::formatted(hashCommands[key]);
+        m_chunks.push_back(hash);
+    }
+    m_streams.setSources(streams);
+}
+
+void RedisSamplingGroup::onTimeout()
+{
+    // Streams that are still being read are behind, not stuck, as long as replies come.
+    const bool isStuck = m_outstanding > 0 || (m_streams.isReading() && !m_streams.takeHasProgress());
+    const bool hasWork = !m_chunks.empty() || !m_streams.isEmpty();
+    if (hasWork && (isStuck || !m_session->isUp()))
+        skipTick();
+    else
+        tick();
+}
+
+void RedisSamplingGroup::skipTick()
+{
+    ++m_history->total.skippedTicks;
+    for (const RedisWatchedKeyPtr& key : m_keys)
+        ++key->history->losses.skippedTicks;
+}
+
+void RedisSamplingGroup::tick()
+{
+    if (m_outstanding > 0 || !m_session->isUp())
+        return;
+    m_streams.takeHasProgress();
+    m_streams.read();
+    if (m_chunks.empty())
+        return;
+    const auto tick = std::make_shared<Tick>();
+    ++m_outstanding;
+    m_session->send(this, {"TIME"}, [this, tick](const RedisReply& reply) {
+        --m_outstanding;
+        onTime(*tick, reply);
+    });
+    for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
+        ++m_outstanding;
+        m_session->sendFormatted(this, chunk->command, [this, tick, chunk](const RedisReply& reply) {
+            --m_outstanding;
+            onValues(*tick, *chunk, reply);
+        });
+    }
+}
+
+void RedisSamplingGroup::onTime(Tick& tick, const RedisReply& reply)
+{
+    if (reply.size() == 2)
+        tick.stamp = double(reply.at(0).integer()) + double(reply.at(1).integer()) / 1e6;
+}
+
+void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const RedisReply& reply)
+{
+    if (tick.stamp == 0.0)
+        return; // without the server's time there is no sample, and the refusal has been reported
+    if (reply.isError()) {
+        if (RedisError::of(reply.view()).kind == RedisError::WrongType) {
+            for (const RedisSourceRef& ref : chunk.sources)
+                ref.source().type = RedisSource::Unasked;
+        }
+        return;
+    }
+    bool wasCut = false;
+    for (std::size_t i = 0; i < chunk.sources.size(); ++i) {
+        const RedisSourceRef& ref = chunk.sources[i];
+        if (!ref.key->isWatched)
+            continue;
+        const RedisReply value = reply.at(qsizetype(i));
+        if (value.isError()) {
+            const qint64 length = value.bytes().mid(int(qstrlen("OVERSIZE "))).toLongLong();
+            m_queue->countDropped(*ref.key, 1);
+            // Too long by itself: its length is looked at before it is fetched again. Otherwise the reply was.
+            if (length > RedisKeySettler::maxValueBytes)
+                ref.source().type = RedisSource::Unasked;
+            else
+                wasCut = true;
+        } else {
+            takeValue(tick, ref, value);
+        }
+    }
+    if (wasCut && m_keysPerCommand > 1) {
+        m_keysPerCommand = std::max<std::size_t>(1, m_keysPerCommand / 2);
+        buildChunks();
+    }
+}
+
+void RedisSamplingGroup::takeValue(const Tick& tick, const RedisSourceRef& ref, const RedisReply& reply)
+{
+    RedisSource& source = ref.source();
+    if (reply.isNull()) {
+        // Deleted, or of another type now, which MGET does not tell apart.
+        if (source.type == RedisSource::Value)
+            source.type = RedisSource::Absent;
+        return;
+    }
+    source.type = RedisSource::Value;
+    const bool isSame = source.newestValue.isValid() && reply.view() == source.newestBytes;
+    if (!isSame) {
+        source.newestBytes = reply.bytes();
+        source.newestValue = redisValue(reply.view());
+    }
+    m_queue->add(*ref.key, tick.stamp, source.newestValue, isSame ? 0 : source.newestBytes.size());
+}
+
+} // namespace Velk

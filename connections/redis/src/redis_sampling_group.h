@@ -1,0 +1,70 @@
+#ifndef CONNECTIONS_REDIS_REDIS_SAMPLING_GROUP_H
+#define CONNECTIONS_REDIS_REDIS_SAMPLING_GROUP_H
+
+#include "redis_sample_queue.h"
+#include "redis_session.h"
+#include "redis_stream_reader.h"
+#include "redis_watched_key.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+namespace Velk {
+
+/// The keys that are sampled with one period. Every tick asks the server for its time and for all values in one
+/// pipeline, and reads on in the streams. A tick that finds the answers to the one before outstanding is left out and
+/// counted, so a slow server is never asked for more than it can give.
+class RedisSamplingGroup : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The session and the queue outlive this object.
+    RedisSamplingGroup(int periodMs, RedisSession* session, RedisSampleQueue* queue,
+                       std::shared_ptr<RedisSamplingHistory> history);
+
+    int periodMs() const { return m_timer.interval(); }
+    /// The keys to sample from now on; also to be called when their sources have become others.
+    void setKeys(const std::vector<RedisWatchedKeyPtr>& keys);
+
+    /// Samples now, unless the answers to the last tick are outstanding.
+    void tick();
+    /// See RedisStreamReader.
+    void countTrimmed() { m_streams.countTrimmed(); }
+
+private:
+    struct Tick
+    {
+        double stamp = 0.0; ///< seconds since the epoch; 0: the server has not told its time
+    };
+    struct Chunk
+    {
+        QByteArray command;
+        std::vector<RedisSourceRef> sources;
+    };
+
+    void onTimeout();
+    void skipTick();
+    void buildChunks();
+    void onTime(Tick& tick, const RedisReply& reply);
+    void onValues(const Tick& tick, const Chunk& chunk, const RedisReply& reply);
+    void takeValue(const Tick& tick, const RedisSourceRef& ref, const RedisReply& reply);
+
+    RedisSession* m_session;
+    RedisSampleQueue* m_queue;
+    std::shared_ptr<RedisSamplingHistory> m_history;
+    QTimer m_timer;
+    std::vector<RedisWatchedKeyPtr> m_keys;
+    std::vector<std::shared_ptr<Chunk>> m_chunks;
+    RedisStreamReader m_streams;
+    std::size_t m_keysPerCommand;
+    int m_outstanding = 0;
+};
+
+} // namespace Velk
+
+#endif

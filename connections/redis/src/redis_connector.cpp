@@ -41,6 +41,7 @@ std::unique_ptr<RedisSocket> RedisConnector::takeSocket()
 
 void RedisConnector::tryNextAddress()
 {
+    m_redirections = 0;
     tryAddress(m_addresses.at(m_nextAddress++), m_url.isSentinel() ? Sentinel : Server);
 }
 

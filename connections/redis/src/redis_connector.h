@@ -14,8 +14,8 @@
 namespace Velk {
 
 /// Makes one attempt to get from a URL to a connection on which commands can be run: asks the sentinels for the master,
-/// tries the addresses in turn, authenticates, and follows a cluster to the node that holds the robot's keys. Success is
-/// a PING that came back.
+/// tries the addresses in turn, authenticates, and follows a cluster to the node that holds the robot's keys. Success
+/// is a PING that came back.
 ///
 /// Ends with succeeded() or failed(), one of them once.
 class RedisConnector : public QObject
@@ -23,11 +23,10 @@ class RedisConnector : public QObject
     Q_OBJECT
 
 public:
-    /// `robot metadata key` is what a cluster is asked for to find the robot's node.
     explicit RedisConnector(const RedisUrl& url, QObject* parent = nullptr);
     ~RedisConnector() override;
 
-    /// Tries these addresses instead of the URL's. Not for sentinels' masters, which are asked for anew every time.
+    /// Tries these addresses, of servers or of sentinels, as the URL has it. To be called once.
     void start(const QVector<RedisUrl::Address>& addresses);
 
     /// After succeeded(): the connection, the caller's from then on.

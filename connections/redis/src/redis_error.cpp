@@ -109,13 +109,15 @@ QString RedisError::message(const QString& server) const
         if (text.startsWith("LOADING"))
             return tr("%1 is still loading its data. It is asked again until it is ready.").arg(server);
         if (text.startsWith("CLUSTERDOWN"))
-            return tr("The cluster of %1 is down (%2). It is asked again; check the cluster's nodes.").arg(server, said);
+            return tr("The cluster of %1 is down (%2). It is asked again; check the cluster's nodes.")
+                .arg(server, said);
         if (text.startsWith("READONLY"))
             return tr("%1 is a replica and takes no writes (%2). Give the URL of the master, or its sentinels.")
                 .arg(server, said);
         return tr("%1 cannot serve the robot now (%2). It is asked again.").arg(server, said);
     case Oversize:
-        return tr("A value on %1 is too long to be shown (%2 bytes).").arg(server, said.section(QLatin1Char(' '), 1, 1));
+        return tr("A value on %1 is too long to be shown (%2 bytes).")
+            .arg(server, said.section(QLatin1Char(' '), 1, 1));
     case Other:
         break;
     }

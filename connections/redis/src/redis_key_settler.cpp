@@ -62,8 +62,8 @@ void RedisKeySettler::clear()
 
 bool RedisKeySettler::isOpen(const RedisWatchedKey& key)
 {
-    const bool isListed = std::any_of(key.sources.begin(), key.sources.end(),
-                                      [](const RedisSource& source) { return source.isListed; });
+    const bool isListed =
+        std::any_of(key.sources.begin(), key.sources.end(), [](const RedisSource& source) { return source.isListed; });
     return std::any_of(key.sources.begin(), key.sources.end(), [isListed](const RedisSource& source) {
         switch (source.type) {
         case RedisSource::Unasked:
@@ -128,10 +128,11 @@ void RedisKeySettler::askTypes(const std::shared_ptr<Round>& round)
     }
     for (const RedisWatchedKeyPtr& key : round->keys) {
         for (std::size_t i = 0; i < key->sources.size(); ++i) {
-            ask(round, {"TYPE", key->sources[i].key}, [round, source = RedisSourceRef{key, i}](const RedisReply& reply) {
-                if (!reply.isError())
-                    round->types.emplace_back(source, reply.bytes());
-            });
+            ask(round, {"TYPE", key->sources[i].key},
+                [round, source = RedisSourceRef{key, i}](const RedisReply& reply) {
+                    if (!reply.isError())
+                        round->types.emplace_back(source, reply.bytes());
+                });
         }
     }
 }
@@ -191,7 +192,8 @@ void RedisKeySettler::onType(RedisWatchedKey& key, RedisSource& source, const QB
         return;
     }
     if (source.nature == RedisSource::PlainField) {
-        source.type = type == "hash" ? RedisSource::Value : RedisSource::Absent;
+        source.isListed = type == "hash";
+        source.type = source.isListed ? RedisSource::Value : RedisSource::Absent;
         return;
     }
     if (type == "stream") {
@@ -235,12 +237,13 @@ void RedisKeySettler::onLength(RedisWatchedKey& key, RedisSource& source, qint64
         return;
     source.type = RedisSource::TooLong;
     if (!isKnown)
-        m_session->report(tr("Redis: value too long"),
-                      tr("The value of \"%1\" on %2 is %3 MiB long and is not fetched; at most %4 MiB are. It is looked at "
-                         "again from time to time.")
-                          .arg(key.name, m_session->server())
-                          .arg(length / (1024 * 1024))
-                          .arg(maxValueBytes / (1024 * 1024)));
+        m_session->report(
+            tr("Redis: value too long"),
+            tr("The value of \"%1\" on %2 is %3 MiB long and is not fetched; at most %4 MiB are. It is looked at "
+               "again from time to time.")
+                .arg(key.name, m_session->server())
+                .arg(length / (1024 * 1024))
+                .arg(maxValueBytes / (1024 * 1024)));
 }
 
 void RedisKeySettler::reportUnusable(const RedisSource& source, const QByteArray& type)

@@ -16,10 +16,8 @@ RedisPlainKeys::RedisPlainKeys(RedisSession* session, const QByteArray& pattern)
     , m_pattern(pattern)
 {
     connect(session, &RedisSession::replaced, this, [this] {
-        if (m_isWalking) {
-            m_isWalking = false;
-            finish();
-        }
+        if (m_isWalking)
+            startWalk();
     });
 }
 
@@ -34,16 +32,20 @@ QFuture<QStringList> RedisPlainKeys::fetch(Promises* promises)
     QPromise<QStringList>& promise = promises->back();
     promise.start();
     const QFuture<QStringList> future = promise.future();
-    if (!m_isWalking) {
-        m_isWalking = true;
-        m_outstanding = 0;
-        m_nextCursor.clear();
-        m_seen.clear();
-        m_data.clear();
-        m_events.clear();
-        scan("0");
-    }
+    if (!m_isWalking)
+        startWalk();
     return future;
+}
+
+void RedisPlainKeys::startWalk()
+{
+    m_isWalking = true;
+    m_outstanding = 0;
+    m_nextCursor.clear();
+    m_seen.clear();
+    m_data.clear();
+    m_events.clear();
+    scan("0");
 }
 
 void RedisPlainKeys::finishAll()

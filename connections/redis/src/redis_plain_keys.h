@@ -41,6 +41,7 @@ private:
     using Promises = std::vector<QPromise<QStringList>>;
 
     QFuture<QStringList> fetch(Promises* promises);
+    void startWalk();
     void scan(const QByteArray& cursor);
     void onPortion(const RedisReply& reply);
     void askType(const QByteArray& key);

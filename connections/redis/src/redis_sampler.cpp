@@ -197,8 +197,8 @@ void RedisSampler::group()
     for (const auto& [name, key] : m_keys)
         keysOfPeriod[samplingPeriodOf(*key)].push_back(key);
     for (auto samplingGroup = m_groups.begin(); samplingGroup != m_groups.end();)
-        samplingGroup = keysOfPeriod.count(samplingGroup->first) ? std::next(samplingGroup)
-                                                                 : m_groups.erase(samplingGroup);
+        samplingGroup =
+            keysOfPeriod.count(samplingGroup->first) ? std::next(samplingGroup) : m_groups.erase(samplingGroup);
     for (const auto& [period, keys] : keysOfPeriod) {
         std::unique_ptr<RedisSamplingGroup>& samplingGroup = m_groups[period];
         if (!samplingGroup)

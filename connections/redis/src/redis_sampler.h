@@ -64,7 +64,7 @@ private:
     int m_samplingPeriodMs = 0;
     std::map<QString, RedisWatchedKeyPtr> m_keys;
     std::vector<RedisWatchedKeyPtr> m_unsettled; // watched since the last grouping
-    QString m_nextOpenKey; // where settleOpenKeys() goes on
+    QString m_nextOpenKey;                       // where settleOpenKeys() goes on
     std::map<int, std::unique_ptr<RedisSamplingGroup>> m_groups;
 };
 

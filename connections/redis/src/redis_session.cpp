@@ -23,21 +23,21 @@ void RedisSession::sendFormatted(QObject* asker, const QByteArray& command, Redi
 {
     if (!m_socket)
         return;
-    m_socket->sendFormatted(command, [self = QPointer<RedisSession>(this), asked = m_socket,
-                                      asker = QPointer<QObject>(asker),
-                                      callback = std::move(callback)](const RedisReply& reply) {
-        if (!self || self->m_socket != asked)
-            return;
-        if (reply.isError()) {
-            const RedisError error = RedisError::of(reply.view());
-            if (error.kind != RedisError::WrongType && error.kind != RedisError::Oversize)
-                emit self->refused(error);
-            if (!self || self->m_socket != asked)
-                return;
-        }
-        if (asker)
-            callback(reply);
-    });
+    m_socket->sendFormatted(command,
+                            [self = QPointer<RedisSession>(this), asked = m_socket, asker = QPointer<QObject>(asker),
+                             callback = std::move(callback)](const RedisReply& reply) {
+                                if (!self || self->m_socket != asked)
+                                    return;
+                                if (reply.isError()) {
+                                    const RedisError error = RedisError::of(reply.view());
+                                    if (error.kind != RedisError::WrongType && error.kind != RedisError::Oversize)
+                                        emit self->refused(error);
+                                    if (!self || self->m_socket != asked)
+                                        return;
+                                }
+                                if (asker)
+                                    callback(reply);
+                            });
 }
 
 } // namespace Velk

@@ -41,20 +41,18 @@ RedisSocket::~RedisSocket()
 {
     if (!m_socket)
         return;
-    // This can run in a slot of one of the socket's own signals.
+    // Never in a slot of one of the socket's own signals, which schedule and do nothing else.
     m_socket->disconnect(this);
     m_socket->abort();
-    m_socket->setParent(nullptr);
-    m_socket->deleteLater();
 }
 
 void RedisSocket::open(const RedisUrl::Address& address, const std::optional<QSslConfiguration>& tls,
                        const QString& tlsName)
 {
     m_address = address;
-    m_server = (address.host.contains(QLatin1Char(':')) ? QLatin1Char('[') + address.host + QLatin1Char(']')
-                                                        : address.host) +
-               QLatin1Char(':') + QString::number(address.port);
+    m_server =
+        (address.host.contains(QLatin1Char(':')) ? QLatin1Char('[') + address.host + QLatin1Char(']') : address.host) +
+        QLatin1Char(':') + QString::number(address.port);
     if (tls) {
         auto* const socket = new QSslSocket(this);
         socket->setSslConfiguration(*tls);
@@ -92,8 +90,7 @@ QByteArray RedisSocket::formatted(const QByteArrayList& command)
         lengths.append(std::size_t(argument.size()));
     }
     char* text = nullptr;
-    const int length =
-        redisFormatCommandArgv(&text, int(arguments.size()), arguments.data(), lengths.data());
+    const int length = redisFormatCommandArgv(&text, int(arguments.size()), arguments.data(), lengths.data());
     const QByteArray result = length > 0 ? QByteArray(text, length) : QByteArray();
     redisFreeCommand(text);
     return result;
@@ -224,7 +221,8 @@ void RedisSocket::fail(const QString& title, const QString& message)
 QString RedisSocket::errorMessage() const
 {
     if (!m_tlsTrouble.isEmpty())
-        return tr("%1 could not be trusted: %2. Check the server's certificate, and the ca-file and tls-name of the URL.")
+        return tr("%1 could not be trusted: %2. Check the server's certificate, and the ca-file and tls-name of the "
+                  "URL.")
             .arg(m_server, m_tlsTrouble);
     switch (m_socket->error()) {
     case QAbstractSocket::ConnectionRefusedError:

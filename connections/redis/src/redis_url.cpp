@@ -110,7 +110,7 @@ private:
         const char* name;
         bool (Parser::*take)(const QString& name, const QString& value);
     };
-    static const std::array<Option, 11> options;
+    static const std::array<Option, 12> options;
 
     bool fail(const QString& sentence)
     {
@@ -300,6 +300,14 @@ private:
                          value);
     }
 
+    bool takePongTimeout(const QString&, const QString& value)
+    {
+        bool isNumber = false;
+        url.m_pongTimeoutMs = value.toInt(&isNumber);
+        return (isNumber && url.m_pongTimeoutMs >= 10 && url.m_pongTimeoutMs <= 3600000 && value.front().isDigit()) ||
+               failAbout(tr("The pong-timeout %1 is not a number of milliseconds from 10 to 3600000."), value);
+    }
+
     template <QString RedisSecret::*field>
     bool takeSecret(const QString& name, const QString& value)
     {
@@ -379,9 +387,10 @@ private:
     bool m_isRobotGiven = false;
 };
 
-const std::array<RedisUrl::Parser::Option, 11> RedisUrl::Parser::options = {{
+const std::array<RedisUrl::Parser::Option, 12> RedisUrl::Parser::options = {{
     {"plain", &Parser::takeText<&RedisUrl::m_plainPattern>},
     {"db", &Parser::takeDatabase},
+    {"pong-timeout", &Parser::takePongTimeout},
     {"password-file", &Parser::takeSecret<&RedisSecret::passwordFile>},
     {"password-env", &Parser::takePasswordVariable},
     {"ca-file", &Parser::takeTls<&RedisUrl::m_caFile>},

@@ -48,6 +48,9 @@ public:
     /// The number of the database, as SELECT takes it.
     int database() const { return m_database; }
 
+    /// For how long a server may leave a ping unanswered before the connection counts as lost, in milliseconds.
+    int pongTimeoutMs() const { return m_pongTimeoutMs; }
+
     /// File names, as given; empty when not given. Without a CA file the system's certificate authorities are trusted;
     /// a client certificate without a key file has its key in the same file.
     QString caFile() const { return m_caFile; }
@@ -79,6 +82,7 @@ private:
     QString m_robot;
     QString m_plainPattern;
     int m_database = 0;
+    int m_pongTimeoutMs = 1000;
     QString m_caFile;
     QString m_certificateFile;
     QString m_keyFile;

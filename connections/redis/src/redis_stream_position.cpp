@@ -1,5 +1,6 @@
 #include "redis_stream_position.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Velk {
@@ -14,11 +15,15 @@ std::pair<quint64, quint64> numbers(QByteArrayView id)
                       : std::make_pair(text.left(dash).toULongLong(), text.mid(dash + 1).toULongLong());
 }
 
+// More than any stream ever has, and far from where counting overflows.
+constexpr qint64 maxEntriesAdded = qint64(1) << 60;
+
 // How many entries were ever added: servers before Redis 7 do not say.
 qint64 entriesAddedTo(const RedisReply& streamInfo)
 {
     const RedisReply added = streamInfo.field("entries-added");
-    return added.isNull() ? -1 : added.integer();
+    const bool isCount = !added.isNull() && added.integer() >= 0 && added.integer() <= maxEntriesAdded;
+    return isCount ? added.integer() : -1;
 }
 
 } // namespace
@@ -46,7 +51,8 @@ qint64 RedisStreamPosition::countTrimmed(const RedisReply& streamInfo)
 
     // At the end of the stream all entries are behind us, read or discarded. Before it, those are certainly discarded
     // that were added before the oldest one that is still there.
-    const qint64 behind = newestId == id ? added : added - streamInfo.field("length").integer();
+    const qint64 length = std::clamp<qint64>(streamInfo.field("length").integer(), 0, added);
+    const qint64 behind = newestId == id ? added : added - length;
     if (behind <= entriesAdded)
         return 0;
     return behind - std::exchange(entriesAdded, behind);

@@ -183,11 +183,13 @@ void RedisKeySettler::startNextPhase(const std::shared_ptr<Round>& round)
 
 void RedisKeySettler::onType(RedisWatchedKey& key, RedisSource& source, const QByteArray& type)
 {
-    if (type == "none") {
+    if (type != "stream") {
         // Whatever stream appears here later is new from its first entry on.
         source.position = RedisStreamPosition();
         source.hasPosition = true;
         key.history->positions.remove(source.key);
+    }
+    if (type == "none") {
         source.type = isAlwaysStream(source) && source.isListed ? RedisSource::Stream : RedisSource::Absent;
         return;
     }

@@ -29,6 +29,8 @@ QString meaning(const RedisUrl& url)
         add("plain", url.plainPattern());
     if (url.database() != 0)
         add("db", QString::number(url.database()));
+    if (url.pongTimeoutMs() != 1000)
+        add("pong", QString::number(url.pongTimeoutMs()));
     add("ca", url.caFile());
     add("cert", url.certificateFile());
     add("key", url.keyFile());
@@ -111,6 +113,7 @@ private Q_SLOTS:
         row("robot with a slash and an @", "redis://lab/hall%2Farm%401", "lab port 6379; robot hall/arm@1");
         row("a plus is a plus", "redis://lab/a+b", "lab port 6379; robot a+b");
         row("database", "redis://lab/arm1?db=3", "lab port 6379; robot arm1; db 3");
+        row("patience", "redis://lab?pong-timeout=10", "lab port 6379; robot robot; pong 10");
         row("plain mode", "redis://lab?plain=*", "lab port 6379; robot robot; plain *");
         row("plain mode, pattern encoded", "redis://lab?plain=a%26b%3D%5B12%5D&db=1",
             "lab port 6379; robot robot; plain a&b=[12]; db 1");
@@ -188,7 +191,8 @@ private Q_SLOTS:
             "The robot's name \"{arm1}\" holds a brace, which no robot's name can.");
         row("fragment", "redis://lab/arm1#2", "A URL of a Redis memory holds no \"#\": write it as %23.");
         row("unknown option", "redis://lab/arm1?timeout=3",
-            "There is no option \"timeout\"; there are plain, db, password-file, password-env, ca-file, cert-file, "
+            "There is no option \"timeout\"; there are plain, db, pong-timeout, password-file, password-env, ca-file, "
+            "cert-file, "
             "key-file, tls-name, sentinel-user, sentinel-password-file and sentinel-password-env.");
         row("option twice", "redis://lab?db=1&db=2", "The option \"db\" is given twice.");
         row("option without value", "redis://lab?plain", "The option \"plain\" needs a value: plain=….");
@@ -197,6 +201,10 @@ private Q_SLOTS:
             "The value of \"plain\" is not percent-encoded UTF-8 text: write % as %25 and & as %26.");
         row("database in words", "redis://lab?db=main", "The database \"main\" is not a number from 0 to 2147483647.");
         row("negative database", "redis://lab?db=-1", "The database \"-1\" is not a number from 0 to 2147483647.");
+        row("no patience", "redis://lab?pong-timeout=9",
+            "The pong-timeout \"9\" is not a number of milliseconds from 10 to 3600000.");
+        row("too much patience", "redis://lab?pong-timeout=3600001",
+            "The pong-timeout \"3600001\" is not a number of milliseconds from 10 to 3600000.");
         row("no name of a variable", "redis://lab?password-env=A-B",
             "The value of \"password-env\" is not the name of an environment variable.");
         row("password twice", "redis://:x@lab?password-file=/p",

@@ -36,6 +36,9 @@ bool RedisReplyLimiter::filter(const char* input, qint64 size, QByteArray* outpu
             const char* const lineEnd = found ? static_cast<const char*>(found) + 1 : end;
             m_line.append(input, lineEnd - input);
             input = lineEnd;
+            // Who speaks something else may never send a line end.
+            if (!std::strchr("$*+-:", m_line.at(0)) || m_line.at(0) == '\0')
+                return fail(tr("a reply that starts with the byte %1").arg(int(uchar(m_line.at(0)))));
             if (m_line.size() > maxLineBytes)
                 return fail(tr("a line of more than %1 bytes").arg(maxLineBytes));
             if (found && !takeLine(output))
@@ -65,15 +68,11 @@ bool RedisReplyLimiter::takeLine(QByteArray* output)
         return takeValueLength(output);
     case '*':
         return takeListLength(output);
-    case '+':
-    case '-':
-    case ':':
+    default:
         output->append(m_line);
         m_line.clear();
         elementDone();
         return true;
-    default:
-        return fail(tr("a reply that starts with the byte %1").arg(int(uchar(m_line.at(0)))));
     }
 }
 

@@ -21,7 +21,7 @@ struct Prefix
 
 // NOAUTH is answered to who gave no password, WRONGPASS to who gave a wrong one; servers with one password for all say
 // so in words only.
-constexpr std::array<Prefix, 15> prefixes = {{
+constexpr std::array<Prefix, 16> prefixes = {{
     {"MOVED ", RedisError::Moved},
     {"ASK ", RedisError::Ask},
     {"TRYAGAIN", RedisError::TryAgain},
@@ -30,6 +30,7 @@ constexpr std::array<Prefix, 15> prefixes = {{
     {"ERR invalid password", RedisError::Password},
     {"ERR AUTH <password> called without any password", RedisError::Password},
     {"NOPERM", RedisError::Permission},
+    {"ERR no such key", RedisError::NoSuchKey},
     {"WRONGTYPE", RedisError::WrongType},
     {"LOADING", RedisError::Unavailable},
     {"MASTERDOWN", RedisError::Unavailable},
@@ -118,6 +119,7 @@ QString RedisError::message(const QString& server) const
     case Oversize:
         return tr("A value on %1 is too long to be shown (%2 bytes).")
             .arg(server, said.section(QLatin1Char(' '), 1, 1));
+    case NoSuchKey:
     case Other:
         break;
     }

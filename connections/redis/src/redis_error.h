@@ -19,6 +19,7 @@ struct RedisError
         TryAgain,    ///< the slot is on its way and its keys are on both nodes
         Password,    ///< no password, or a wrong one
         Permission,  ///< the user may not run the command, or not on this key
+        NoSuchKey,   ///< XINFO says so, other commands have a reply for it
         WrongType,   ///< the key holds something else
         Unavailable, ///< the server answers, but cannot serve now: it loads its data, has no master, is a replica
         Oversize,    ///< the value was too long and was taken out of the reply

@@ -31,7 +31,7 @@ void RedisServerExamination::start(const QMap<QByteArray, QByteArray>& metadata,
 void RedisServerExamination::askTime()
 {
     const double askedAt = double(QDateTime::currentMSecsSinceEpoch()) / 1000.0;
-    m_session->send(this, {"TIME"}, [this, askedAt](const RedisReply& reply) {
+    m_session->ask(this, {"TIME"}, [this, askedAt](const RedisReply& reply) {
         const double answeredAt = double(QDateTime::currentMSecsSinceEpoch()) / 1000.0;
         const double serverTime = double(reply.at(0).integer()) + double(reply.at(1).integer()) / 1e6;
         if (reply.size() == 2)
@@ -43,13 +43,13 @@ void RedisServerExamination::askTime()
 void RedisServerExamination::askServer()
 {
     // One section at a time: servers before Redis 7 take no more.
-    m_session->send(this, {"INFO", "server"}, [this](const RedisReply& reply) {
+    m_session->ask(this, {"INFO", "server"}, [this](const RedisReply& reply) {
         m_report.version = infoField(reply.bytes(), "redis_version");
         m_report.mode = infoField(reply.bytes(), "redis_mode");
     });
-    m_session->send(this, {"INFO", "replication"},
-                    [this](const RedisReply& reply) { m_report.role = infoField(reply.bytes(), "role"); });
-    m_session->send(this, {"ACL", "WHOAMI"}, [this](const RedisReply& reply) {
+    m_session->ask(this, {"INFO", "replication"},
+                   [this](const RedisReply& reply) { m_report.role = infoField(reply.bytes(), "role"); });
+    m_session->ask(this, {"ACL", "WHOAMI"}, [this](const RedisReply& reply) {
         if (reply.isText())
             m_report.user = reply.text();
         askGrants();
@@ -58,8 +58,8 @@ void RedisServerExamination::askServer()
 
 void RedisServerExamination::askGrants()
 {
-    // Asked by running them: what ACLs say about patterns and selectors is only told to administrators. The commands
-    // read at most; the two that write are given too few arguments, which the server finds after the permission.
+    // Asked by running them: what the permissions are is told to administrators only. Where the key is of another type
+    // than the command expects, the server finds the permission first, and does no work.
     const RedisLayout layout(m_url.robot());
     const QByteArray key = m_url.isPlain() ? QByteArray("velk") : layout.data("velk");
     const QByteArray index = layout.dataIndex();
@@ -78,7 +78,7 @@ void RedisServerExamination::askGrants()
                                          {"HMGET", layout.metadata(), "name"}});
     for (std::size_t i = 0; i < commands.size(); ++i) {
         const bool isLast = i + 1 == commands.size();
-        m_session->send(this, commands[i], [this, name = commands[i].front(), isLast](const RedisReply& reply) {
+        m_session->ask(this, commands[i], [this, name = commands[i].front(), isLast](const RedisReply& reply) {
             const bool isRefused = reply.isError() && RedisError::of(reply.view()).kind == RedisError::Permission;
             (isRefused ? m_report.refused : m_report.granted).append(QString::fromLatin1(name));
             if (isLast)

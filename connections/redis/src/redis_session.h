@@ -26,6 +26,8 @@ public:
     /// Runs the command. The callback gets the reply, errors too, unless `asker` is gone by then or the connection
     /// was replaced.
     void send(QObject* asker, const QByteArrayList& command, RedisSocket::Callback callback);
+    /// The same, and a refused permission is not reported: whether it is granted is the question.
+    void ask(QObject* asker, const QByteArrayList& command, RedisSocket::Callback callback);
     void sendFormatted(QObject* asker, const QByteArray& command, RedisSocket::Callback callback);
 
     /// Something about a key or a value that the user should know.
@@ -39,6 +41,8 @@ Q_SIGNALS:
     void reported(const QString& title, const QString& message);
 
 private:
+    void run(QObject* asker, const QByteArray& command, bool isQuestion, RedisSocket::Callback callback);
+
     QPointer<RedisSocket> m_socket;
 };
 

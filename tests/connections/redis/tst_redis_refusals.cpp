@@ -92,7 +92,8 @@ private Q_SLOTS:
         viewer.link().open();
 
         QTRY_VERIFY_WITH_TIMEOUT(viewer.link().isConnected(), patience);
-        QCOMPARE(viewer.link().url(), QStringLiteral("redis://viewer@127.0.0.1:%1/arm1").arg(server.port()));
+        QVERIFY2(viewer.link().url().startsWith(QStringLiteral("redis://viewer@127.0.0.1:%1/arm1").arg(server.port())),
+                 qPrintable(viewer.link().url()));
         QCOMPARE(viewer.failures, QStringList());
     }
 

@@ -9,10 +9,12 @@ using namespace Velk;
 
 namespace {
 
-std::unique_ptr<RedisLink> createLink(const QString& url)
+std::unique_ptr<RedisLink> createLink(const QString& url, int pongTimeoutMs)
 {
+    const QString separator = url.contains(QLatin1Char('?')) ? QStringLiteral("&") : QStringLiteral("?");
     QString error;
-    std::unique_ptr<RedisLink> link = RedisLink::fromUrl(url, &error);
+    std::unique_ptr<RedisLink> link =
+        RedisLink::fromUrl(QStringLiteral("%1%2pong-timeout=%3").arg(url, separator).arg(pongTimeoutMs), &error);
     if (!link)
         qFatal("%s", qPrintable(error));
     return link;
@@ -25,8 +27,8 @@ QString text(bool value)
 
 } // namespace
 
-Viewer::Viewer(const QString& url)
-    : m_link(createLink(url))
+Viewer::Viewer(const QString& url, int pongTimeoutMs)
+    : m_link(createLink(url, pongTimeoutMs))
     , m_model(new DisplayedMemoryKeyListModel(m_link.get()))
 {
     m_model->setSamplingPeriod(200);
@@ -109,12 +111,21 @@ bool Viewer::hasFailure(const QString& failure) const
                        [&failure](const QString& told) { return told.contains(failure); });
 }
 
-QStringList Viewer::recordLines()
+QStringList Viewer::takeRecordedCells(const QString& name)
 {
     QTemporaryFile* const record = m_model->takeRecordFile();
     if (!record)
-        return {};
+        return {QStringLiteral("no record file")};
     QFile file(record->fileName());
     file.open(QIODevice::ReadOnly);
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const qsizetype column =
+        lines.takeFirst().split(QLatin1Char(';')).indexOf(QLatin1Char('"') + name + QLatin1Char('"'));
+    QStringList cells;
+    for (const QString& line : std::as_const(lines)) {
+        const QString cell = line.split(QLatin1Char(';')).value(column);
+        if (!cell.isEmpty())
+            cells << cell;
+    }
+    return cells;
 }

@@ -19,8 +19,10 @@ class Viewer : public QObject
     Q_OBJECT
 
 public:
-    /// A URL that is not valid ends the test program.
-    explicit Viewer(const QString& url);
+    /// The connection counts as lost after `pongTimeoutMs` without an answer: later than in daily use, so that a
+    /// machine with much to do does not end connections, unless a test is about that. A URL that is not valid ends the
+    /// test program.
+    explicit Viewer(const QString& url, int pongTimeoutMs = 60000);
     ~Viewer() override;
 
     Velk::RedisLink& link() { return *m_link; }
@@ -48,8 +50,8 @@ public:
     /// Whether the text occurs in any of the failures.
     bool hasFailure(const QString& text) const;
 
-    /// What the record file holds.
-    QStringList recordLines();
+    /// Takes the record file: the cells in the key's column that are not empty, in order.
+    QStringList takeRecordedCells(const QString& name);
 
 private:
     void onData(const QMap<QString, QMap<double, QVariant>>& data);

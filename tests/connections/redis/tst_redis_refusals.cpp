@@ -13,7 +13,7 @@ using namespace Velk;
 
 namespace {
 
-constexpr int patience = 60000;
+constexpr int patience = 15000;
 
 // Everything that a user can get to see of the viewer's link.
 QString everythingShown(Viewer& viewer)

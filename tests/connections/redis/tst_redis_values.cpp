@@ -13,7 +13,7 @@ using namespace Velk;
 
 namespace {
 
-constexpr int patience = 60000;
+constexpr int patience = 15000;
 
 // The type and the text of a value: "qlonglong 17".
 QString text(const QVariant& value)

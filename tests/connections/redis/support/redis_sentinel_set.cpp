@@ -92,6 +92,13 @@ int RedisSentinelSet::masterIndex()
     return -1;
 }
 
+bool RedisSentinelSet::requestFailover()
+{
+    return waitUntil([this] {
+        return RedisTestClient(sentinel(0).port()).command({"SENTINEL", "FAILOVER", "main"}) == "OK";
+    });
+}
+
 bool RedisSentinelSet::waitForMaster(int index)
 {
     return waitUntil([this, index] {

@@ -26,6 +26,8 @@ public:
     /// The index of the server that the sentinels name as the master; -1 when they do not agree.
     int masterIndex();
 
+    /// Asks a sentinel to make the replica the master, the old master becoming its replica.
+    bool requestFailover();
     /// Waits until the sentinels agree on this server as the master and it takes writes.
     bool waitForMaster(int index);
     /// Waits until what was written to the master has reached the replica.

@@ -1,6 +1,9 @@
 #include <connections/directory/robot_directory.h>
 
 #include <connections/host/host_link.h>
+#ifdef DIRECTORY_WITH_REDIS
+#include <connections/redis/redis_link.h>
+#endif
 #include <connections/simulated/simulated_link.h>
 
 #include <QCoreApplication>
@@ -33,6 +36,22 @@ std::vector<Row> rows()
          SimulatedLink::fromUrl},
         {{QStringLiteral("host"), QStringLiteral("host:"), Directory::tr("the computer that this program runs on")},
          HostLink::fromUrl},
+#ifdef DIRECTORY_WITH_REDIS
+        {{QStringLiteral("redis"), QStringLiteral("redis://[user[:password]@]host[:6379][/robot][?option=value&…]"),
+          Directory::tr("a robot whose memory is on a Redis server, or in a cluster of them")},
+         RedisLink::fromUrl},
+        {{QStringLiteral("rediss"), QStringLiteral("rediss://[user[:password]@]host[:6379][/robot][?option=value&…]"),
+          Directory::tr("the same over TLS")},
+         RedisLink::fromUrl},
+        {{QStringLiteral("redis+sentinel"),
+          QStringLiteral("redis+sentinel://host[:26379][,host…]/service[/robot][?option=value&…]"),
+          Directory::tr("the same on the master that sentinels name")},
+         RedisLink::fromUrl},
+        {{QStringLiteral("rediss+sentinel"),
+          QStringLiteral("rediss+sentinel://host[:26379][,host…]/service[/robot][?option=value&…]"),
+          Directory::tr("the same over TLS, with the sentinels")},
+         RedisLink::fromUrl},
+#endif
     };
 }
 

@@ -126,9 +126,9 @@ void RedisMemoryInterface::setSamplingPeriod(int period)
 
 void RedisMemoryInterface::isRealTimeSupported(QObject* receiver, const char* member)
 {
-    const std::optional<bool> said = realTimeOfMetadata();
-    if (said || !m_session || !m_sampler) {
-        answer(receiver, member, said.value_or(false));
+    const std::optional<bool> said = m_sampler && m_session ? realTimeOfMetadata() : false;
+    if (said) {
+        answer(receiver, member, *said);
         return;
     }
     auto* const roundTrips = new RedisRoundTrips(m_session, this);

@@ -102,7 +102,6 @@ void RedisSampler::stop()
             source.hasPosition = false;
         }
         key->wasSettled = false;
-        key->isNew = true;
         m_unsettled.push_back(key);
     }
     m_queue.take(m_unsettled);
@@ -204,14 +203,6 @@ void RedisSampler::group()
         if (!samplingGroup)
             samplingGroup = std::make_unique<RedisSamplingGroup>(period, m_session, &m_queue, m_history);
         samplingGroup->setKeys(keys);
-        // What is new does not wait for the next tick: with a long period nothing would be shown until then.
-        bool hasNew = false;
-        for (const RedisWatchedKeyPtr& key : keys) {
-            if (key->wasSettled)
-                hasNew = std::exchange(key->isNew, false) || hasNew;
-        }
-        if (hasNew)
-            samplingGroup->tick();
     }
 }
 

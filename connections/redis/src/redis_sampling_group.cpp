@@ -111,8 +111,6 @@ void RedisSamplingGroup::skipTick()
 
 void RedisSamplingGroup::tick()
 {
-    if (m_outstanding > 0 || !m_session->isUp())
-        return;
     m_streams.takeHasProgress();
     m_streams.read();
     if (m_chunks.empty())

@@ -31,8 +31,6 @@ public:
     /// The keys to sample from now on; also to be called when their sources have become others.
     void setKeys(const std::vector<RedisWatchedKeyPtr>& keys);
 
-    /// Samples now, unless the answers to the last tick are outstanding.
-    void tick();
     /// See RedisStreamReader.
     void countTrimmed() { m_streams.countTrimmed(); }
 
@@ -49,6 +47,7 @@ private:
 
     void onTimeout();
     void skipTick();
+    void tick();
     void buildChunks();
     void onTime(Tick& tick, const RedisReply& reply);
     void onValues(const Tick& tick, const Chunk& chunk, const RedisReply& reply);

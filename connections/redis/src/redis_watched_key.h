@@ -59,7 +59,6 @@ struct RedisWatchedKey
     int periodMs;
     bool isWatched = true; ///< replies that are due still refer to a key that is watched no longer
     bool wasSettled = false;
-    bool isNew = true; ///< not sampled yet
     std::vector<RedisSource> sources;
     QMap<double, QVariant> samples;
     RedisKeyHistory* history;

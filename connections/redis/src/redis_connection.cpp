@@ -29,6 +29,9 @@ RedisConnection::RedisConnection(const RedisUrl& url, QObject* parent)
     connect(&m_pingTimer, &QTimer::timeout, this, &RedisConnection::ping);
     m_pongTimer.setSingleShot(true);
     connect(&m_pongTimer, &QTimer::timeout, this, &RedisConnection::onPongMissing);
+    m_session.openDetour = [this](const RedisUrl::Address& address) {
+        return RedisConnector::socketTo(m_url, address);
+    };
     connect(&m_session, &RedisSession::refused, this, &RedisConnection::onRefused);
     connect(&m_session, &RedisSession::reported, this, &RedisConnection::report);
 }

@@ -186,11 +186,33 @@ void RedisConnector::onAddressFailed(const QString& title, const QString& messag
     emit failed(title, message);
 }
 
+std::unique_ptr<RedisSocket> RedisConnector::socketTo(const RedisUrl& url, const RedisUrl::Address& address)
+{
+    // The connection that was made before has shown that the files and the password can be read; should that have
+    // changed, the server's refusals are as good as any.
+    QString error;
+    const std::optional<QSslConfiguration> tls =
+        url.isTls() ? redisTlsConfiguration(url, &error) : std::optional<QSslConfiguration>();
+    const RedisCredentials credentials = url.credentials(&error).value_or(RedisCredentials());
+    auto socket = std::make_unique<RedisSocket>();
+    socket->open(address, url.isTls() ? std::optional(tls.value_or(QSslConfiguration())) : tls, url.tlsName());
+    if (!credentials.password.isEmpty() || !credentials.user.isEmpty()) {
+        QByteArrayList command = {"AUTH"};
+        if (!credentials.user.isEmpty())
+            command.append(credentials.user);
+        command.append(credentials.password);
+        socket->send(command, RedisSocket::Callback());
+    }
+    return socket;
+}
+
 void RedisConnector::onTimeout()
 {
     onAddressFailed(tr("Redis: no answer"),
-                    tr("%1 did not answer within %2 seconds. Check the address, the network, and that no firewall "
-                       "swallows the connection.")
+                    (m_url.isTls() ? tr("%1 did not answer within %2 seconds. Check the address, the network, and that "
+                                        "the server's port speaks TLS.")
+                                   : tr("%1 did not answer within %2 seconds. Check the address, the network, and that "
+                                        "no firewall swallows the connection."))
                         .arg(m_socket->server())
                         .arg(addressTimeoutMs / 1000));
 }

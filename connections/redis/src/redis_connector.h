@@ -37,6 +37,9 @@ public:
     /// How long one address may take, look-up, connection, TLS and authentication together.
     static constexpr int addressTimeoutMs = 5000;
 
+    /// A socket that is on its way to the address, with the URL's TLS and authentication sent ahead of all commands.
+    static std::unique_ptr<RedisSocket> socketTo(const RedisUrl& url, const RedisUrl::Address& address);
+
 Q_SIGNALS:
     void succeeded();
     void failed(const QString& title, const QString& message);

@@ -7,16 +7,26 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+#include <memory>
+#include <vector>
+
 namespace Velk {
 
 /// The connection as those see it who run commands on it: it can be replaced by one to another node of the cluster
-/// under their feet, and what the server refuses is reported in one place.
+/// under their feet, and what the server refuses is reported in one place. A command whose keys are on their way to
+/// another node is run there.
 class RedisSession : public QObject
 {
     Q_OBJECT
 
 public:
     explicit RedisSession(QObject* parent = nullptr);
+    ~RedisSession() override;
+
+    /// Makes a connection to another node of the cluster, authentication included, on which commands can be run at
+    /// once.
+    std::function<std::unique_ptr<RedisSocket>(const RedisUrl::Address&)> openDetour;
 
     /// Null while there is none. Callbacks that are due on the former one never come.
     void setSocket(RedisSocket* socket);
@@ -41,9 +51,16 @@ Q_SIGNALS:
     void reported(const QString& title, const QString& message);
 
 private:
+    struct Errand;
+
     void run(QObject* asker, const QByteArray& command, bool isQuestion, RedisSocket::Callback callback);
+    void runErrand(const RedisUrl::Address& address, const std::shared_ptr<Errand>& errand);
+    void failErrands();
 
     QPointer<RedisSocket> m_socket;
+    // To the node that has the robot's keys while their slot is on its way there.
+    std::unique_ptr<RedisSocket> m_detour;
+    std::vector<std::shared_ptr<Errand>> m_errands; // commands whose reply is due on the detour
 };
 
 } // namespace Velk

@@ -156,6 +156,7 @@ void RedisSocket::dispatch()
             scheduleDispatch();
             return;
         }
+        m_hasAnswered = true;
         if (!readReplies(m_socket->read(readPortionBytes)))
             return;
     }
@@ -231,6 +232,11 @@ QString RedisSocket::errorMessage() const
     case QAbstractSocket::HostNotFoundError:
         return tr("There is no host of the name %1. Check the host's name.").arg(m_address.host);
     case QAbstractSocket::RemoteHostClosedError:
+        if (m_wasConnected && !m_hasAnswered)
+            return tr("%1 has closed the connection before it answered. Check that it is a Redis server, and whether "
+                      "it "
+                      "expects TLS.")
+                .arg(m_server);
         return m_wasConnected ? tr("%1 has closed the connection.").arg(m_server)
                               : tr("%1 has closed the connection before it stood. Check whether the server expects "
                                    "TLS, or a client certificate.")
@@ -239,6 +245,10 @@ QString RedisSocket::errorMessage() const
         return tr("No TLS connection to %1 (%2). Check that the server's port speaks TLS.")
             .arg(m_server, m_socket->errorString());
     default:
+        if (!m_hasAnswered && qobject_cast<QSslSocket*>(m_socket))
+            return tr("No TLS connection to %1 (%2). Check that the server's port speaks TLS, and whether the server "
+                      "expects a client certificate.")
+                .arg(m_server, m_socket->errorString());
         return tr("%1: %2.").arg(m_server, m_socket->errorString());
     }
 }

@@ -86,6 +86,7 @@ private:
     QString m_server;
     QString m_tlsTrouble;
     bool m_wasConnected = false;
+    bool m_hasAnswered = false; // whether the server has ever sent anything
     bool m_isDispatchScheduled = false;
     bool m_hasEnded = false; // the socket has reported an error: replies may still be unread
     bool m_hasFailed = false;

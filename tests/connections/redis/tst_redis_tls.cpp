@@ -92,7 +92,8 @@ private Q_SLOTS:
 
         viewer.link().open();
 
-        QTRY_VERIFY2_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("TLS")), qPrintable(viewer.failures.join(QLatin1Char(10))), patience);
+        QTRY_VERIFY2_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("TLS")),
+                                  qPrintable(viewer.failures.join(QLatin1Char(10))), patience);
         QVERIFY(!viewer.link().isConnected());
     }
 
@@ -102,7 +103,8 @@ private Q_SLOTS:
 
         viewer.link().open();
 
-        QTRY_VERIFY2_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("TLS")), qPrintable(viewer.failures.join(QLatin1Char(10))), patience);
+        QTRY_VERIFY2_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("TLS")),
+                                  qPrintable(viewer.failures.join(QLatin1Char(10))), patience);
         QVERIFY(!viewer.link().isConnected());
     }
 

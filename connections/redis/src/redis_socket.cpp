@@ -235,7 +235,7 @@ QString RedisSocket::errorMessage() const
         if (m_wasConnected && !m_hasAnswered)
             return tr("%1 has closed the connection before it answered. Check that it is a Redis server, and whether "
                       "it "
-                      "expects TLS.")
+                      "expects TLS, or a client certificate.")
                 .arg(m_server);
         return m_wasConnected ? tr("%1 has closed the connection.").arg(m_server)
                               : tr("%1 has closed the connection before it stood. Check whether the server expects "

@@ -14,7 +14,7 @@ using namespace Velk;
 
 namespace {
 
-constexpr int patience = 15000;
+constexpr int patience = 60000;
 
 const QString robotName = QStringLiteral("arm1");
 const QString dataKey = QStringLiteral("A");

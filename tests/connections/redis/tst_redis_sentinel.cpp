@@ -8,7 +8,7 @@ using namespace Velk;
 
 namespace {
 
-constexpr int patience = 15000;
+constexpr int patience = 60000;
 
 const QString dataKey = QStringLiteral("A");
 const QString eventKey = QStringLiteral("E");

@@ -9,7 +9,7 @@ using namespace Velk;
 
 namespace {
 
-constexpr int patience = 15000;
+constexpr int patience = 60000;
 
 } // namespace
 

@@ -14,7 +14,7 @@ std::unique_ptr<RedisLink> createLink(const QString& url, int pongTimeoutMs)
     const QString separator = url.contains(QLatin1Char('?')) ? QStringLiteral("&") : QStringLiteral("?");
     QString error;
     std::unique_ptr<RedisLink> link =
-        RedisLink::fromUrl(QStringLiteral("%1%2pong-timeout=%3").arg(url, separator).arg(pongTimeoutMs), &error);
+        RedisLink::fromUrl(url + separator + QStringLiteral("pong-timeout=") + QString::number(pongTimeoutMs), &error);
     if (!link)
         qFatal("%s", qPrintable(error));
     return link;

@@ -6,6 +6,12 @@ void addRobotsCommand(CommandContext& context);
 void addKeysCommand(CommandContext& context);
 void addWatchCommand(CommandContext& context);
 void addRecordCommand(CommandContext& context);
+void addPingCommand(CommandContext& context);
+#ifdef VELK_WITH_REDIS
+void addServeCommand(CommandContext& context);
+void addPutCommand(CommandContext& context);
+void addRaiseCommand(CommandContext& context);
+#endif
 
 void addCommands(CommandContext& context)
 {
@@ -15,6 +21,12 @@ void addCommands(CommandContext& context)
         addKeysCommand,
         addWatchCommand,
         addRecordCommand,
+        addPingCommand,
+#ifdef VELK_WITH_REDIS
+        addServeCommand,
+        addPutCommand,
+        addRaiseCommand,
+#endif
     };
     for (const auto add : commands)
         add(context);

@@ -10,7 +10,7 @@ int interruptedBy(int signalNumber)
 QString exitStatusHelp()
 {
     return QStringLiteral("Exit status:\n"
-                          "  0    done; for watch and record also when Ctrl-C ended it and no --for was given\n"
+                          "  0    done; for watch, record and serve also when Ctrl-C ended it and no --for was given\n"
                           "  2    the command line is wrong\n"
                           "  3    the robot's URL is wrong, or of an unknown kind\n"
                           "  4    no connection to the robot within --timeout\n"
@@ -19,6 +19,7 @@ QString exitStatusHelp()
                           "  7    rows of the recording were lost; the complete ones before them are saved\n"
                           "  8    the recording could not be made or saved; the message says where it is kept\n"
                           "  9    standard output could not be written\n"
+                          "  10   the robot did not take the value that was to be written\n"
                           "  129  ended by SIGHUP before it was done; record has saved what it had\n"
                           "  130  ended by Ctrl-C (SIGINT) before it was done; record has saved what it had\n"
                           "  141  the reader of standard output has gone\n"

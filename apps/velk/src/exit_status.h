@@ -17,6 +17,7 @@ enum ExitStatus : int
     RecordingIncomplete = 7,
     RecordingNotSaved = 8,
     OutputFailed = 9,
+    NotWritten = 10,
     BrokenPipe = 141 ///< as the shell reports a program that SIGPIPE ended
 };
 

@@ -10,6 +10,9 @@ namespace Velk {
 namespace {
 
 constexpr int settlePeriodMs = 1000;
+// What is read between two deliveries is delivered late anyway; more often than that keeps the replies short.
+constexpr int minStreamPeriodMs = 10;
+constexpr int maxStreamPeriodMs = 100;
 // Keys that are looked for again in one go.
 constexpr int openKeysPerPeriod = 1000;
 
@@ -21,9 +24,11 @@ RedisSampler::RedisSampler(RedisSession* session, const RedisLayout& layout,
     , m_history(history)
     , m_queue(history)
     , m_settler(session, &m_queue, layout)
+    , m_streams(session, &m_queue)
 {
     m_gatherTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_gatherTimer, &QTimer::timeout, this, &RedisSampler::deliver);
+    connect(&m_streamTimer, &QTimer::timeout, &m_streams, &RedisStreamReader::read);
     m_settleTimer.setInterval(settlePeriodMs);
     connect(&m_settleTimer, &QTimer::timeout, this, &RedisSampler::settleOpenKeys);
     m_groupTimer.setSingleShot(true);
@@ -80,20 +85,33 @@ void RedisSampler::unwatchAll()
 void RedisSampler::start(int gatherPeriodMs, int samplingPeriodMs)
 {
     m_samplingPeriodMs = samplingPeriodMs;
-    m_gatherTimer.start(std::max(1, gatherPeriodMs));
+    startTimers(gatherPeriodMs);
     m_settleTimer.start();
     scheduleGrouping();
+}
+
+void RedisSampler::startTimers(int gatherPeriodMs)
+{
+    m_gatherTimer.start(std::max(1, gatherPeriodMs));
+    m_streamTimer.start(std::clamp(gatherPeriodMs / 2, minStreamPeriodMs, maxStreamPeriodMs));
+}
+
+void RedisSampler::stopTimers()
+{
+    m_gatherTimer.stop();
+    m_streamTimer.stop();
+    m_settleTimer.stop();
+    m_groupTimer.stop();
+    m_groups.clear();
+    m_streams.setSources({});
+    m_settler.clear();
 }
 
 void RedisSampler::stop()
 {
     if (!isRunning())
         return;
-    m_gatherTimer.stop();
-    m_settleTimer.stop();
-    m_groupTimer.stop();
-    m_groups.clear();
-    m_settler.clear();
+    stopTimers();
     forgetPositions();
     m_unsettled.clear();
     for (const auto& [name, key] : m_keys) {
@@ -116,7 +134,7 @@ void RedisSampler::forgetPositions()
 void RedisSampler::setGatherPeriod(int periodMs)
 {
     if (isRunning())
-        m_gatherTimer.start(std::max(1, periodMs));
+        startTimers(periodMs);
 }
 
 void RedisSampler::setSamplingPeriod(int periodMs)
@@ -130,11 +148,7 @@ void RedisSampler::endForReconnection()
 {
     if (!isRunning())
         return;
-    m_gatherTimer.stop();
-    m_settleTimer.stop();
-    m_groupTimer.stop();
-    m_groups.clear();
-    m_settler.clear();
+    stopTimers();
     std::vector<RedisWatchedKeyPtr> keys;
     for (const auto& [name, key] : m_keys) {
         keys.push_back(key);
@@ -160,8 +174,7 @@ void RedisSampler::deliver()
 
 void RedisSampler::settleOpenKeys()
 {
-    for (const auto& [period, samplingGroup] : m_groups)
-        samplingGroup->countTrimmed();
+    m_streams.countTrimmed();
 
     std::vector<RedisWatchedKeyPtr> openKeys;
     auto next = m_keys.lower_bound(m_nextOpenKey);
@@ -193,8 +206,15 @@ void RedisSampler::group()
         m_settler.settle(std::exchange(m_unsettled, {}));
 
     std::map<int, std::vector<RedisWatchedKeyPtr>> keysOfPeriod;
-    for (const auto& [name, key] : m_keys)
+    std::vector<RedisSourceRef> streams;
+    for (const auto& [name, key] : m_keys) {
         keysOfPeriod[samplingPeriodOf(*key)].push_back(key);
+        for (std::size_t i = 0; i < key->sources.size(); ++i) {
+            if (key->sources[i].type == RedisSource::Stream)
+                streams.push_back({key, i});
+        }
+    }
+    m_streams.setSources(streams);
     for (auto samplingGroup = m_groups.begin(); samplingGroup != m_groups.end();)
         samplingGroup =
             keysOfPeriod.count(samplingGroup->first) ? std::next(samplingGroup) : m_groups.erase(samplingGroup);

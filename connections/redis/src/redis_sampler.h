@@ -5,6 +5,7 @@
 #include "redis_sample_queue.h"
 #include "redis_sampling_group.h"
 #include "redis_session.h"
+#include "redis_stream_reader.h"
 #include "redis_watched_key.h"
 
 #include <QMap>
@@ -18,7 +19,8 @@
 
 namespace Velk {
 
-/// Samples the watched keys and delivers what was gathered: one sampling group per period, one timer for the delivery.
+/// Samples the watched keys and delivers what was gathered: one sampling group per period, one timer for the delivery,
+/// and one for the streams, which are read on whatever the periods are, since each of their entries counts.
 class RedisSampler : public QObject
 {
     Q_OBJECT
@@ -47,6 +49,8 @@ Q_SIGNALS:
     void gathered(const QMap<QString, QMap<double, QVariant>>& data);
 
 private:
+    void startTimers(int gatherPeriodMs);
+    void stopTimers();
     void deliver();
     void settleOpenKeys();
     void scheduleGrouping();
@@ -58,7 +62,9 @@ private:
     std::shared_ptr<RedisSamplingHistory> m_history;
     RedisSampleQueue m_queue;
     RedisKeySettler m_settler;
+    RedisStreamReader m_streams;
     QTimer m_gatherTimer;
+    QTimer m_streamTimer;
     QTimer m_settleTimer;
     QTimer m_groupTimer;
     int m_samplingPeriodMs = 0;

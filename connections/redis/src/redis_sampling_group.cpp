@@ -27,7 +27,6 @@ RedisSamplingGroup::RedisSamplingGroup(int periodMs, RedisSession* session, Redi
     : m_session(session)
     , m_queue(queue)
     , m_history(std::move(history))
-    , m_streams(session, queue)
     , m_keysPerCommand(maxKeysPerCommand)
 {
     m_timer.setTimerType(Qt::PreciseTimer);
@@ -45,7 +44,6 @@ void RedisSamplingGroup::setKeys(const std::vector<RedisWatchedKeyPtr>& keys)
 void RedisSamplingGroup::buildChunks()
 {
     m_chunks.clear();
-    std::vector<RedisSourceRef> streams;
     std::map<QByteArray, std::shared_ptr<Chunk>> hashes;
     std::map<QByteArray, QByteArrayList> hashCommands;
     QByteArrayList command;
@@ -61,9 +59,7 @@ void RedisSamplingGroup::buildChunks()
     for (const RedisWatchedKeyPtr& key : m_keys) {
         for (std::size_t i = 0; i < key->sources.size(); ++i) {
             const RedisSource& source = key->sources[i];
-            if (source.type == RedisSource::Stream) {
-                streams.push_back({key, i});
-            } else if (isFetched(source) && source.nature == RedisSource::PlainField) {
+            if (isFetched(source) && source.nature == RedisSource::PlainField) {
                 std::shared_ptr<Chunk>& hash = hashes[source.key];
                 if (!hash) {
                     hash = std::make_shared<Chunk>();
@@ -88,15 +84,11 @@ void RedisSamplingGroup::buildChunks()
         hash->command = RedisSocket::formatted(hashCommands[key]);
         m_chunks.push_back(hash);
     }
-    m_streams.setSources(streams);
 }
 
 void RedisSamplingGroup::onTimeout()
 {
-    // Streams that are still being read are behind, not stuck, as long as replies come.
-    const bool isStuck = m_outstanding > 0 || (m_streams.isReading() && !m_streams.takeHasProgress());
-    const bool hasWork = !m_chunks.empty() || !m_streams.isEmpty();
-    if (hasWork && (isStuck || !m_session->isUp()))
+    if (!m_chunks.empty() && (m_outstanding > 0 || !m_session->isUp()))
         skipTick();
     else
         tick();
@@ -111,8 +103,6 @@ void RedisSamplingGroup::skipTick()
 
 void RedisSamplingGroup::tick()
 {
-    m_streams.takeHasProgress();
-    m_streams.read();
     if (m_chunks.empty())
         return;
     const auto tick = std::make_shared<Tick>();

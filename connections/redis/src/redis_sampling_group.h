@@ -3,7 +3,6 @@
 
 #include "redis_sample_queue.h"
 #include "redis_session.h"
-#include "redis_stream_reader.h"
 #include "redis_watched_key.h"
 
 #include <QByteArray>
@@ -15,9 +14,9 @@
 
 namespace Velk {
 
-/// The keys that are sampled with one period. Every tick asks the server for its time and for all values in one
-/// pipeline, and reads on in the streams. A tick that finds the answers to the one before outstanding is left out and
-/// counted, so a slow server is never asked for more than it can give.
+/// The keys whose values are sampled with one period. Every tick asks the server for its time and for all values in one
+/// pipeline. A tick that finds the answers to the one before outstanding is left out and counted, so a slow server is
+/// never asked for more than it can give.
 class RedisSamplingGroup : public QObject
 {
     Q_OBJECT
@@ -30,9 +29,6 @@ public:
     int periodMs() const { return m_timer.interval(); }
     /// The keys to sample from now on; also to be called when their sources have become others.
     void setKeys(const std::vector<RedisWatchedKeyPtr>& keys);
-
-    /// See RedisStreamReader.
-    void countTrimmed() { m_streams.countTrimmed(); }
 
 private:
     struct Tick
@@ -59,7 +55,6 @@ private:
     QTimer m_timer;
     std::vector<RedisWatchedKeyPtr> m_keys;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
-    RedisStreamReader m_streams;
     std::size_t m_keysPerCommand;
     int m_outstanding = 0;
 };

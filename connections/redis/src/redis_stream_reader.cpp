@@ -45,11 +45,6 @@ void RedisStreamReader::read()
         readChunk(chunk);
 }
 
-bool RedisStreamReader::takeHasProgress()
-{
-    return std::exchange(m_hasProgress, false);
-}
-
 void RedisStreamReader::readChunk(const std::shared_ptr<Chunk>& chunk)
 {
     // Full replies to all chunks at once must fit.
@@ -73,7 +68,6 @@ void RedisStreamReader::readChunk(const std::shared_ptr<Chunk>& chunk)
     m_session->send(this, QByteArrayList{"XREAD", "COUNT", QByteArray::number(count), "STREAMS"} + keys + ids,
                     [this, chunk, count](const RedisReply& reply) {
                         --m_outstanding;
-                        m_hasProgress = true;
                         onReply(chunk, count, reply);
                     });
 }

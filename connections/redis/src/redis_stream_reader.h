@@ -24,13 +24,9 @@ public:
     RedisStreamReader(RedisSession* session, RedisSampleQueue* queue);
 
     void setSources(const std::vector<RedisSourceRef>& sources);
-    bool isEmpty() const { return m_chunks.empty(); }
 
     /// Fetches what is new. Nothing while an earlier fetch goes on.
     void read();
-    /// Whether replies are due, and whether one came since this was asked last.
-    bool isReading() const { return m_outstanding > 0; }
-    bool takeHasProgress();
 
     /// Asks, for the streams that were read since the last time, what the server had discarded before.
     void countTrimmed();
@@ -50,7 +46,6 @@ private:
     RedisSampleQueue* m_queue;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
     int m_outstanding = 0;
-    bool m_hasProgress = false;
     int m_maxCount;
 };
 

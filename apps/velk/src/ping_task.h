@@ -1,0 +1,30 @@
+#ifndef APPS_VELK_SRC_PING_TASK_H
+#define APPS_VELK_SRC_PING_TASK_H
+
+#include "robot_task.h"
+
+#include <QStringList>
+
+namespace Velk {
+
+/// Connects once and writes what can be said about the connection, a line for each thing.
+class PingTask : public RobotTask
+{
+    Q_OBJECT
+
+public:
+    PingTask(RobotLink& link, Console& console, int timeoutMs);
+
+protected:
+    void onListed(const MemoryKeyListModel& catalogue) override;
+
+private:
+    void addLine(const QString& subject, const QString& text);
+    void writeAndFinish();
+
+    QStringList m_lines;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,49 @@
+#include "command.h"
+#include "console.h"
+#include "exit_status.h"
+#include "serve_task.h"
+
+namespace Velk {
+
+namespace {
+
+struct Arguments
+{
+    RobotOptions robot;
+    std::string target;
+    int periodMs = 100;
+    double forSeconds = 0.0;
+};
+
+} // namespace
+
+void addServeCommand(CommandContext& context)
+{
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* const command = context.parser.add_subcommand(
+        "serve", "Write all that a robot's memory holds to a Redis server, as it changes");
+    command->add_option("--to", arguments->target, "The robot on the Redis server, redis://host/robot")
+        ->type_name("URL")
+        ->required();
+    command->add_option("--period", arguments->periodMs, "Write values every MS milliseconds (default 100)")
+        ->type_name("MS")
+        ->check(CLI::Range(1, 9999990));
+    command->add_option("--for", arguments->forSeconds, "End after this time (default: Ctrl-C ends it)")
+        ->type_name("SECONDS")
+        ->check(seconds());
+    addRobotOptions(*command, arguments->robot);
+    context.onTyped(*command, [&context, arguments] {
+        QString error;
+        std::unique_ptr<RedisRobotWriter> writer = RedisRobotWriter::fromUrl(toQString(arguments->target), &error);
+        if (!writer) {
+            context.console.message(QStringLiteral("--to: ") + error);
+            return int(BadRobotUrl);
+        }
+        return runTask(context, arguments->robot, [&](RobotLink& link, int timeoutMs) {
+            return std::make_unique<ServeTask>(link, context.console, timeoutMs, std::move(writer), arguments->periodMs,
+                                               milliseconds(arguments->forSeconds));
+        });
+    });
+}
+
+} // namespace Velk

@@ -1,0 +1,158 @@
+#include "serve_task.h"
+
+#include "console.h"
+
+#include <connections/link/robot_link.h>
+#include <robotconnection/memory_interface.h>
+
+namespace Velk {
+
+namespace {
+
+// Robots get keys while they run.
+constexpr int listPeriodMs = 5000;
+
+} // namespace
+
+ServeTask::ServeTask(RobotLink& link, Console& console, int timeoutMs, std::unique_ptr<RedisRobotWriter> writer,
+                     int periodMs, int forMs)
+    : RobotTask(link, console, timeoutMs)
+    , m_writer(std::move(writer))
+    , m_periodMs(periodMs)
+{
+    m_end.setSingleShot(true);
+    m_end.setInterval(forMs);
+    connect(&m_end, &QTimer::timeout, this, [this] { finish(Success); });
+    m_listTimer.setInterval(listPeriodMs);
+    connect(&m_listTimer, &QTimer::timeout, this, &ServeTask::listKeys);
+    for (QFutureWatcher<QStringList>& list : m_lists)
+        connect(&list, &QFutureWatcherBase::finished, this, &ServeTask::onListsFinished);
+    connect(m_writer.get(), &RedisRobotWriter::failed, this, [this](const QString& title, const QString& message) {
+        const QString failure = title + message;
+        if (failure != m_lastWriterFailure && !isFinished())
+            tell(title, message);
+        m_lastWriterFailure = failure;
+    });
+    connect(m_writer.get(), &RedisRobotWriter::connected, this, [this] {
+        m_lastWriterFailure.clear();
+        beginWhenReady();
+    });
+    m_writer->open();
+}
+
+void ServeTask::interrupt(int signalNumber)
+{
+    const bool hasEnd = m_end.interval() > 0;
+    if (isWorking() && !hasEnd)
+        finish(Success);
+    else
+        RobotTask::interrupt(signalNumber);
+}
+
+void ServeTask::onListed(const MemoryKeyListModel&)
+{
+    m_isSourceReady = true;
+    beginWhenReady();
+}
+
+// Until both sides stand the time-out runs.
+void ServeTask::beginWhenReady()
+{
+    if (isFinished() || isWorking() || !m_isSourceReady || !m_writer->isConnected())
+        return;
+    setWorking();
+    if (m_end.interval() > 0)
+        m_end.start();
+    m_listTimer.start();
+    startWatcher();
+}
+
+void ServeTask::onConnectedAgain()
+{
+    startWatcher();
+}
+
+void ServeTask::startWatcher()
+{
+    const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
+    if (!memory)
+        return;
+    m_watched.clear();
+    connect(memory.get(), &MemoryInterface::dataGathered, this, &ServeTask::onDataGathered, Qt::UniqueConnection);
+    memory->isRealTimeSupported(this, "onRealTimeSupported");
+    memory->startWatcher(m_periodMs, m_periodMs);
+    m_awaitedLists = 0; // lists of a former connection count no more
+    listKeys();
+}
+
+void ServeTask::listKeys()
+{
+    const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
+    if (!memory || m_awaitedLists > 0)
+        return;
+    m_awaitedLists = KindCount;
+    m_lists[Data].setFuture(memory->getDataList());
+    m_lists[Event].setFuture(memory->getEventList());
+    m_lists[MicroEvent].setFuture(memory->getMicroEventList());
+}
+
+void ServeTask::onListsFinished()
+{
+    if (--m_awaitedLists > 0 || isFinished())
+        return;
+    const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
+    if (!memory)
+        return;
+    const QStringList events = m_lists[Event].result();
+    const QStringList microEvents = m_lists[MicroEvent].result();
+    m_events = QSet<QString>(events.begin(), events.end());
+    m_events.unite(QSet<QString>(microEvents.begin(), microEvents.end()));
+    // As in the catalogue: what is an event as well as a data key is an event.
+    QStringList dataKeys;
+    const QStringList allDataKeys = m_lists[Data].result();
+    for (const QString& name : allDataKeys) {
+        if (!m_events.contains(name))
+            dataKeys.append(name);
+    }
+    const QSet<QString> names = QSet<QString>(dataKeys.begin(), dataKeys.end()).unite(m_events);
+    for (const QString& name : names) {
+        if (!m_watched.contains(name))
+            memory->watchKey(name, m_periodMs);
+    }
+    const bool isNew = names != m_watched;
+    m_watched = names;
+    if (isNew)
+        m_writer->declare(dataKeys, events, microEvents);
+    if (!m_isAnnounced)
+        tell(QStringLiteral("Serving %1 keys of %2 to %3.").arg(names.size()).arg(link().url(), m_writer->url()));
+    m_isAnnounced = true;
+}
+
+void ServeTask::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
+{
+    for (auto key = data.cbegin(); key != data.cend(); ++key) {
+        if (key->isEmpty())
+            continue;
+        if (!m_events.contains(key.key())) {
+            m_writer->put(key.key(), key->last());
+            continue;
+        }
+        for (auto sample = key->cbegin(); sample != key->cend(); ++sample)
+            m_writer->raise(key.key(), sample.value(), sample.key());
+    }
+}
+
+void ServeTask::onRealTimeSupported(bool isSupported)
+{
+    m_writer->setRealTimeSupported(isSupported);
+}
+
+void ServeTask::finish(int status)
+{
+    if (!isFinished() && m_writer->lostCount() > 0)
+        tell(QStringLiteral("%1 values and occurrences were not written: the server was away, or too slow.")
+                 .arg(m_writer->lostCount()));
+    RobotTask::finish(status);
+}
+
+} // namespace Velk

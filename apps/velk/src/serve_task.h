@@ -1,0 +1,71 @@
+#ifndef APPS_VELK_SRC_SERVE_TASK_H
+#define APPS_VELK_SRC_SERVE_TASK_H
+
+#include "robot_task.h"
+
+#include <connections/redis/redis_robot_writer.h>
+
+#include <QFutureWatcher>
+#include <QMap>
+#include <QSet>
+#include <QStringList>
+#include <QVariant>
+
+#include <array>
+#include <memory>
+
+namespace Velk {
+
+/// Writes everything that a robot has into a memory on a Redis server: the newest values of the data keys every period,
+/// each occurrence of an event. Goes on after a loss of either connection.
+class ServeTask : public RobotTask
+{
+    Q_OBJECT
+
+public:
+    /// `forMs` 0: until interrupted.
+    ServeTask(RobotLink& link, Console& console, int timeoutMs, std::unique_ptr<RedisRobotWriter> writer, int periodMs,
+              int forMs);
+
+    void interrupt(int signalNumber) override;
+
+protected:
+    void onListed(const MemoryKeyListModel& catalogue) override;
+    void onConnectedAgain() override;
+    void finish(int status) override;
+
+private Q_SLOTS:
+    // By name: the memory service answers the question by invoking it.
+    void onRealTimeSupported(bool isSupported);
+
+private:
+    enum Kind
+    {
+        Data,
+        Event,
+        MicroEvent,
+        KindCount
+    };
+
+    void beginWhenReady();
+    void startWatcher();
+    void listKeys();
+    void onListsFinished();
+    void onDataGathered(const QMap<QString, QMap<double, QVariant>>& data);
+
+    std::unique_ptr<RedisRobotWriter> m_writer;
+    const int m_periodMs;
+    std::array<QFutureWatcher<QStringList>, KindCount> m_lists;
+    int m_awaitedLists = 0;
+    QSet<QString> m_watched;
+    QSet<QString> m_events; // of both kinds
+    QTimer m_listTimer;
+    QTimer m_end;
+    QString m_lastWriterFailure;
+    bool m_isSourceReady = false;
+    bool m_isAnnounced = false;
+};
+
+} // namespace Velk
+
+#endif

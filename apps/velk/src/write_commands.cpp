@@ -1,0 +1,47 @@
+#include "writer_task.h"
+
+namespace Velk {
+
+namespace {
+
+struct Arguments
+{
+    RobotOptions robot;
+    std::string name;
+    std::string json;
+};
+
+void addWriteCommand(CommandContext& context, const std::string& name, const std::string& description, bool isEvent)
+{
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* const command = context.parser.add_subcommand(name, description);
+    command->add_option("NAME", arguments->name, "The key")->type_name("")->required();
+    command->add_option("JSON", arguments->json, "The value: 1.5, true, '\"text\"', '[1,2]' …")
+        ->type_name("")
+        ->required();
+    addRobotOptions(*command, arguments->robot);
+    context.onTyped(*command, [&context, arguments, isEvent] {
+        const QString key = toQString(arguments->name);
+        return runWriterTask(context, arguments->robot, arguments->json,
+                             [&](RedisRobotWriter& writer, const QVariant& value, RedisRobotWriter::Done done) {
+                                 if (isEvent)
+                                     writer.raise(key, value, 0.0, std::move(done));
+                                 else
+                                     writer.put(key, value, std::move(done));
+                             });
+    });
+}
+
+} // namespace
+
+void addPutCommand(CommandContext& context)
+{
+    addWriteCommand(context, "put", "Write one value of a data key to a robot on a Redis server", false);
+}
+
+void addRaiseCommand(CommandContext& context)
+{
+    addWriteCommand(context, "raise", "Raise an event once on a robot on a Redis server", true);
+}
+
+} // namespace Velk

@@ -1,0 +1,107 @@
+#include "writer_task.h"
+
+#include "console.h"
+#include "exit_status.h"
+#include "unix_signals.h"
+
+#include <QEventLoop>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonValue>
+
+namespace Velk {
+
+WriterTask::WriterTask(std::unique_ptr<RedisRobotWriter> writer, Console& console, int timeoutMs, Write write)
+    : m_writer(std::move(writer))
+    , m_console(console)
+    , m_write(std::move(write))
+{
+    m_timeout.setSingleShot(true);
+    m_timeout.setInterval(timeoutMs);
+    connect(&m_timeout, &QTimer::timeout, this, [this] {
+        m_console.message(QStringLiteral("Not written: no answer from %1 within %2 s.\n"
+                                         "Check that the server runs and its URL, or allow more time with --timeout.")
+                              .arg(m_writer->url())
+                              .arg(m_timeout.interval() / 1000.0));
+        finish(NotConnected);
+    });
+    connect(m_writer.get(), &RedisRobotWriter::failed, this, [this](const QString& title, const QString& message) {
+        const QString failure = title + QStringLiteral(": ") + message;
+        if (failure != m_lastFailure && !m_isFinished)
+            m_console.message(failure);
+        m_lastFailure = failure;
+    });
+    connect(m_writer.get(), &RedisRobotWriter::connected, this, [this] {
+        m_write(*m_writer, [this](const QString& error) {
+            if (!error.isEmpty() && !m_lastFailure.endsWith(error))
+                m_console.message(error);
+            finish(error.isEmpty() ? Success : NotWritten);
+        });
+    });
+}
+
+WriterTask::~WriterTask() = default;
+
+void WriterTask::start()
+{
+    m_timeout.start();
+    m_writer->open();
+}
+
+void WriterTask::finish(int status)
+{
+    if (m_isFinished)
+        return;
+    m_isFinished = true;
+    m_timeout.stop();
+    emit finished(status);
+}
+
+int runWriterTask(
+    CommandContext& context, const RobotOptions& options, const std::string& json,
+    const std::function<void(RedisRobotWriter& writer, const QVariant& value, RedisRobotWriter::Done done)>& write)
+{
+    if (options.url.empty()) {
+        context.console.message(
+            QStringLiteral("No robot: name one with --robot redis://… or the variable VELK_ROBOT."));
+        return UsageError;
+    }
+    // A document is a list or a map; a list of one takes every JSON value.
+    const QByteArray text = QByteArray::fromStdString(json);
+    QJsonParseError parseError;
+    const QJsonArray values = QJsonDocument::fromJson('[' + text + ']', &parseError).array();
+    if (parseError.error != QJsonParseError::NoError || values.size() != 1) {
+        context.console.message(QStringLiteral("The value is not JSON: %1\n"
+                                               "Text needs quotation marks, which the shell leaves alone in "
+                                               "apostrophes: '\"open\"'.")
+                                    .arg(QString::fromUtf8(text.left(200))));
+        return UsageError;
+    }
+    QString error;
+    std::unique_ptr<RedisRobotWriter> writer = RedisRobotWriter::fromUrl(toQString(options.url), &error);
+    if (!writer) {
+        context.console.message(QStringLiteral("Only a robot on a Redis server can be written to. ") + error);
+        return BadRobotUrl;
+    }
+
+    const QVariant value = values.at(0).isNull() ? QVariant() : values.at(0).toVariant();
+    WriterTask task(
+        std::move(writer), context.console, milliseconds(options.timeoutSeconds),
+        [&](RedisRobotWriter& target, RedisRobotWriter::Done done) { write(target, value, std::move(done)); });
+    UnixSignals signalWatcher;
+    QEventLoop loop;
+    int status = Success;
+    QObject::connect(&signalWatcher, &UnixSignals::received, &loop, [&](int signalNumber) {
+        status = interruptedBy(signalNumber);
+        loop.quit();
+    });
+    QObject::connect(&task, &WriterTask::finished, &loop, [&](int taskStatus) {
+        status = taskStatus;
+        loop.quit();
+    });
+    task.start();
+    loop.exec();
+    return status;
+}
+
+} // namespace Velk

@@ -1,0 +1,54 @@
+#ifndef APPS_VELK_SRC_WRITER_TASK_H
+#define APPS_VELK_SRC_WRITER_TASK_H
+
+#include "command.h"
+
+#include <connections/redis/redis_robot_writer.h>
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+namespace Velk {
+
+class Console;
+
+/// Opens a writer and writes one thing with it. Failures on the way are told; the task ends when the server has
+/// answered or the time-out is over.
+class WriterTask : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Write = std::function<void(RedisRobotWriter& writer, RedisRobotWriter::Done done)>;
+
+    WriterTask(std::unique_ptr<RedisRobotWriter> writer, Console& console, int timeoutMs, Write write);
+    ~WriterTask() override;
+
+    void start();
+
+Q_SIGNALS:
+    /// How velk is to end. Once.
+    void finished(int status);
+
+private:
+    void finish(int status);
+
+    std::unique_ptr<RedisRobotWriter> m_writer;
+    Console& m_console;
+    Write m_write;
+    QTimer m_timeout;
+    QString m_lastFailure;
+    bool m_isFinished = false;
+};
+
+/// Runs a task that writes one value. `json` is what was typed: what is not JSON is told, and nothing is written.
+int runWriterTask(
+    CommandContext& context, const RobotOptions& options, const std::string& json,
+    const std::function<void(RedisRobotWriter& writer, const QVariant& value, RedisRobotWriter::Done done)>& write);
+
+} // namespace Velk
+
+#endif

@@ -26,9 +26,8 @@ RedisSampler::RedisSampler(RedisSession* session, const RedisLayout& layout,
     , m_settler(session, &m_queue, layout)
     , m_streams(session, &m_queue)
 {
-    m_gatherTimer.setTimerType(Qt::PreciseTimer);
-    connect(&m_gatherTimer, &QTimer::timeout, this, &RedisSampler::deliver);
-    connect(&m_streamTimer, &QTimer::timeout, &m_streams, &RedisStreamReader::read);
+    connect(&m_gatherTimer, &RedisPeriodicTimer::timeout, this, &RedisSampler::deliver);
+    connect(&m_streamTimer, &RedisPeriodicTimer::timeout, &m_streams, &RedisStreamReader::read);
     m_settleTimer.setInterval(settlePeriodMs);
     connect(&m_settleTimer, &QTimer::timeout, this, &RedisSampler::settleOpenKeys);
     m_groupTimer.setSingleShot(true);
@@ -215,13 +214,25 @@ void RedisSampler::group()
         }
     }
     m_streams.setSources(streams);
-    for (auto samplingGroup = m_groups.begin(); samplingGroup != m_groups.end();)
-        samplingGroup =
-            keysOfPeriod.count(samplingGroup->first) ? std::next(samplingGroup) : m_groups.erase(samplingGroup);
+    // A group whose period nobody has any more takes on a new one: its ticks go on, however often periods change.
+    std::vector<std::unique_ptr<RedisSamplingGroup>> unused;
+    for (auto samplingGroup = m_groups.begin(); samplingGroup != m_groups.end();) {
+        if (keysOfPeriod.count(samplingGroup->first)) {
+            ++samplingGroup;
+        } else {
+            unused.push_back(std::move(samplingGroup->second));
+            samplingGroup = m_groups.erase(samplingGroup);
+        }
+    }
     for (const auto& [period, keys] : keysOfPeriod) {
         std::unique_ptr<RedisSamplingGroup>& samplingGroup = m_groups[period];
-        if (!samplingGroup)
+        if (!samplingGroup && !unused.empty()) {
+            samplingGroup = std::move(unused.back());
+            unused.pop_back();
+            samplingGroup->setPeriod(period);
+        } else if (!samplingGroup) {
             samplingGroup = std::make_unique<RedisSamplingGroup>(period, m_session, &m_queue, m_history);
+        }
         samplingGroup->setKeys(keys);
     }
 }

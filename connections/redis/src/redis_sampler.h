@@ -2,6 +2,7 @@
 #define CONNECTIONS_REDIS_REDIS_SAMPLER_H
 
 #include "redis_key_settler.h"
+#include "redis_periodic_timer.h"
 #include "redis_sample_queue.h"
 #include "redis_sampling_group.h"
 #include "redis_session.h"
@@ -63,8 +64,8 @@ private:
     RedisSampleQueue m_queue;
     RedisKeySettler m_settler;
     RedisStreamReader m_streams;
-    QTimer m_gatherTimer;
-    QTimer m_streamTimer;
+    RedisPeriodicTimer m_gatherTimer;
+    RedisPeriodicTimer m_streamTimer;
     QTimer m_settleTimer;
     QTimer m_groupTimer;
     int m_samplingPeriodMs = 0;

@@ -29,8 +29,7 @@ RedisSamplingGroup::RedisSamplingGroup(int periodMs, RedisSession* session, Redi
     , m_history(std::move(history))
     , m_keysPerCommand(maxKeysPerCommand)
 {
-    m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, &QTimer::timeout, this, &RedisSamplingGroup::onTimeout);
+    connect(&m_timer, &RedisPeriodicTimer::timeout, this, &RedisSamplingGroup::onTimeout);
     connect(session, &RedisSession::replaced, this, [this] { m_outstanding = 0; });
     m_timer.start(periodMs);
 }

@@ -1,13 +1,13 @@
 #ifndef CONNECTIONS_REDIS_REDIS_SAMPLING_GROUP_H
 #define CONNECTIONS_REDIS_REDIS_SAMPLING_GROUP_H
 
+#include "redis_periodic_timer.h"
 #include "redis_sample_queue.h"
 #include "redis_session.h"
 #include "redis_watched_key.h"
 
 #include <QByteArray>
 #include <QObject>
-#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -26,7 +26,8 @@ public:
     RedisSamplingGroup(int periodMs, RedisSession* session, RedisSampleQueue* queue,
                        std::shared_ptr<RedisSamplingHistory> history);
 
-    int periodMs() const { return m_timer.interval(); }
+    int periodMs() const { return m_timer.periodMs(); }
+    void setPeriod(int periodMs) { m_timer.start(periodMs); }
     /// The keys to sample from now on; also to be called when their sources have become others.
     void setKeys(const std::vector<RedisWatchedKeyPtr>& keys);
 
@@ -52,7 +53,7 @@ private:
     RedisSession* m_session;
     RedisSampleQueue* m_queue;
     std::shared_ptr<RedisSamplingHistory> m_history;
-    QTimer m_timer;
+    RedisPeriodicTimer m_timer;
     std::vector<RedisWatchedKeyPtr> m_keys;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
     std::size_t m_keysPerCommand;

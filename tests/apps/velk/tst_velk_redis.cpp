@@ -1,0 +1,177 @@
+#include "connections/redis/support/redis_server.h"
+#include "connections/redis/support/redis_test_client.h"
+#include "velk_run.h"
+
+#include <QTest>
+
+#include <csignal>
+
+// velk with a robot on a Redis server that the test starts.
+class TestVelkRedis : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void whatIsPutIsAKeyWithItsValue();
+    void whatIsRaisedIsAnEvent();
+    void aValueThatIsNotJsonIsNotWritten();
+    void aRobotThatIsNotOnAServerCannotBeWrittenTo();
+    void aServerThatIsNotThereEndsWithTheTimeOut();
+    void aKeyOfAnotherTypeIsNotOverwritten();
+    void pingSaysWhatTheServerIsAndGrants();
+    void pingOnAnotherRobotSaysThatItAnswers();
+    void aServedRobotIsSeenByAnotherVelk();
+    void servingGoesOnAfterTheServerCameBackEmpty();
+
+private:
+    QStringList onRobot(const QStringList& arguments) const
+    {
+        return arguments + QStringList{"--robot", m_server->url()};
+    }
+
+    std::unique_ptr<RedisServer> m_server;
+    std::unique_ptr<RedisTestClient> m_client;
+};
+
+void TestVelkRedis::init()
+{
+    m_server = std::make_unique<RedisServer>();
+    QVERIFY2(m_server->start(), qPrintable(m_server->errorString()));
+    m_client = std::make_unique<RedisTestClient>(m_server->port());
+}
+
+void TestVelkRedis::whatIsPutIsAKeyWithItsValue()
+{
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run(onRobot({"put", "Arm/Angle", "1.50"})), 0);
+
+    QCOMPARE(velk.messages(), QString());
+    QCOMPARE(m_client->command({"GET", "mem:{arm1}:v:Arm/Angle"}), QByteArray("1.5"));
+    QCOMPARE(m_client->command({"SMEMBERS", "mem:{arm1}:data"}), QByteArray("Arm/Angle"));
+
+    // A data key that is a stream stays one.
+    m_client->command({"XADD", "mem:{arm1}:v:Speed", "*", "v", "1"});
+    QCOMPARE(velk.run(onRobot({"put", "Speed", "2"})), 0);
+    QCOMPARE(m_client->command({"XLEN", "mem:{arm1}:v:Speed"}), QByteArray("2"));
+}
+
+void TestVelkRedis::whatIsRaisedIsAnEvent()
+{
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run(onRobot({"raise", "Bumper", "\"left\""})), 0);
+
+    QCOMPARE(m_client->command({"SMEMBERS", "mem:{arm1}:event"}), QByteArray("Bumper"));
+    QVERIFY(m_client->command({"XRANGE", "mem:{arm1}:e:Bumper", "-", "+"}).endsWith("v\n\"left\""));
+}
+
+void TestVelkRedis::aValueThatIsNotJsonIsNotWritten()
+{
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run(onRobot({"put", "Door", "open"})), 2);
+
+    QVERIFY2(velk.messages().contains("is not JSON"), qPrintable(velk.messages()));
+    QCOMPARE(m_client->command({"EXISTS", "mem:{arm1}:v:Door"}), QByteArray("0"));
+}
+
+void TestVelkRedis::aRobotThatIsNotOnAServerCannotBeWrittenTo()
+{
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run({"put", "Door", "1", "--robot", "sim:"}), 3);
+    QVERIFY2(velk.messages().contains("Only a robot on a Redis server"), qPrintable(velk.messages()));
+}
+
+void TestVelkRedis::aServerThatIsNotThereEndsWithTheTimeOut()
+{
+    m_server->kill();
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run(onRobot({"put", "Door", "1", "--timeout", "1"})), 4);
+
+    QVERIFY2(velk.messages().contains("refuses the connection"), qPrintable(velk.messages()));
+    QVERIFY2(velk.messages().contains("Not written"), qPrintable(velk.messages()));
+}
+
+void TestVelkRedis::aKeyOfAnotherTypeIsNotOverwritten()
+{
+    m_client->command({"LPUSH", "mem:{arm1}:v:Door", "1"});
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run(onRobot({"put", "Door", "1"})), 10);
+
+    QVERIFY2(velk.messages().contains("holds a list"), qPrintable(velk.messages()));
+    QCOMPARE(m_client->command({"LLEN", "mem:{arm1}:v:Door"}), QByteArray("1"));
+}
+
+void TestVelkRedis::pingSaysWhatTheServerIsAndGrants()
+{
+    m_client->command({"SADD", "mem:{arm1}:data", "A", "B"});
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run(onRobot({"ping", "--timeout", "60"})), 0);
+
+    for (const char* line :
+         {"robot +redis://127.0.0.1:\\d+/arm1", "keys +2 data, 0 event",
+          "server +Redis 7[.\\d]+, standalone, master, at 127.0.0.1:\\d+",
+          "round trip +[\\d.]+ ms, the longest of 20 [\\d.]+ ms", "clock +[+-][\\d.]+ s against this computer's",
+          "user +default", "granted +TIME TYPE MGET XREAD .*"}) {
+        const QRegularExpression expression(QString("^%1$").arg(line), QRegularExpression::MultilineOption);
+        QVERIFY2(expression.match(velk.output()).hasMatch(), qPrintable(line + QString("\n") + velk.output()));
+    }
+    QVERIFY2(!velk.output().contains("refused"), qPrintable(velk.output()));
+}
+
+void TestVelkRedis::pingOnAnotherRobotSaysThatItAnswers()
+{
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run({"ping", "--robot", "sim:", "--timeout", "60"}), 0);
+    QVERIFY2(velk.output().startsWith("robot       sim:\nkeys "), qPrintable(velk.output()));
+}
+
+void TestVelkRedis::aServedRobotIsSeenByAnotherVelk()
+{
+    VelkRun server(velkProgram);
+    server.start({"serve", "--robot", "sim:", "--to", m_server->url(), "--timeout", "60"});
+    QVERIFY2(server.waitForMessage("Serving \\d+ keys of sim: to redis://"), qPrintable(server.messages()));
+
+    VelkRun original(velkProgram);
+    QCOMPARE(original.run({"keys", "--robot", "sim:", "--timeout", "60"}), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"EXISTS", "mem:{arm1}:v:Battery/Voltage"}) == "1", 60000);
+    VelkRun keys(velkProgram);
+    QCOMPARE(keys.run(onRobot({"keys", "--timeout", "60"})), 0);
+    QCOMPARE(keys.output(), original.output());
+
+    VelkRun watch(velkProgram);
+    watch.start(onRobot({"watch", "Battery/*", "--period", "200", "--timeout", "60"}));
+    QVERIFY2(watch.waitForOutput("\\d+\\.\\d+\tBattery/Voltage\t[\\d.]+\n"), qPrintable(watch.messages()));
+    watch.sendSignal(SIGINT);
+    QCOMPARE(watch.end(), 0);
+
+    server.sendSignal(SIGINT);
+    QCOMPARE(server.end(), 0);
+}
+
+void TestVelkRedis::servingGoesOnAfterTheServerCameBackEmpty()
+{
+    VelkRun velk(velkProgram);
+    velk.start({"serve", "--robot", "sim:", "--to", m_server->url(), "--timeout", "60"});
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"EXISTS", "mem:{arm1}:v:Battery/Voltage"}) == "1", 60000);
+
+    m_server->kill();
+    QVERIFY2(velk.waitForMessage("connection lost"), qPrintable(velk.messages()));
+    QVERIFY2(m_server->start(), qPrintable(m_server->errorString()));
+
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"EXISTS", "mem:{arm1}:v:Battery/Voltage"}) == "1", 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"SISMEMBER", "mem:{arm1}:data", "Battery/Voltage"}) == "1", 60000);
+    velk.sendSignal(SIGTERM);
+    QCOMPARE(velk.end(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestVelkRedis)
+#include "tst_velk_redis.moc"

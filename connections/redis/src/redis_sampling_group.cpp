@@ -96,8 +96,10 @@ void RedisSamplingGroup::onTimeout()
 void RedisSamplingGroup::skipTick()
 {
     ++m_history->total.skippedTicks;
-    for (const RedisWatchedKeyPtr& key : m_keys)
-        ++key->history->losses.skippedTicks;
+    for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
+        for (const RedisSourceRef& ref : chunk->sources)
+            ++ref.key->history->losses.skippedTicks;
+    }
 }
 
 void RedisSamplingGroup::tick()

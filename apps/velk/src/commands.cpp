@@ -17,15 +17,9 @@ void addCommands(CommandContext& context)
 {
     // In the order in which the help text shows them.
     const auto commands = {
-        addRobotsCommand,
-        addKeysCommand,
-        addWatchCommand,
-        addRecordCommand,
-        addPingCommand,
+        addRobotsCommand, addKeysCommand, addWatchCommand, addRecordCommand, addPingCommand,
 #ifdef VELK_WITH_REDIS
-        addServeCommand,
-        addPutCommand,
-        addRaiseCommand,
+        addServeCommand,  addPutCommand,  addRaiseCommand,
 #endif
     };
     for (const auto add : commands)

@@ -10,8 +10,7 @@
 
 #include <boost/make_shared.hpp>
 
-namespace
-{
+namespace {
 
 QFuture<QStringList> finishedList(const QStringList& names)
 {
@@ -65,8 +64,8 @@ int main(int argc, char** argv)
         const QSet<Velk::DisplayedMemoryKey> keys = model.displayedKeys();
         for (const Velk::DisplayedMemoryKey& displayed : keys) {
             QTextStream(stdout) << "Qt " << QT_VERSION_MAJOR << ": " << displayed.key().name() << ' '
-                                << displayed.key().natureToString() << ' '
-                                << displayed.valueHistory().last().toString() << '\n';
+                                << displayed.key().natureToString() << ' ' << displayed.valueHistory().last().toString()
+                                << '\n';
         }
         application.quit();
     });

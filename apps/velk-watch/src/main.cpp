@@ -4,6 +4,7 @@
 #include "watch_options.h"
 #include "watch_settings.h"
 
+#include <connections/directory/private_arguments.h>
 #include <connections/directory/robot_directory.h>
 
 #include <QApplication>
@@ -60,10 +61,11 @@ bool answer(const WatchOptions& options, WatchExit* status)
 
 int main(int argc, char* argv[])
 {
+    PrivateArguments arguments(argc, argv);
     WatchExit status = WatchExit::Success;
     const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (!hasDisplay(environment)) {
-        QCoreApplication application(argc, argv);
+        QCoreApplication application(arguments.count(), arguments.values());
         setUp(application);
         const WatchOptions options(QCoreApplication::arguments());
         if (answer(options, &status))
@@ -72,7 +74,7 @@ int main(int argc, char* argv[])
         return int(WatchExit::NoDisplay);
     }
 
-    QApplication application(argc, argv);
+    QApplication application(arguments.count(), arguments.values());
     setUp(application);
     QGuiApplication::setDesktopFileName(QStringLiteral("velk-watch"));
     const WatchOptions options(QCoreApplication::arguments());

@@ -59,6 +59,10 @@ QSet<QString> names(const QSet<MemoryKey>& keys)
 
 } // namespace
 
+// A value of 512 MiB that was held would be in memory at least once. The address sanitizer keeps up to 256 MiB of what
+// was freed.
+constexpr int farFromAHeldValueMib = 400;
+
 class TestRedisValues : public QObject
 {
     Q_OBJECT
@@ -198,7 +202,8 @@ private Q_SLOTS:
 
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("Small")), QVariant(2LL), patience);
         QVERIFY2(viewer.hasFailure(QStringLiteral("Big")), qPrintable(viewer.failures.join(QLatin1Char('\n'))));
-        QVERIFY2(peakMemoryMib() - memoryBefore < 150, qPrintable(QString::number(peakMemoryMib() - memoryBefore)));
+        QVERIFY2(peakMemoryMib() - memoryBefore < farFromAHeldValueMib,
+                 qPrintable(QString::number(peakMemoryMib() - memoryBefore)));
         QCOMPARE(viewer.changes, QStringList({QStringLiteral("robotConnected true")}));
 
         robot.command({"SET", "mem:{arm1}:v:Big", "3"});
@@ -228,7 +233,8 @@ private Q_SLOTS:
 
         QTRY_COMPARE_WITH_TIMEOUT(viewer.values(QStringLiteral("E")), QList<QVariant>({2LL}), patience);
         QCOMPARE(viewer.link().losses(QStringLiteral("E")).dropped, 1);
-        QVERIFY2(peakMemoryMib() - memoryBefore < 150, qPrintable(QString::number(peakMemoryMib() - memoryBefore)));
+        QVERIFY2(peakMemoryMib() - memoryBefore < farFromAHeldValueMib,
+                 qPrintable(QString::number(peakMemoryMib() - memoryBefore)));
     }
 
     void aKeyOfAnotherTypeIsReportedAndHealsWhileTheOthersGoOn()

@@ -38,7 +38,7 @@ void RatioTable::ReportRuns(const std::vector<Run>& runs)
         if (whose == ours)
             times.ours = nanoseconds;
         else
-            times.others.emplace_back(whose, nanoseconds);
+            times.others[whose] = nanoseconds; // of repetitions the median, which comes last
     }
 }
 

@@ -23,7 +23,7 @@ private:
     struct Times
     {
         double ours = 0;
-        std::vector<std::pair<std::string, double>> others;
+        std::map<std::string, double> others;
     };
 
     std::vector<std::string> m_order;

@@ -76,7 +76,7 @@ QString WatchOptions::helpText()
               "   0  the window was closed\n"
               "   2  the command line is not understood\n"
               "   3  the URL of the robot is not valid\n"
-              "  10  there is no display for the window\n")
+              "  11  there is no display for the window\n")
         .arg(robots.join(QLatin1Char('\n')));
 }
 

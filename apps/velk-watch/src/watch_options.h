@@ -13,7 +13,7 @@ enum class WatchExit : int
     Success = 0,
     UsageError = 2,
     BadRobotUrl = 3,
-    NoDisplay = 10
+    NoDisplay = 11
 };
 
 /// What was asked for on the command line.

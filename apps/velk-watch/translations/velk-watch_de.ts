@@ -1284,7 +1284,7 @@ Exit status:
    0  the window was closed
    2  the command line is not understood
    3  the URL of the robot is not valid
-  10  there is no display for the window
+  11  there is no display for the window
 </source>
         <translation>Aufruf: velk-watch [--robot URL] [--watch SCHLÜSSEL...] [--settings DATEI]
 Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ändern, und Aufzeichnungen davon.
@@ -1302,7 +1302,7 @@ Rückgabewert:
    0  das Fenster wurde geschlossen
    2  die Befehlszeile ist nicht verständlich
    3  die URL des Roboters ist nicht gültig
-  10  es gibt keine Anzeige für das Fenster
+  11  es gibt keine Anzeige für das Fenster
 </translation>
     </message>
     <message>

@@ -1284,7 +1284,7 @@ Exit status:
    0  the window was closed
    2  the command line is not understood
    3  the URL of the robot is not valid
-  10  there is no display for the window
+  11  there is no display for the window
 </source>
         <translation>Usage : velk-watch [--robot URL] [--watch CLÉ...] [--settings FICHIER]
 Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changements, et leurs enregistrements.
@@ -1302,7 +1302,7 @@ Code de retour :
    0  la fenêtre a été fermée
    2  la ligne de commande n’est pas comprise
    3  l’URL du robot n’est pas valable
-  10  il n’y a pas d’écran pour la fenêtre
+  11  il n’y a pas d’écran pour la fenêtre
 </translation>
     </message>
     <message>

@@ -42,7 +42,7 @@ private Q_SLOTS:
         const Run result = run({QStringLiteral("--robot"), QStringLiteral("sim:"), QStringLiteral("--watch"),
                                 QStringLiteral("Arm/Elbow/Position")});
 
-        QCOMPARE(result.status, 10);
+        QCOMPARE(result.status, 11);
         QVERIFY2(result.errors.contains(QStringLiteral("velk watch --robot sim: Arm/Elbow/Position")),
                  qPrintable(result.errors));
         QCOMPARE(result.output, QString());

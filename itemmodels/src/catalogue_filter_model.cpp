@@ -1,7 +1,7 @@
 #include <itemmodels/catalogue_filter_model.h>
 
-#include "name_path.h"
-#include "name_pattern.h"
+#include <keynames/name_path.h>
+#include <keynames/name_pattern.h>
 
 #include <QElapsedTimer>
 
@@ -21,6 +21,19 @@ constexpr int unlimitedBudget = -1;
 constexpr int namesPerClockReading = 256;
 
 constexpr int allNatures = DataNature | EventNature | UnknownNature;
+
+NamePattern patternOf(const QString& text, CatalogueFilterModel::Syntax syntax, Qt::CaseSensitivity caseSensitivity)
+{
+    switch (syntax) {
+    case CatalogueFilterModel::FixedString:
+        return NamePattern::ofText(text, caseSensitivity);
+    case CatalogueFilterModel::RegularExpression:
+        return NamePattern::ofRegularExpression(text, caseSensitivity);
+    case CatalogueFilterModel::Wildcard:
+        break;
+    }
+    return NamePattern::ofWildcard(text, caseSensitivity);
+}
 
 } // namespace
 
@@ -146,10 +159,7 @@ void CatalogueFilterModel::setNatureShown(int nature, bool isShown)
 
 void CatalogueFilterModel::onTextSettingsChanged()
 {
-    static_assert(int(FixedString) == int(NamePattern::FixedString) && int(Wildcard) == int(NamePattern::Wildcard) &&
-                      int(RegularExpression) == int(NamePattern::RegularExpression),
-                  "the two are one list");
-    auto pattern = std::make_unique<NamePattern>(m_text, NamePattern::Syntax(m_syntax), m_caseSensitivity);
+    auto pattern = std::make_unique<NamePattern>(patternOf(m_text, m_syntax, m_caseSensitivity));
     if (!pattern->errorString().isEmpty()) {
         xSetTextError(tr("\"%1\" is not a regular expression yet: %2").arg(m_text, pattern->errorString()));
         return;

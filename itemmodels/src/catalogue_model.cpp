@@ -1,10 +1,11 @@
 #include <itemmodels/catalogue_model.h>
 
 #include "key_mime_data.h"
-#include "name_path.h"
 
 #include <itemmodels/catalogue_filter_model.h>
 #include <itemmodels/catalogue_tree_model.h>
+
+#include <keynames/name_path.h>
 
 #include <QMimeData>
 

@@ -1,7 +1,8 @@
 #include <itemmodels/catalogue_tree_model.h>
 
 #include "key_mime_data.h"
-#include "name_path.h"
+
+#include <keynames/name_path.h>
 
 #include <QMimeData>
 

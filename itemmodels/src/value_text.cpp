@@ -1,6 +1,6 @@
 #include <itemmodels/value_text.h>
 
-#include "name_path.h"
+#include <keynames/name_path.h>
 
 #include <QDateTime>
 #include <QMetaType>

@@ -1,10 +1,11 @@
 #include <itemmodels/watch_model.h>
 
 #include "key_mime_data.h"
-#include "name_path.h"
 
 #include <itemmodels/distinct_colors.h>
 #include <itemmodels/value_text.h>
+
+#include <keynames/name_path.h>
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

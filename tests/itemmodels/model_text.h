@@ -1,24 +1,14 @@
 #ifndef TESTS_ITEMMODELS_MODEL_TEXT_H
 #define TESTS_ITEMMODELS_MODEL_TEXT_H
 
+#include <keynames/text.h>
+
 #include <QAbstractItemModel>
 #include <QSignalSpy>
 #include <QString>
 #include <QStringList>
 
 namespace Velk {
-
-inline QString text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-/// "one|two" as two strings; none for "".
-inline QStringList list(const char* utf8)
-{
-    const QString joined = text(utf8);
-    return joined.isEmpty() ? QStringList() : joined.split(QLatin1Char('|'));
-}
 
 /// The given column of the top rows.
 inline QStringList columnText(const QAbstractItemModel& model, int column, int role = Qt::DisplayRole)

@@ -1,5 +1,7 @@
 #include "key_choice.h"
 
+#include <keynames/wildcard.h>
+
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -13,11 +15,9 @@ bool isPattern(const QString& argument)
 
 QRegularExpression keyPattern(const QString& pattern)
 {
-    // Not Qt's own wildcards: there a * ends at a slash, and "Arm/*" has to find "Arm/Elbow/Position".
-    QString expression = QRegularExpression::escape(pattern);
-    expression.replace(QStringLiteral("\\*"), QStringLiteral(".*")).replace(QStringLiteral("\\?"), QStringLiteral("."));
-    return QRegularExpression(QRegularExpression::anchoredPattern(expression),
-                              QRegularExpression::DotMatchesEverythingOption);
+    return QRegularExpression(
+        QRegularExpression::anchoredPattern(wildcardExpression(pattern, WildcardBrackets::Literal)),
+        QRegularExpression::DotMatchesEverythingOption);
 }
 
 QVector<MemoryKey> sortedByName(const QVector<MemoryKey>& keys)

@@ -13,7 +13,8 @@ namespace Velk {
 /// Whether the argument is a pattern: it has a * or a ?.
 bool isPattern(const QString& argument);
 
-/// A pattern on key names: * stands for any text, also across slashes, ? for one character. The whole name must match.
+/// A pattern on key names: * matches any text, also across slashes, ? one character. Brackets match themselves. The
+/// whole name must match.
 QRegularExpression keyPattern(const QString& pattern);
 
 /// By name, code unit by code unit: the same order on every machine.

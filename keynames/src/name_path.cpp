@@ -1,4 +1,4 @@
-#include "name_path.h"
+#include <keynames/name_path.h>
 
 #include <algorithm>
 

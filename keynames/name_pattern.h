@@ -1,5 +1,5 @@
-#ifndef ITEMMODELS_NAME_PATTERN_H
-#define ITEMMODELS_NAME_PATTERN_H
+#ifndef KEYNAMES_NAME_PATTERN_H
+#define KEYNAMES_NAME_PATTERN_H
 
 #include <QRegularExpression>
 #include <QString>
@@ -8,24 +8,21 @@
 namespace Velk {
 
 /// What a name has to contain to be shown: a text, a wildcard pattern or a regular expression, anywhere in the name.
-///
-/// In a wildcard pattern `*` stands for any characters, the separators of a path included, `?` for any one, `[abc]` and
-/// `[!abc]` for one of a set and one that is not; a `[` that is not closed stands for itself.
+/// Every name contains the empty text.
 class NamePattern
 {
 public:
-    enum Syntax
-    {
-        FixedString,
-        Wildcard,
-        RegularExpression
-    };
-
     /// Accepts every name.
     NamePattern() = default;
-    NamePattern(const QString& text, Syntax syntax, Qt::CaseSensitivity caseSensitivity);
+    /// Accepts the names that contain the text, character by character.
+    static NamePattern ofText(const QString& text, Qt::CaseSensitivity caseSensitivity);
+    /// As wildcardExpression() describes it, with WildcardBrackets::Set.
+    static NamePattern ofWildcard(const QString& text, Qt::CaseSensitivity caseSensitivity);
+    /// As QRegularExpression takes it. A dot also matches a line break.
+    static NamePattern ofRegularExpression(const QString& text, Qt::CaseSensitivity caseSensitivity);
 
-    /// Why the text is no pattern, in English, as the regular expression engine says it; empty when it is one.
+    /// The message of the regular expression engine, in English, for a text that is not a valid pattern; otherwise
+    /// empty.
     QString errorString() const { return m_errorString; }
 
     bool acceptsEverything() const { return m_pieces.isEmpty() && !m_needsExpression; }
@@ -38,10 +35,11 @@ public:
     bool narrows(const NamePattern& wider) const;
 
 private:
+    void usePieces(const QString& text, bool isSplitAtStars);
     void useExpression(const QString& expression);
 
     Qt::CaseSensitivity m_caseSensitivity = Qt::CaseSensitive;
-    QStringList m_pieces; // folded where case does not count; to be found one after the other
+    QStringList m_pieces; // case-folded if case does not count; a name contains them one after the other
     bool m_needsExpression = false;
     QRegularExpression m_expression;
     QString m_errorString;

@@ -1,6 +1,6 @@
-#include "itemmodels/src/name_path.h"
+#include <keynames/name_path.h>
 
-#include "model_text.h"
+#include "text.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-# How this project declares its targets. Everything that is set here is set on our own targets only.
+# How this project declares its targets. Every setting is a property of these targets and reaches nobody else's.
 
 # Language level, warnings and sanitizers of one of our targets.
 function(memorykeymodel_configure_target target)
@@ -6,7 +6,7 @@ function(memorykeymodel_configure_target target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
         $<$<BOOL:${MEMORYKEYMODEL_WARNINGS_AS_ERRORS}>:-Werror>)
     target_compile_definitions(${target} PRIVATE QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
-    if(NOT target MATCHES "^tst_") # a test reads better without a macro around each of its texts
+    if(NOT target MATCHES "^tst_") # tests have many texts: they may be plain literals
         target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_ASCII)
     endif()
     set_target_properties(${target} PROPERTIES AUTOMOC ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
@@ -89,7 +89,7 @@ function(memorykeymodel_install_package)
         "${PROJECT_BINARY_DIR}/MemoryKeyModelConfigVersion.cmake" DESTINATION "${package_dir}")
     install(EXPORT MemoryKeyModelTargets NAMESPACE MemoryKeyModel:: DESTINATION "${package_dir}")
 
-    # Relative to the file itself: the prefix may be chosen at the installation only.
+    # Relative to the file itself: the prefix may be chosen as late as at installation.
     file(RELATIVE_PATH PKGCONFIG_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
     string(REGEX REPLACE "/$" "" PKGCONFIG_TO_PREFIX "${PKGCONFIG_TO_PREFIX}")
     foreach(module robotconnection memorykeymodel)

@@ -12,7 +12,7 @@ int runVelk(int argc, char** argv, const CreateLink& createLink)
 {
     UnixSignals::ignoreWriteSignals();
     Console console;
-    CLI::App parser("Shows and records the memory of a robot. `velk COMMAND --help` tells a command's options.",
+    CLI::App parser("Shows and records the memory of a robot. `velk COMMAND --help` lists a command's options.",
                     "velk");
     parser.set_version_flag("--version", "velk " VELK_VERSION);
     parser.footer(exitStatusHelp().toStdString());

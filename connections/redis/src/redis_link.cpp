@@ -1,10 +1,13 @@
 #include <connections/redis/redis_link.h>
 
-#include "redis_connection.h"
-#include "redis_memory_interface.h"
-#include "redis_sampling_history.h"
 #include "redis_server_examination.h"
-#include "redis_url.h"
+
+#include <connections/redis/client/redis_connection.h>
+#include <connections/redis/client/redis_url.h>
+#include <connections/redis/memory/redis_layout.h>
+#include <connections/redis/memory/redis_memory_interface.h>
+#include <connections/redis/memory/redis_metadata.h>
+#include <connections/redis/memory/redis_sampling_history.h>
 
 #include <QPointer>
 
@@ -13,9 +16,18 @@ namespace Velk {
 struct RedisLink::Private
 {
     explicit Private(const RedisUrl& url)
-        : connection(url)
+        : connection(url, handshake(url))
     {}
 
+    RedisHandshake handshake(const RedisUrl& url)
+    {
+        if (url.isPlain())
+            return {};
+        return {RedisMetadata::command(RedisLayout(url.robot())),
+                [this](const RedisReply& reply) { metadata = RedisMetadata::of(reply); }};
+    }
+
+    RedisMetadata metadata;
     RedisConnection connection;
     std::shared_ptr<RedisSamplingHistory> history = std::make_shared<RedisSamplingHistory>();
     boost::shared_ptr<RedisMemoryInterface> memory;
@@ -106,8 +118,7 @@ void RedisLink::close()
 
 void RedisLink::onEstablished()
 {
-    d->memory.reset(
-        new RedisMemoryInterface(d->connection.session(), d->connection.url(), d->connection.metadata(), d->history));
+    d->memory.reset(new RedisMemoryInterface(d->connection.session(), d->connection.url(), d->metadata, d->history));
     d->state = Connected;
     const int change = ++d->change;
     const QPointer<RedisLink> self(this);
@@ -144,7 +155,7 @@ void RedisLink::requestServerReport(std::function<void(const RedisServerReport&)
     if (d->state != Connected)
         return;
     auto* const examination = new RedisServerExamination(d->connection.session(), d->connection.url(), d->memory.get());
-    examination->start(d->connection.metadata(), std::move(done));
+    examination->start(d->metadata, std::move(done));
 }
 
 } // namespace Velk

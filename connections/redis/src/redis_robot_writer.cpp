@@ -1,9 +1,10 @@
 #include <connections/redis/redis_robot_writer.h>
 
-#include "redis_connection.h"
-#include "redis_layout.h"
-#include "redis_url.h"
-#include "redis_value.h"
+#include <connections/redis/client/redis_connection.h>
+#include <connections/redis/client/redis_url.h>
+#include <connections/redis/memory/redis_layout.h>
+#include <connections/redis/memory/redis_metadata.h>
+#include <connections/redis/memory/redis_value.h>
 
 #include <QHash>
 #include <QSet>
@@ -24,12 +25,12 @@ const QByteArrayList streamLimit = {"MAXLEN", "~", "10000"};
 struct RedisRobotWriter::Private
 {
     explicit Private(const RedisUrl& url)
-        : connection(url)
-        , layout(url.robot())
+        : layout(url.robot())
+        , connection(url, {RedisMetadata::command(layout), {}})
     {}
 
-    RedisConnection connection;
     RedisLayout layout;
+    RedisConnection connection;
     QStringList dataKeys;
     QStringList eventKeys;
     QSet<QString> microEventKeys;

@@ -1,6 +1,6 @@
 #include "redis_server_examination.h"
 
-#include "redis_layout.h"
+#include <connections/redis/memory/redis_layout.h>
 
 #include <QDateTime>
 
@@ -15,12 +15,11 @@ RedisServerExamination::RedisServerExamination(RedisSession* session, const Redi
     connect(session, &RedisSession::replaced, this, &QObject::deleteLater);
 }
 
-void RedisServerExamination::start(const QMap<QByteArray, QByteArray>& metadata,
-                                   std::function<void(const RedisServerReport&)> done)
+void RedisServerExamination::start(const RedisMetadata& metadata, std::function<void(const RedisServerReport&)> done)
 {
     m_done = std::move(done);
     m_report.address = m_session->server();
-    m_report.robotName = QString::fromUtf8(metadata.value("name"));
+    m_report.robotName = metadata.robotName;
     m_roundTrips.measure([this](const std::vector<double>& timesMs) {
         m_report.roundTripMedianMs = (timesMs[timesMs.size() / 2 - 1] + timesMs[timesMs.size() / 2]) / 2;
         m_report.roundTripMaximumMs = RedisRoundTrips::percentile99(timesMs);

@@ -1,14 +1,12 @@
 #ifndef CONNECTIONS_REDIS_REDIS_SERVER_EXAMINATION_H
 #define CONNECTIONS_REDIS_REDIS_SERVER_EXAMINATION_H
 
-#include "redis_round_trips.h"
-#include "redis_session.h"
-#include "redis_url.h"
-
+#include <connections/redis/client/redis_round_trips.h>
+#include <connections/redis/client/redis_session.h>
+#include <connections/redis/client/redis_url.h>
+#include <connections/redis/memory/redis_metadata.h>
 #include <connections/redis/redis_server_report.h>
 
-#include <QElapsedTimer>
-#include <QMap>
 #include <QObject>
 
 #include <functional>
@@ -24,7 +22,7 @@ class RedisServerExamination : public QObject
 public:
     RedisServerExamination(RedisSession* session, const RedisUrl& url, QObject* parent);
 
-    void start(const QMap<QByteArray, QByteArray>& metadata, std::function<void(const RedisServerReport&)> done);
+    void start(const RedisMetadata& metadata, std::function<void(const RedisServerReport&)> done);
 
 private:
     void askTime();

@@ -2,12 +2,12 @@
 // protocol reader, and what looks into replies. The bytes come in pieces of a size that the first byte chooses, and
 // what the limiter lets through must not depend on it.
 
-#include "../../../../connections/redis/src/redis_error.h"
-#include "../../../../connections/redis/src/redis_reply.h"
-#include "../../../../connections/redis/src/redis_reply_limiter.h"
-#include "../../../../connections/redis/src/redis_stream_entry.h"
-#include "../../../../connections/redis/src/redis_stream_position.h"
-#include "../../../../connections/redis/src/redis_value.h"
+#include <connections/redis/client/redis_error.h>
+#include <connections/redis/client/redis_reply.h>
+#include <connections/redis/client/redis_reply_limiter.h>
+#include <connections/redis/memory/redis_stream_entry.h>
+#include <connections/redis/memory/redis_stream_position.h>
+#include <connections/redis/memory/redis_value.h>
 
 #include <hiredis/hiredis.h>
 

@@ -1,7 +1,7 @@
 // Feeds arbitrary text to the parser of Redis URLs. What it accepts must say so consistently, and what it shows must
 // be a URL of the same memory.
 
-#include "../../../../connections/redis/src/redis_url.h"
+#include <connections/redis/client/redis_url.h>
 
 #include <cstddef>
 #include <cstdint>

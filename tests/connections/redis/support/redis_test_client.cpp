@@ -3,7 +3,6 @@
 #include <hiredis/hiredis.h>
 
 #include <sys/time.h>
-
 #include <vector>
 
 namespace {

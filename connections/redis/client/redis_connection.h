@@ -1,0 +1,89 @@
+#ifndef CONNECTIONS_REDIS_CLIENT_REDIS_CONNECTION_H
+#define CONNECTIONS_REDIS_CLIENT_REDIS_CONNECTION_H
+
+#include "redis_connector.h"
+#include "redis_session.h"
+#include "redis_socket.h"
+#include "redis_url.h"
+
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+#include <QVector>
+
+#include <memory>
+
+namespace Velk {
+
+/// A connection that keeps itself up from open() to close(): it makes sure with pings of its own that the server still
+/// answers, connects again after a loss with growing, jittered pauses, and follows the robot's keys through a cluster
+/// and the master through its sentinels' switches.
+///
+/// A slot of any signal may open, close or delete it.
+class RedisConnection : public QObject
+{
+    Q_OBJECT
+
+public:
+    RedisConnection(const RedisUrl& url, const RedisHandshake& handshake, QObject* parent = nullptr);
+    /// Closes without a signal.
+    ~RedisConnection() override;
+
+    const RedisUrl& url() const { return m_url; }
+
+    /// Connects, from the event loop. Nothing when it is open.
+    void open();
+    /// Ends the connection at once, without a signal.
+    void close();
+
+    bool isEstablished() const { return m_isEstablished; }
+
+    /// Up whenever the connection is established, but for the moments in which it moves to another node of a cluster.
+    RedisSession* session() { return &m_session; }
+
+    /// The pause before the n-th attempt in a row, from 1, without the jitter of a quarter.
+    static int pauseMs(int attempt);
+
+Q_SIGNALS:
+    void established();
+    /// The connection is not there any more; it will be made again.
+    void lost(const QString& title, const QString& message);
+    /// An attempt to connect failed; there will be others.
+    void attemptFailed(const QString& title, const QString& message);
+    /// Something that the user should know and that does not end the connection. The same is not told twice while it
+    /// stands.
+    void reported(const QString& title, const QString& message);
+
+private:
+    void connectNow(const QVector<RedisUrl::Address>& addresses);
+    void onConnected();
+    void onAttemptFailed(const QString& title, const QString& message);
+    void onRefused(const RedisError& error);
+    void report(const QString& title, const QString& message);
+    void follow(const RedisError& redirection);
+    void lose(const QString& title, const QString& message);
+    void dropSocket();
+    void retryLater();
+    void ping();
+    void onPongMissing();
+    void askClusterNodes();
+    void onClusterSlots(const RedisReply& reply);
+
+    const RedisUrl m_url;
+    const RedisHandshake m_handshake;
+    bool m_isOpen = false;
+    bool m_isEstablished = false;
+    int m_attempts = 0;
+    QVector<RedisUrl::Address> m_clusterNodes; // where to ask when the URL's own address does not answer any more
+    QSet<QString> m_told;
+    std::unique_ptr<RedisConnector> m_connector;
+    std::unique_ptr<RedisSocket> m_socket;
+    RedisSession m_session;
+    QTimer m_retryTimer;
+    QTimer m_pingTimer;
+    QTimer m_pongTimer;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,42 @@
+#ifndef CONNECTIONS_REDIS_CLIENT_REDIS_ERROR_H
+#define CONNECTIONS_REDIS_CLIENT_REDIS_ERROR_H
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+namespace Velk {
+
+/// What an error reply says, as far as it matters what is done about it.
+struct RedisError
+{
+    enum Kind
+    {
+        Moved,       ///< the robot's slot is on another node of the cluster: host and port say where
+        Ask,         ///< as Moved, while the slot is on its way: for this command only
+        TryAgain,    ///< the slot is on its way and its keys are on both nodes
+        Password,    ///< no password, or a wrong one
+        Permission,  ///< the user may not run the command, or not on this key
+        NoSuchKey,   ///< XINFO says so, other commands have a reply for it
+        WrongType,   ///< the key holds something else
+        Unavailable, ///< the server answers, but cannot serve now: it loads its data, has no master, is a replica
+        Oversize,    ///< the value was too long and was taken out of the reply
+        Other
+    };
+
+    Kind kind = Other;
+    QByteArray text;
+    QString host; ///< empty: the host that answered
+    quint16 port = 0;
+
+    static RedisError of(QByteArrayView reply);
+
+    /// A short title for a user.
+    QString title() const;
+    /// A sentence that says what happened at `server` and what to do.
+    QString message(const QString& server) const;
+};
+
+} // namespace Velk
+
+#endif

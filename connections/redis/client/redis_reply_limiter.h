@@ -1,0 +1,62 @@
+#ifndef CONNECTIONS_REDIS_CLIENT_REDIS_REPLY_LIMITER_H
+#define CONNECTIONS_REDIS_CLIENT_REDIS_REPLY_LIMITER_H
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+namespace Velk {
+
+/// Stands between the socket and the protocol reader, which keeps a reply in memory until it is complete, and bounds
+/// what a reply can cost. A value that is too long is taken out of the stream while it arrives; in its place the reader
+/// is given the error "OVERSIZE <length>", so that the rest of the reply is still of use.
+class RedisReplyLimiter
+{
+public:
+    struct Limits
+    {
+        qint64 valueBytes = 16 * 1024 * 1024; ///< of one value
+        qint64 replyBytes = 64 * 1024 * 1024; ///< of one reply, with some for every element
+        qint64 elements = 4 * 1024 * 1024;    ///< of one list within a reply
+    };
+
+    RedisReplyLimiter()
+        : RedisReplyLimiter(Limits())
+    {}
+    explicit RedisReplyLimiter(const Limits& limits)
+        : m_limits(limits)
+    {}
+
+    /// Takes the next bytes of the stream and appends to *output what the reader may see of them. False when the
+    /// stream is not the protocol, or a list is too long to be believed; errorString() says why, and nothing more can
+    /// be filtered.
+    bool filter(const char* input, qint64 size, QByteArray* output);
+    QString errorString() const { return m_errorString; }
+
+private:
+    enum State
+    {
+        Line,
+        Value,
+        DroppedValue
+    };
+
+    bool takeLine(QByteArray* output);
+    bool takeValueLength(QByteArray* output);
+    bool takeListLength(QByteArray* output);
+    bool fail(const QString& reason);
+    void elementDone();
+
+    Limits m_limits;
+    State m_state = Line;
+    QByteArray m_line;
+    qint64 m_valueBytesLeft = 0;
+    qint64 m_replyBytes = 0;
+    std::vector<qint64> m_openLists; // how many elements each list around the present position still waits for
+    QString m_errorString;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,41 @@
+#ifndef CONNECTIONS_REDIS_CLIENT_REDIS_ROUND_TRIPS_H
+#define CONNECTIONS_REDIS_CLIENT_REDIS_ROUND_TRIPS_H
+
+#include "redis_session.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+namespace Velk {
+
+/// Measures round trips to the server, one PING after the other.
+class RedisRoundTrips : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit RedisRoundTrips(RedisSession* session, QObject* parent = nullptr);
+
+    /// Measures and tells the times in milliseconds, ascending; `done` does not come when this object is deleted.
+    /// A connection that is replaced meanwhile is measured from the start.
+    void measure(std::function<void(const std::vector<double>&)> done);
+
+    static constexpr int count = 20;
+    /// The smallest of the sorted times that 99 of 100 do not exceed.
+    static double percentile99(const std::vector<double>& sortedMs);
+
+private:
+    void ping();
+
+    RedisSession* m_session;
+    QElapsedTimer m_clock;
+    std::vector<double> m_timesMs;
+    std::function<void(const std::vector<double>&)> m_done;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,56 @@
+#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
+#define CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
+
+#include <connections/redis/client/redis_session.h>
+
+#include <QFuture>
+#include <QObject>
+#include <QPromise>
+#include <QSet>
+#include <QStringList>
+
+#include <list>
+
+namespace Velk {
+
+/// Fetches the names in index sets. Every future gets its one result and finishes, whatever happens: an empty list when
+/// the set cannot be read.
+class RedisKeyLists : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The session outlives this object.
+    explicit RedisKeyLists(RedisSession* session);
+    /// Finishes what is being fetched.
+    ~RedisKeyLists() override;
+
+    QFuture<QStringList> fetch(const QByteArray& indexKey);
+    /// Finishes what is being fetched, with empty lists: the connection is lost.
+    void finishAll();
+
+    /// Larger sets are fetched in portions, to let the server's other clients in between.
+    static constexpr qint64 maxNamesAtOnce = 100000;
+
+private:
+    struct Fetch
+    {
+        QByteArray indexKey;
+        QPromise<QStringList> promise;
+        QSet<QString> names;
+    };
+    using FetchRef = std::list<Fetch>::iterator;
+
+    void ask(FetchRef fetch);
+    void askAll(FetchRef fetch);
+    void scan(FetchRef fetch, const QByteArray& cursor);
+    void finish(FetchRef fetch, const QStringList& names);
+    void finishUnreadable(FetchRef fetch, const RedisReply& reply);
+
+    RedisSession* m_session;
+    std::list<Fetch> m_fetches;
+};
+
+} // namespace Velk
+
+#endif

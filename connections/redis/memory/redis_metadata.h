@@ -1,0 +1,29 @@
+#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_METADATA_H
+#define CONNECTIONS_REDIS_MEMORY_REDIS_METADATA_H
+
+#include <connections/redis/client/redis_reply.h>
+
+#include <QByteArrayList>
+#include <QString>
+
+#include <optional>
+
+namespace Velk {
+
+class RedisLayout;
+
+/// What a robot says about itself in its metadata.
+struct RedisMetadata
+{
+    QString robotName;                       ///< for people; empty: not given
+    std::optional<bool> isRealTimeSupported; ///< nothing: not given
+
+    /// The command that reads the metadata.
+    static QByteArrayList command(const RedisLayout& layout);
+    /// The metadata in the reply to command(). Everything is missing in an error.
+    static RedisMetadata of(const RedisReply& reply);
+};
+
+} // namespace Velk
+
+#endif

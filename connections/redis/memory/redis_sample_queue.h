@@ -1,0 +1,53 @@
+#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_QUEUE_H
+#define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_QUEUE_H
+
+#include "redis_sampling_history.h"
+#include "redis_watched_key.h"
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+namespace Velk {
+
+/// The samples between two deliveries. Bounded: what does not fit is dropped and counted. Time stamps of one key are
+/// strictly ascending, within a delivery and from one to the next.
+class RedisSampleQueue
+{
+public:
+    struct Limits
+    {
+        int samples = 250000;
+        qint64 bytes = 64 * 1024 * 1024;
+    };
+
+    explicit RedisSampleQueue(std::shared_ptr<RedisSamplingHistory> history)
+        : RedisSampleQueue(std::move(history), Limits())
+    {}
+    RedisSampleQueue(std::shared_ptr<RedisSamplingHistory> history, const Limits& limits);
+
+    /// A stamp that is not newer than the one before is moved to just after it. `bytes` is what the value takes beside
+    /// what other samples share with it.
+    void add(RedisWatchedKey& key, double stamp, const QVariant& value, qint64 bytes);
+    void countDropped(RedisWatchedKey& key, qint64 count);
+    void countTrimmed(RedisWatchedKey& key, qint64 count);
+
+    /// How many more samples fit.
+    int room() const;
+
+    /// What waits for the keys, which have nothing waiting afterwards.
+    QMap<QString, QMap<double, QVariant>> take(const std::vector<RedisWatchedKeyPtr>& keys);
+
+private:
+    std::shared_ptr<RedisSamplingHistory> m_history;
+    Limits m_limits;
+    int m_size = 0;
+    qint64 m_bytes = 0;
+};
+
+} // namespace Velk
+
+#endif

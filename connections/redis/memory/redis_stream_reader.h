@@ -1,0 +1,55 @@
+#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_STREAM_READER_H
+#define CONNECTIONS_REDIS_MEMORY_REDIS_STREAM_READER_H
+
+#include "redis_sample_queue.h"
+#include "redis_watched_key.h"
+
+#include <connections/redis/client/redis_session.h>
+
+#include <QHash>
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+namespace Velk {
+
+/// Reads on in a number of streams, each from where it is. What does not fit in the queue is left on the server until
+/// there is room.
+class RedisStreamReader : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Both outlive this object.
+    RedisStreamReader(RedisSession* session, RedisSampleQueue* queue);
+
+    void setSources(const std::vector<RedisSourceRef>& sources);
+
+    /// Fetches what is new. Nothing while an earlier fetch goes on.
+    void read();
+
+    /// Asks, for the streams that were read since the last time, what the server had discarded before.
+    void countTrimmed();
+
+private:
+    struct Chunk
+    {
+        std::vector<RedisSourceRef> sources;
+        QHash<QByteArray, std::size_t> indexOfKey;
+    };
+
+    void readChunk(const std::shared_ptr<Chunk>& chunk);
+    void onReply(const std::shared_ptr<Chunk>& chunk, int count, const RedisReply& reply);
+    bool takeEntries(const RedisSourceRef& ref, const RedisReply& entries, int count);
+
+    RedisSession* m_session;
+    RedisSampleQueue* m_queue;
+    std::vector<std::shared_ptr<Chunk>> m_chunks;
+    int m_outstanding = 0;
+    int m_maxCount;
+};
+
+} // namespace Velk
+
+#endif

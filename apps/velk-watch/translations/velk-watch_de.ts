@@ -87,52 +87,6 @@ Schaffen Sie Platz auf dem Datenträger von %4, bevor Sie wieder aufzeichnen.</t
     </message>
 </context>
 <context>
-    <name>Velk::RedisSecret</name>
-    <message>
-        <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
-        <translation>Die Passwortdatei %1 gibt es nicht, oder sie ist keine gewöhnliche Datei: Berichtigen Sie den Pfad in der URL.</translation>
-    </message>
-    <message>
-        <source>The password file %1 cannot be read (%2): check its permissions.</source>
-        <translation>Die Passwortdatei %1 kann nicht gelesen werden (%2): Prüfen Sie ihre Zugriffsrechte.</translation>
-    </message>
-    <message>
-        <source>The password file %1 is longer than %2 bytes: it must hold the password and nothing else.</source>
-        <translation>Die Passwortdatei %1 ist länger als %2 Bytes: Sie darf nur das Passwort enthalten.</translation>
-    </message>
-    <message>
-        <source>The password file %1 is empty: it must hold the password.</source>
-        <translation>Die Passwortdatei %1 ist leer: Sie muss das Passwort enthalten.</translation>
-    </message>
-    <message>
-        <source>The environment variable %1, which is to hold the password, is not set.</source>
-        <translation>Die Umgebungsvariable %1, die das Passwort enthalten soll, ist nicht gesetzt.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RedisTls</name>
-    <message>
-        <source>The file %1 cannot be read: %2.</source>
-        <translation>Die Datei %1 kann nicht gelesen werden: %2.</translation>
-    </message>
-    <message>
-        <source>This installation of Qt has no TLS: install OpenSSL.</source>
-        <translation>Diese Qt-Installation hat kein TLS: Installieren Sie OpenSSL.</translation>
-    </message>
-    <message>
-        <source>The ca-file %1 holds no certificate in PEM form.</source>
-        <translation>Die Datei %1 (ca-file) enthält kein Zertifikat im PEM-Format.</translation>
-    </message>
-    <message>
-        <source>The cert-file %1 holds no certificate in PEM form.</source>
-        <translation>Die Datei %1 (cert-file) enthält kein Zertifikat im PEM-Format.</translation>
-    </message>
-    <message>
-        <source>%1 holds no private key in PEM form that is not encrypted.</source>
-        <translation>%1 enthält keinen unverschlüsselten privaten Schlüssel im PEM-Format.</translation>
-    </message>
-</context>
-<context>
     <name>Velk::CataloguePanel</name>
     <message>
         <source>Search keys, for example Arm/*/Position</source>
@@ -620,6 +574,107 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
     </message>
 </context>
 <context>
+    <name>Velk::NetworkAddress</name>
+    <message>
+        <source>After the IPv6 address %1 only a port can follow: [::1]:%2.</source>
+        <translation>Auf die IPv6-Adresse %1 kann nur ein Port folgen: [::1]:%2.</translation>
+    </message>
+    <message>
+        <source>The bracket that opens the IPv6 address %1 is not closed.</source>
+        <translation>Die Klammer, die die IPv6-Adresse %1 öffnet, ist nicht geschlossen.</translation>
+    </message>
+    <message>
+        <source>The text in brackets, %1, is no IPv6 address.</source>
+        <translation>Der Text in Klammern, %1, ist keine IPv6-Adresse.</translation>
+    </message>
+    <message>
+        <source>An address has more than one colon: write an IPv6 address in brackets, [::1].</source>
+        <translation>Eine Adresse hat mehr als einen Doppelpunkt: Schreiben Sie eine IPv6-Adresse in Klammern, [::1].</translation>
+    </message>
+    <message>
+        <source>The host %1 is neither a host name nor an IP address.</source>
+        <translation>Der Rechner %1 ist weder ein Rechnername noch eine IP-Adresse.</translation>
+    </message>
+    <message>
+        <source>The port after the colon is not a number from 1 to 65535.</source>
+        <translation>Der Port nach dem Doppelpunkt ist keine Zahl von 1 bis 65535.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::NetworkSecret</name>
+    <message>
+        <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
+        <translation>Die Passwortdatei %1 gibt es nicht, oder sie ist keine gewöhnliche Datei: Berichtigen Sie den Pfad in der URL.</translation>
+    </message>
+    <message>
+        <source>The password file %1 cannot be read (%2): check its permissions.</source>
+        <translation>Die Passwortdatei %1 kann nicht gelesen werden (%2): Prüfen Sie ihre Zugriffsrechte.</translation>
+    </message>
+    <message>
+        <source>The password file %1 is longer than %2 bytes: it must hold the password and nothing else.</source>
+        <translation>Die Passwortdatei %1 ist länger als %2 Bytes: Sie darf nur das Passwort enthalten.</translation>
+    </message>
+    <message>
+        <source>The password file %1 is empty: it must hold the password.</source>
+        <translation>Die Passwortdatei %1 ist leer: Sie muss das Passwort enthalten.</translation>
+    </message>
+    <message>
+        <source>The environment variable %1, which is to hold the password, is not set.</source>
+        <translation>Die Umgebungsvariable %1, die das Passwort enthalten soll, ist nicht gesetzt.</translation>
+    </message>
+    <message>
+        <source>The URL says in more than one way what the password is: keep one of the password before the &quot;@&quot;, the file and the environment variable.</source>
+        <translation>Die URL sagt auf mehr als eine Weise, was das Passwort ist: Behalten Sie eines von Passwort vor dem „@“, Datei und Umgebungsvariable.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::NetworkUrl</name>
+    <message>
+        <source>This is no URL of %1: write %2.</source>
+        <translation>Das ist keine URL %1: Schreiben Sie %2.</translation>
+    </message>
+    <message>
+        <source>A URL of %1 holds no &quot;#&quot;: write it as %23.</source>
+        <translation>Die URL %1 enthält kein „#“: Schreiben Sie es als %23.</translation>
+    </message>
+    <message>
+        <source>The URL of %1 starts with one of %2.</source>
+        <translation>Die URL %1 beginnt mit %2.</translation>
+    </message>
+    <message>
+        <source>An &quot;@&quot; after the first &quot;/&quot;: in the password write / as %2F, ? as %3F and @ as %40, and in the robot&apos;s name @ as %40.</source>
+        <translation>Ein „@“ nach dem ersten „/“: Schreiben Sie im Passwort / als %2F, ? als %3F und @ als %40 und im Namen des Roboters @ als %40.</translation>
+    </message>
+    <message>
+        <source>The URL names no host: write %1://host/….</source>
+        <translation>Die URL nennt keinen Rechner: Schreiben Sie %1://host/….</translation>
+    </message>
+    <message>
+        <source>The user or the password before the &quot;@&quot; is not percent-encoded correctly: write % as %25.</source>
+        <translation>Der Benutzer oder das Passwort vor dem „@“ ist nicht richtig prozentkodiert: Schreiben Sie % als %25.</translation>
+    </message>
+    <message>
+        <source>There is no option %1; there are %2.</source>
+        <translation>Es gibt keine Option %1; es gibt %2.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is given twice.</source>
+        <translation>Die Option „%1“ ist zweimal angegeben.</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; is not percent-encoded UTF-8 text: write % as %25 and &amp; as %26.</source>
+        <translation>Der Wert von „%1“ ist kein prozentkodierter UTF-8-Text: Schreiben Sie % als %25 und &amp; als %26.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; needs a value: %1=….</source>
+        <translation>Die Option „%1“ braucht einen Wert: %1=….</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 und %2</translation>
+    </message>
+</context>
+<context>
     <name>Velk::PeriodControl</name>
     <message>
         <source>%1 ms asked, this robot gives %2 ms and more: %3 ms in force</source>
@@ -834,6 +889,10 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <source>%1 did not answer within %2 seconds. Check the address, the network, and that no firewall swallows the connection.</source>
         <translation>%1 hat nicht innerhalb von %2 Sekunden geantwortet. Prüfen Sie die Adresse, das Netz und ob eine Firewall die Verbindung schluckt.</translation>
     </message>
+    <message>
+        <source>%1 does not take a user name or a password. Check that it is a Redis server, and leave out the password if it wants none.</source>
+        <translation>%1 nimmt weder Benutzernamen noch Passwort an. Prüfen Sie, ob es ein Redis-Server ist, und lassen Sie das Passwort weg, wenn er keines verlangt.</translation>
+    </message>
 </context>
 <context>
     <name>Velk::RedisError</name>
@@ -1044,54 +1103,6 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
 <context>
     <name>Velk::RedisUrl</name>
     <message>
-        <source>This is no URL of a Redis memory: write redis://host/robot.</source>
-        <translation>Das ist keine URL eines Redis-Speichers: Schreiben Sie redis://host/robot.</translation>
-    </message>
-    <message>
-        <source>A URL of a Redis memory holds no &quot;#&quot;: write it as %23.</source>
-        <translation>Die URL eines Redis-Speichers enthält kein „#“: Schreiben Sie es als %23.</translation>
-    </message>
-    <message>
-        <source>An &quot;@&quot; after the first &quot;/&quot;: in the password write / as %2F, ? as %3F and @ as %40, and in the robot&apos;s name @ as %40.</source>
-        <translation>Ein „@“ nach dem ersten „/“: Schreiben Sie im Passwort / als %2F, ? als %3F und @ als %40 und im Namen des Roboters @ als %40.</translation>
-    </message>
-    <message>
-        <source>The URL of a Redis memory starts with one of redis://, rediss://, redis+sentinel:// and rediss+sentinel://.</source>
-        <translation>Die URL eines Redis-Speichers beginnt mit redis://, rediss://, redis+sentinel:// oder rediss+sentinel://.</translation>
-    </message>
-    <message>
-        <source>The URL names no host: write %1://host/….</source>
-        <translation>Die URL nennt keinen Rechner: Schreiben Sie %1://host/….</translation>
-    </message>
-    <message>
-        <source>The user or the password before the &quot;@&quot; is not percent-encoded correctly: write % as %25.</source>
-        <translation>Der Benutzer oder das Passwort vor dem „@“ ist nicht richtig prozentkodiert: Schreiben Sie % als %25.</translation>
-    </message>
-    <message>
-        <source>The bracket that opens the IPv6 address %1 is not closed.</source>
-        <translation>Die Klammer, die die IPv6-Adresse %1 öffnet, ist nicht geschlossen.</translation>
-    </message>
-    <message>
-        <source>The text in brackets, %1, is no IPv6 address.</source>
-        <translation>Der Text in Klammern, %1, ist keine IPv6-Adresse.</translation>
-    </message>
-    <message>
-        <source>After the IPv6 address %1 only a port can follow: [::1]:6379.</source>
-        <translation>Auf die IPv6-Adresse %1 kann nur ein Port folgen: [::1]:6379.</translation>
-    </message>
-    <message>
-        <source>An address has more than one colon: write an IPv6 address in brackets, [::1].</source>
-        <translation>Eine Adresse hat mehr als einen Doppelpunkt: Schreiben Sie eine IPv6-Adresse in Klammern, [::1].</translation>
-    </message>
-    <message>
-        <source>The host %1 is neither a host name nor an IP address.</source>
-        <translation>Der Rechner %1 ist weder ein Rechnername noch eine IP-Adresse.</translation>
-    </message>
-    <message>
-        <source>The port after the colon is not a number from 1 to 65535.</source>
-        <translation>Der Port nach dem Doppelpunkt ist keine Zahl von 1 bis 65535.</translation>
-    </message>
-    <message>
         <source>The service&apos;s name is not percent-encoded UTF-8 text: write % as %25.</source>
         <translation>Der Name des Dienstes ist kein prozentkodierter UTF-8-Text: Schreiben Sie % als %25.</translation>
     </message>
@@ -1110,26 +1121,6 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>The robot&apos;s name %1 holds a brace, which no robot&apos;s name can.</source>
         <translation>Der Name %1 des Roboters enthält eine geschweifte Klammer, die kein solcher Name enthalten darf.</translation>
-    </message>
-    <message>
-        <source>There is no option %1; there are %2.</source>
-        <translation>Es gibt keine Option %1; es gibt %2.</translation>
-    </message>
-    <message>
-        <source>The option &quot;%1&quot; is given twice.</source>
-        <translation>Die Option „%1“ ist zweimal angegeben.</translation>
-    </message>
-    <message>
-        <source>The value of &quot;%1&quot; is not percent-encoded UTF-8 text: write % as %25 and &amp; as %26.</source>
-        <translation>Der Wert von „%1“ ist kein prozentkodierter UTF-8-Text: Schreiben Sie % als %25 und &amp; als %26.</translation>
-    </message>
-    <message>
-        <source>The option &quot;%1&quot; needs a value: %1=….</source>
-        <translation>Die Option „%1“ braucht einen Wert: %1=….</translation>
-    </message>
-    <message>
-        <source>%1 and %2</source>
-        <translation>%1 und %2</translation>
     </message>
     <message>
         <source>The option &quot;%1&quot; is about TLS: write redis%2 instead of redis%3 at the start.</source>
@@ -1152,12 +1143,8 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <translation>Die Option „%1“ betrifft Sentinels: Sie gehört nur zu redis+sentinel://.</translation>
     </message>
     <message>
-        <source>The URL says in more than one way what the password is: keep one of the password before the &quot;@&quot;, the file and the environment variable.</source>
-        <translation>Die URL sagt auf mehr als eine Weise, was das Passwort ist: Behalten Sie eines von Passwort vor dem „@“, Datei und Umgebungsvariable.</translation>
-    </message>
-    <message>
-        <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
-        <translation>Es gibt ein key-file ohne das Zertifikat, zu dem es gehört: Ergänzen Sie cert-file=PATH.</translation>
+        <source>a Redis memory</source>
+        <translation>eines Redis-Speichers</translation>
     </message>
 </context>
 <context>
@@ -1255,6 +1242,33 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>A simulated robot has no parameter “%1”. It has: seed, keys.</source>
         <translation>Ein simulierter Roboter hat keinen Parameter „%1“. Er hat: seed, keys.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::TlsOptions</name>
+    <message>
+        <source>The file %1 cannot be read: %2.</source>
+        <translation>Die Datei %1 kann nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>This installation of Qt has no TLS: install OpenSSL.</source>
+        <translation>Diese Qt-Installation hat kein TLS: Installieren Sie OpenSSL.</translation>
+    </message>
+    <message>
+        <source>The ca-file %1 holds no certificate in PEM form.</source>
+        <translation>Die Datei %1 (ca-file) enthält kein Zertifikat im PEM-Format.</translation>
+    </message>
+    <message>
+        <source>The cert-file %1 holds no certificate in PEM form.</source>
+        <translation>Die Datei %1 (cert-file) enthält kein Zertifikat im PEM-Format.</translation>
+    </message>
+    <message>
+        <source>%1 holds no private key in PEM form that is not encrypted.</source>
+        <translation>%1 enthält keinen unverschlüsselten privaten Schlüssel im PEM-Format.</translation>
+    </message>
+    <message>
+        <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
+        <translation>Es gibt ein key-file ohne das Zertifikat, zu dem es gehört: Ergänzen Sie cert-file=PATH.</translation>
     </message>
 </context>
 <context>

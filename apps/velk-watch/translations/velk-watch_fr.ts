@@ -87,52 +87,6 @@ Faites de la place sur le disque de %4 avant d’enregistrer à nouveau.</transl
     </message>
 </context>
 <context>
-    <name>Velk::RedisSecret</name>
-    <message>
-        <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
-        <translation>Le fichier de mot de passe %1 n’existe pas ou n’est pas un fichier ordinaire : corrigez le chemin dans l’URL.</translation>
-    </message>
-    <message>
-        <source>The password file %1 cannot be read (%2): check its permissions.</source>
-        <translation>Le fichier de mot de passe %1 ne peut pas être lu (%2) : vérifiez ses droits.</translation>
-    </message>
-    <message>
-        <source>The password file %1 is longer than %2 bytes: it must hold the password and nothing else.</source>
-        <translation>Le fichier de mot de passe %1 dépasse %2 octets : il ne doit contenir que le mot de passe.</translation>
-    </message>
-    <message>
-        <source>The password file %1 is empty: it must hold the password.</source>
-        <translation>Le fichier de mot de passe %1 est vide : il doit contenir le mot de passe.</translation>
-    </message>
-    <message>
-        <source>The environment variable %1, which is to hold the password, is not set.</source>
-        <translation>La variable d’environnement %1, qui doit contenir le mot de passe, n’est pas définie.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RedisTls</name>
-    <message>
-        <source>The file %1 cannot be read: %2.</source>
-        <translation>Le fichier %1 ne peut pas être lu : %2.</translation>
-    </message>
-    <message>
-        <source>This installation of Qt has no TLS: install OpenSSL.</source>
-        <translation>Cette installation de Qt n’a pas TLS : installez OpenSSL.</translation>
-    </message>
-    <message>
-        <source>The ca-file %1 holds no certificate in PEM form.</source>
-        <translation>Le fichier %1 (ca-file) ne contient aucun certificat au format PEM.</translation>
-    </message>
-    <message>
-        <source>The cert-file %1 holds no certificate in PEM form.</source>
-        <translation>Le fichier %1 (cert-file) ne contient aucun certificat au format PEM.</translation>
-    </message>
-    <message>
-        <source>%1 holds no private key in PEM form that is not encrypted.</source>
-        <translation>%1 ne contient aucune clé privée non chiffrée au format PEM.</translation>
-    </message>
-</context>
-<context>
     <name>Velk::CataloguePanel</name>
     <message>
         <source>Search keys, for example Arm/*/Position</source>
@@ -620,6 +574,107 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
     </message>
 </context>
 <context>
+    <name>Velk::NetworkAddress</name>
+    <message>
+        <source>After the IPv6 address %1 only a port can follow: [::1]:%2.</source>
+        <translation>Après l’adresse IPv6 %1 ne peut venir qu’un port : [::1]:%2.</translation>
+    </message>
+    <message>
+        <source>The bracket that opens the IPv6 address %1 is not closed.</source>
+        <translation>Le crochet qui ouvre l’adresse IPv6 %1 n’est pas fermé.</translation>
+    </message>
+    <message>
+        <source>The text in brackets, %1, is no IPv6 address.</source>
+        <translation>Le texte entre crochets, %1, n’est pas une adresse IPv6.</translation>
+    </message>
+    <message>
+        <source>An address has more than one colon: write an IPv6 address in brackets, [::1].</source>
+        <translation>Une adresse a plus d’un deux-points : écrivez une adresse IPv6 entre crochets, [::1].</translation>
+    </message>
+    <message>
+        <source>The host %1 is neither a host name nor an IP address.</source>
+        <translation>L’hôte %1 n’est ni un nom d’hôte ni une adresse IP.</translation>
+    </message>
+    <message>
+        <source>The port after the colon is not a number from 1 to 65535.</source>
+        <translation>Le port après le deux-points n’est pas un nombre de 1 à 65535.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::NetworkSecret</name>
+    <message>
+        <source>The password file %1 does not exist or is no regular file: correct the path in the URL.</source>
+        <translation>Le fichier de mot de passe %1 n’existe pas ou n’est pas un fichier ordinaire : corrigez le chemin dans l’URL.</translation>
+    </message>
+    <message>
+        <source>The password file %1 cannot be read (%2): check its permissions.</source>
+        <translation>Le fichier de mot de passe %1 ne peut pas être lu (%2) : vérifiez ses droits.</translation>
+    </message>
+    <message>
+        <source>The password file %1 is longer than %2 bytes: it must hold the password and nothing else.</source>
+        <translation>Le fichier de mot de passe %1 dépasse %2 octets : il ne doit contenir que le mot de passe.</translation>
+    </message>
+    <message>
+        <source>The password file %1 is empty: it must hold the password.</source>
+        <translation>Le fichier de mot de passe %1 est vide : il doit contenir le mot de passe.</translation>
+    </message>
+    <message>
+        <source>The environment variable %1, which is to hold the password, is not set.</source>
+        <translation>La variable d’environnement %1, qui doit contenir le mot de passe, n’est pas définie.</translation>
+    </message>
+    <message>
+        <source>The URL says in more than one way what the password is: keep one of the password before the &quot;@&quot;, the file and the environment variable.</source>
+        <translation>L’URL donne le mot de passe de plusieurs façons : gardez une seule des trois, le mot de passe avant le « @ », le fichier ou la variable d’environnement.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::NetworkUrl</name>
+    <message>
+        <source>This is no URL of %1: write %2.</source>
+        <translation>Ce n’est pas l’URL %1 : écrivez %2.</translation>
+    </message>
+    <message>
+        <source>A URL of %1 holds no &quot;#&quot;: write it as %23.</source>
+        <translation>L’URL %1 ne contient pas de « # » : écrivez-le %23.</translation>
+    </message>
+    <message>
+        <source>The URL of %1 starts with one of %2.</source>
+        <translation>L’URL %1 commence par %2.</translation>
+    </message>
+    <message>
+        <source>An &quot;@&quot; after the first &quot;/&quot;: in the password write / as %2F, ? as %3F and @ as %40, and in the robot&apos;s name @ as %40.</source>
+        <translation>Un « @ » après le premier « / » : dans le mot de passe, écrivez / %2F, ? %3F et @ %40, et dans le nom du robot @ %40.</translation>
+    </message>
+    <message>
+        <source>The URL names no host: write %1://host/….</source>
+        <translation>L’URL ne nomme pas d’hôte : écrivez %1://host/….</translation>
+    </message>
+    <message>
+        <source>The user or the password before the &quot;@&quot; is not percent-encoded correctly: write % as %25.</source>
+        <translation>L’utilisateur ou le mot de passe avant le « @ » est mal encodé avec des pourcents : écrivez % %25.</translation>
+    </message>
+    <message>
+        <source>There is no option %1; there are %2.</source>
+        <translation>Il n’y a pas d’option %1 ; il y a %2.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; is given twice.</source>
+        <translation>L’option « %1 » est donnée deux fois.</translation>
+    </message>
+    <message>
+        <source>The value of &quot;%1&quot; is not percent-encoded UTF-8 text: write % as %25 and &amp; as %26.</source>
+        <translation>La valeur de « %1 » n’est pas un texte UTF-8 encodé avec des pourcents : écrivez % %25 et &amp; %26.</translation>
+    </message>
+    <message>
+        <source>The option &quot;%1&quot; needs a value: %1=….</source>
+        <translation>L’option « %1 » demande une valeur : %1=….</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 et %2</translation>
+    </message>
+</context>
+<context>
     <name>Velk::PeriodControl</name>
     <message>
         <source>%1 ms asked, this robot gives %2 ms and more: %3 ms in force</source>
@@ -834,6 +889,10 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <source>%1 did not answer within %2 seconds. Check the address, the network, and that no firewall swallows the connection.</source>
         <translation>%1 n’a pas répondu en %2 secondes. Vérifiez l’adresse, le réseau, et qu’aucun pare-feu n’avale la connexion.</translation>
     </message>
+    <message>
+        <source>%1 does not take a user name or a password. Check that it is a Redis server, and leave out the password if it wants none.</source>
+        <translation>%1 n’accepte ni nom d’utilisateur ni mot de passe. Vérifiez que c’est un serveur Redis, et omettez le mot de passe s’il n’en veut pas.</translation>
+    </message>
 </context>
 <context>
     <name>Velk::RedisError</name>
@@ -1044,54 +1103,6 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
 <context>
     <name>Velk::RedisUrl</name>
     <message>
-        <source>This is no URL of a Redis memory: write redis://host/robot.</source>
-        <translation>Ce n’est pas l’URL d’une mémoire Redis : écrivez redis://host/robot.</translation>
-    </message>
-    <message>
-        <source>A URL of a Redis memory holds no &quot;#&quot;: write it as %23.</source>
-        <translation>L’URL d’une mémoire Redis ne contient pas de « # » : écrivez-le %23.</translation>
-    </message>
-    <message>
-        <source>An &quot;@&quot; after the first &quot;/&quot;: in the password write / as %2F, ? as %3F and @ as %40, and in the robot&apos;s name @ as %40.</source>
-        <translation>Un « @ » après le premier « / » : dans le mot de passe, écrivez / %2F, ? %3F et @ %40, et dans le nom du robot @ %40.</translation>
-    </message>
-    <message>
-        <source>The URL of a Redis memory starts with one of redis://, rediss://, redis+sentinel:// and rediss+sentinel://.</source>
-        <translation>L’URL d’une mémoire Redis commence par redis://, rediss://, redis+sentinel:// ou rediss+sentinel://.</translation>
-    </message>
-    <message>
-        <source>The URL names no host: write %1://host/….</source>
-        <translation>L’URL ne nomme pas d’hôte : écrivez %1://host/….</translation>
-    </message>
-    <message>
-        <source>The user or the password before the &quot;@&quot; is not percent-encoded correctly: write % as %25.</source>
-        <translation>L’utilisateur ou le mot de passe avant le « @ » est mal encodé avec des pourcents : écrivez % %25.</translation>
-    </message>
-    <message>
-        <source>The bracket that opens the IPv6 address %1 is not closed.</source>
-        <translation>Le crochet qui ouvre l’adresse IPv6 %1 n’est pas fermé.</translation>
-    </message>
-    <message>
-        <source>The text in brackets, %1, is no IPv6 address.</source>
-        <translation>Le texte entre crochets, %1, n’est pas une adresse IPv6.</translation>
-    </message>
-    <message>
-        <source>After the IPv6 address %1 only a port can follow: [::1]:6379.</source>
-        <translation>Après l’adresse IPv6 %1 ne peut venir qu’un port : [::1]:6379.</translation>
-    </message>
-    <message>
-        <source>An address has more than one colon: write an IPv6 address in brackets, [::1].</source>
-        <translation>Une adresse a plus d’un deux-points : écrivez une adresse IPv6 entre crochets, [::1].</translation>
-    </message>
-    <message>
-        <source>The host %1 is neither a host name nor an IP address.</source>
-        <translation>L’hôte %1 n’est ni un nom d’hôte ni une adresse IP.</translation>
-    </message>
-    <message>
-        <source>The port after the colon is not a number from 1 to 65535.</source>
-        <translation>Le port après le deux-points n’est pas un nombre de 1 à 65535.</translation>
-    </message>
-    <message>
         <source>The service&apos;s name is not percent-encoded UTF-8 text: write % as %25.</source>
         <translation>Le nom du service n’est pas un texte UTF-8 encodé avec des pourcents : écrivez % %25.</translation>
     </message>
@@ -1110,26 +1121,6 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>The robot&apos;s name %1 holds a brace, which no robot&apos;s name can.</source>
         <translation>Le nom de robot %1 contient une accolade, ce qu’aucun nom de robot ne peut.</translation>
-    </message>
-    <message>
-        <source>There is no option %1; there are %2.</source>
-        <translation>Il n’y a pas d’option %1 ; il y a %2.</translation>
-    </message>
-    <message>
-        <source>The option &quot;%1&quot; is given twice.</source>
-        <translation>L’option « %1 » est donnée deux fois.</translation>
-    </message>
-    <message>
-        <source>The value of &quot;%1&quot; is not percent-encoded UTF-8 text: write % as %25 and &amp; as %26.</source>
-        <translation>La valeur de « %1 » n’est pas un texte UTF-8 encodé avec des pourcents : écrivez % %25 et &amp; %26.</translation>
-    </message>
-    <message>
-        <source>The option &quot;%1&quot; needs a value: %1=….</source>
-        <translation>L’option « %1 » demande une valeur : %1=….</translation>
-    </message>
-    <message>
-        <source>%1 and %2</source>
-        <translation>%1 et %2</translation>
     </message>
     <message>
         <source>The option &quot;%1&quot; is about TLS: write redis%2 instead of redis%3 at the start.</source>
@@ -1152,12 +1143,8 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <translation>L’option « %1 » concerne les sentinelles : elle ne va qu’avec redis+sentinel://.</translation>
     </message>
     <message>
-        <source>The URL says in more than one way what the password is: keep one of the password before the &quot;@&quot;, the file and the environment variable.</source>
-        <translation>L’URL donne le mot de passe de plusieurs façons : gardez une seule des trois, le mot de passe avant le « @ », le fichier ou la variable d’environnement.</translation>
-    </message>
-    <message>
-        <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
-        <translation>Il y a un key-file sans le certificat correspondant : ajoutez cert-file=PATH.</translation>
+        <source>a Redis memory</source>
+        <translation>d’une mémoire Redis</translation>
     </message>
 </context>
 <context>
@@ -1255,6 +1242,33 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>A simulated robot has no parameter “%1”. It has: seed, keys.</source>
         <translation>Un robot simulé n’a pas de paramètre « %1 ». Il a : seed, keys.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::TlsOptions</name>
+    <message>
+        <source>The file %1 cannot be read: %2.</source>
+        <translation>Le fichier %1 ne peut pas être lu : %2.</translation>
+    </message>
+    <message>
+        <source>This installation of Qt has no TLS: install OpenSSL.</source>
+        <translation>Cette installation de Qt n’a pas TLS : installez OpenSSL.</translation>
+    </message>
+    <message>
+        <source>The ca-file %1 holds no certificate in PEM form.</source>
+        <translation>Le fichier %1 (ca-file) ne contient aucun certificat au format PEM.</translation>
+    </message>
+    <message>
+        <source>The cert-file %1 holds no certificate in PEM form.</source>
+        <translation>Le fichier %1 (cert-file) ne contient aucun certificat au format PEM.</translation>
+    </message>
+    <message>
+        <source>%1 holds no private key in PEM form that is not encrypted.</source>
+        <translation>%1 ne contient aucune clé privée non chiffrée au format PEM.</translation>
+    </message>
+    <message>
+        <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
+        <translation>Il y a un key-file sans le certificat correspondant : ajoutez cert-file=PATH.</translation>
     </message>
 </context>
 <context>

@@ -1,9 +1,7 @@
 #include "redis_connection.h"
 
 #include <QPointer>
-#include <QRandomGenerator>
 
-#include <algorithm>
 #include <utility>
 
 namespace Velk {
@@ -11,8 +9,6 @@ namespace Velk {
 namespace {
 
 constexpr int pingPeriodMs = 1000;
-constexpr int firstPauseMs = 250;
-constexpr int longestPauseMs = 8000;
 // While replies are waiting to be read, the PONG can be among them: the fault is on this side then.
 constexpr int backlogPauseMs = 50;
 constexpr int maxTold = 100;
@@ -30,9 +26,7 @@ RedisConnection::RedisConnection(const RedisUrl& url, const RedisHandshake& hand
     connect(&m_pingTimer, &QTimer::timeout, this, &RedisConnection::ping);
     m_pongTimer.setSingleShot(true);
     connect(&m_pongTimer, &QTimer::timeout, this, &RedisConnection::onPongMissing);
-    m_session.openDetour = [this](const RedisUrl::Address& address) {
-        return RedisConnector::socketTo(m_url, address);
-    };
+    m_session.openDetour = [this](const NetworkAddress& address) { return RedisConnector::socketTo(m_url, address); };
     connect(&m_session, &RedisSession::refused, this, &RedisConnection::onRefused);
     connect(&m_session, &RedisSession::reported, this, &RedisConnection::report);
 }
@@ -47,7 +41,7 @@ void RedisConnection::open()
     if (m_isOpen)
         return;
     m_isOpen = true;
-    m_attempts = 0;
+    m_backOff.reset();
     m_retryTimer.start(0);
 }
 
@@ -61,13 +55,7 @@ void RedisConnection::close()
     dropSocket();
 }
 
-int RedisConnection::pauseMs(int attempt)
-{
-    const int doublings = std::clamp(attempt - 1, 0, 10);
-    return std::min(longestPauseMs, firstPauseMs << doublings);
-}
-
-void RedisConnection::connectNow(const QVector<RedisUrl::Address>& addresses)
+void RedisConnection::connectNow(const QVector<NetworkAddress>& addresses)
 {
     m_connector = std::make_unique<RedisConnector>(m_url, m_handshake, this);
     connect(m_connector.get(), &RedisConnector::succeeded, this, &RedisConnection::onConnected);
@@ -79,7 +67,7 @@ void RedisConnection::onConnected()
 {
     m_socket = m_connector->takeSocket();
     m_connector.release()->deleteLater(); // it is emitting
-    m_attempts = 0;
+    m_backOff.reset();
     m_told.clear();
     connect(m_socket.get(), &RedisSocket::failed, this, &RedisConnection::lose);
     m_pingTimer.start();
@@ -104,9 +92,7 @@ void RedisConnection::onAttemptFailed(const QString& title, const QString& messa
 
 void RedisConnection::retryLater()
 {
-    const int pause = pauseMs(++m_attempts);
-    const int jitter = QRandomGenerator::global()->bounded(-pause / 4, pause / 4 + 1);
-    m_retryTimer.start(pause + jitter);
+    m_retryTimer.start(m_backOff.nextPauseMs());
 }
 
 void RedisConnection::onRefused(const RedisError& error)
@@ -137,10 +123,10 @@ void RedisConnection::report(const QString& title, const QString& message)
 
 void RedisConnection::follow(const RedisError& redirection)
 {
-    const RedisUrl::Address target = {redirection.host.isEmpty() ? m_socket->address().host : redirection.host,
-                                      redirection.port};
+    const NetworkAddress target = {redirection.host.isEmpty() ? m_socket->address().host : redirection.host,
+                                   redirection.port};
     dropSocket();
-    QVector<RedisUrl::Address> addresses = {target};
+    QVector<NetworkAddress> addresses = {target};
     addresses += m_url.addresses() + m_clusterNodes;
     connectNow(addresses);
 }
@@ -214,12 +200,12 @@ void RedisConnection::onClusterSlots(const RedisReply& reply)
     if (!reply.isArray())
         return;
     m_clusterNodes.clear();
-    const QVector<RedisUrl::Address> known = m_url.addresses();
+    const QVector<NetworkAddress> known = m_url.addresses();
     for (qsizetype range = 0; range < reply.size(); ++range) {
         for (qsizetype node = 2; node < reply.at(range).size(); ++node) {
             const RedisReply host = reply.at(range).at(node).at(0);
-            const RedisUrl::Address address = {host.view().isEmpty() ? m_socket->address().host : host.text(),
-                                               quint16(reply.at(range).at(node).at(1).integer())};
+            const NetworkAddress address = {host.view().isEmpty() ? m_socket->address().host : host.text(),
+                                            quint16(reply.at(range).at(node).at(1).integer())};
             if (address.port != 0 && !known.contains(address) && !m_clusterNodes.contains(address))
                 m_clusterNodes.append(address);
         }

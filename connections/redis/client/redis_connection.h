@@ -6,6 +6,8 @@
 #include "redis_socket.h"
 #include "redis_url.h"
 
+#include <connections/network/back_off.h>
+
 #include <QObject>
 #include <QSet>
 #include <QTimer>
@@ -41,9 +43,6 @@ public:
     /// Up whenever the connection is established, but for the moments in which it moves to another node of a cluster.
     RedisSession* session() { return &m_session; }
 
-    /// The pause before the n-th attempt in a row, from 1, without the jitter of a quarter.
-    static int pauseMs(int attempt);
-
 Q_SIGNALS:
     void established();
     /// The connection is not there any more; it will be made again.
@@ -55,7 +54,7 @@ Q_SIGNALS:
     void reported(const QString& title, const QString& message);
 
 private:
-    void connectNow(const QVector<RedisUrl::Address>& addresses);
+    void connectNow(const QVector<NetworkAddress>& addresses);
     void onConnected();
     void onAttemptFailed(const QString& title, const QString& message);
     void onRefused(const RedisError& error);
@@ -73,8 +72,8 @@ private:
     const RedisHandshake m_handshake;
     bool m_isOpen = false;
     bool m_isEstablished = false;
-    int m_attempts = 0;
-    QVector<RedisUrl::Address> m_clusterNodes; // where to ask when the URL's own address does not answer any more
+    BackOff m_backOff;
+    QVector<NetworkAddress> m_clusterNodes; // where to ask when the URL's own address does not answer any more
     QSet<QString> m_told;
     std::unique_ptr<RedisConnector> m_connector;
     std::unique_ptr<RedisSocket> m_socket;

@@ -1,9 +1,10 @@
 #include "redis_connector.h"
 
 #include "redis_error.h"
-#include "redis_tls.h"
 
 #include <QSslConfiguration>
+
+#include <utility>
 
 namespace Velk {
 
@@ -11,6 +12,19 @@ namespace {
 
 // A cluster whose nodes disagree about a slot sends a client round in circles.
 constexpr int maxRedirections = 5;
+
+// Sends AUTH, unless there are no credentials.
+void authenticate(RedisSocket* socket, const NetworkCredentials& credentials, RedisSocket::Callback onReply)
+{
+    if (credentials.isEmpty())
+        return;
+    // A server that wants no password refuses a user's name without one as well.
+    QByteArrayList command = {"AUTH"};
+    if (!credentials.user.isEmpty())
+        command.append(credentials.user);
+    command.append(credentials.password);
+    socket->send(command, std::move(onReply));
+}
 
 } // namespace
 
@@ -25,7 +39,7 @@ RedisConnector::RedisConnector(const RedisUrl& url, const RedisHandshake& handsh
 
 RedisConnector::~RedisConnector() = default;
 
-void RedisConnector::start(const QVector<RedisUrl::Address>& addresses)
+void RedisConnector::start(const QVector<NetworkAddress>& addresses)
 {
     m_addresses = addresses;
     tryNextAddress();
@@ -43,14 +57,14 @@ void RedisConnector::tryNextAddress()
     tryAddress(m_addresses.at(m_nextAddress++), m_url.isSentinel() ? Sentinel : Server);
 }
 
-void RedisConnector::tryAddress(const RedisUrl::Address& address, Role role)
+void RedisConnector::tryAddress(const NetworkAddress& address, Role role)
 {
     dropSocket();
     m_role = role;
     std::optional<QSslConfiguration> tls;
     if (m_url.isTls()) {
         QString error;
-        tls = redisTlsConfiguration(m_url, &error);
+        tls = m_url.tls().configuration(&error);
         if (!tls) {
             m_nextAddress = int(m_addresses.size()); // the files are the same for every address
             QMetaObject::invokeMethod(
@@ -62,30 +76,37 @@ void RedisConnector::tryAddress(const RedisUrl::Address& address, Role role)
     connect(m_socket.get(), &RedisSocket::connected, this, &RedisConnector::onConnected);
     connect(m_socket.get(), &RedisSocket::failed, this, &RedisConnector::onAddressFailed);
     m_timeout.start(addressTimeoutMs);
-    m_socket->open(address, tls, m_url.tlsName());
+    m_socket->open(address, tls, m_url.tls().serverName);
 }
 
 void RedisConnector::onConnected()
 {
     QString error;
-    const std::optional<RedisCredentials> credentials =
+    const std::optional<NetworkCredentials> credentials =
         m_role == Sentinel ? m_url.sentinelCredentials(&error) : m_url.credentials(&error);
     if (!credentials) {
         onAddressFailed(tr("Redis: no password"), error);
         return;
     }
-    // A server that wants no password refuses a user's name without one as well.
-    if (!credentials->password.isEmpty() || !credentials->user.isEmpty()) {
-        QByteArrayList command = {"AUTH"};
-        if (!credentials->user.isEmpty())
-            command.append(credentials->user);
-        command.append(credentials->password);
-        m_socket->send(command, [this](const RedisReply& reply) { isRefused(reply); });
-    }
+    authenticate(m_socket.get(), *credentials, [this, password = credentials->password](const RedisReply& reply) {
+        onAuthenticated(reply, password);
+    });
     if (m_role == Sentinel)
         askSentinel();
     else
         greetServer();
+}
+
+void RedisConnector::onAuthenticated(const RedisReply& reply, const QByteArray& password)
+{
+    // An error can quote the command, and the password with it.
+    if (reply.isError() && !password.isEmpty() && reply.bytes().contains(password))
+        onAddressFailed(tr("Redis: password refused"),
+                        tr("%1 does not take a user name or a password. Check that it is a Redis server, and leave out "
+                           "the password if it wants none.")
+                            .arg(m_socket->server()));
+    else
+        isRefused(reply);
 }
 
 // True when the reply is an error, which has ended the attempt at this address then.
@@ -104,7 +125,7 @@ void RedisConnector::askSentinel()
                    [this](const RedisReply& reply) {
                        if (isRefused(reply))
                            return;
-                       const RedisUrl::Address master = {reply.at(0).text(), quint16(reply.at(1).integer())};
+                       const NetworkAddress master = {reply.at(0).text(), quint16(reply.at(1).integer())};
                        if (reply.size() != 2 || master.port == 0) {
                            onAddressFailed(tr("Redis: no master"),
                                            tr("The sentinel %1 knows no master of the service \"%2\". Check the "
@@ -180,23 +201,17 @@ void RedisConnector::onAddressFailed(const QString& title, const QString& messag
     emit failed(title, message);
 }
 
-std::unique_ptr<RedisSocket> RedisConnector::socketTo(const RedisUrl& url, const RedisUrl::Address& address)
+std::unique_ptr<RedisSocket> RedisConnector::socketTo(const RedisUrl& url, const NetworkAddress& address)
 {
     // The connection that was made before has shown that the files and the password can be read; should that have
     // changed, the server's refusals are as good as any.
     QString error;
     const std::optional<QSslConfiguration> tls =
-        url.isTls() ? redisTlsConfiguration(url, &error) : std::optional<QSslConfiguration>();
-    const RedisCredentials credentials = url.credentials(&error).value_or(RedisCredentials());
+        url.isTls() ? url.tls().configuration(&error) : std::optional<QSslConfiguration>();
+    const NetworkCredentials credentials = url.credentials(&error).value_or(NetworkCredentials());
     auto socket = std::make_unique<RedisSocket>();
-    socket->open(address, url.isTls() ? std::optional(tls.value_or(QSslConfiguration())) : tls, url.tlsName());
-    if (!credentials.password.isEmpty() || !credentials.user.isEmpty()) {
-        QByteArrayList command = {"AUTH"};
-        if (!credentials.user.isEmpty())
-            command.append(credentials.user);
-        command.append(credentials.password);
-        socket->send(command, RedisSocket::Callback());
-    }
+    socket->open(address, url.isTls() ? std::optional(tls.value_or(QSslConfiguration())) : tls, url.tls().serverName);
+    authenticate(socket.get(), credentials, RedisSocket::Callback());
     return socket;
 }
 

@@ -27,7 +27,7 @@ public:
     ~RedisConnector() override;
 
     /// Tries these addresses, of servers or of sentinels, as the URL has it. To be called once.
-    void start(const QVector<RedisUrl::Address>& addresses);
+    void start(const QVector<NetworkAddress>& addresses);
 
     /// After succeeded(): the connection, the caller's from then on.
     std::unique_ptr<RedisSocket> takeSocket();
@@ -36,7 +36,7 @@ public:
     static constexpr int addressTimeoutMs = 5000;
 
     /// A socket that is on its way to the address, with the URL's TLS and authentication sent ahead of all commands.
-    static std::unique_ptr<RedisSocket> socketTo(const RedisUrl& url, const RedisUrl::Address& address);
+    static std::unique_ptr<RedisSocket> socketTo(const RedisUrl& url, const NetworkAddress& address);
 
 Q_SIGNALS:
     void succeeded();
@@ -50,8 +50,9 @@ private:
     };
 
     void tryNextAddress();
-    void tryAddress(const RedisUrl::Address& address, Role role);
+    void tryAddress(const NetworkAddress& address, Role role);
     void onConnected();
+    void onAuthenticated(const RedisReply& reply, const QByteArray& password);
     void askSentinel();
     void greetServer();
     void onHandshake(const RedisReply& reply);
@@ -63,7 +64,7 @@ private:
 
     const RedisUrl m_url;
     const RedisHandshake m_handshake;
-    QVector<RedisUrl::Address> m_addresses;
+    QVector<NetworkAddress> m_addresses;
     int m_nextAddress = 0;
     int m_redirections = 0;
     Role m_role = Server;

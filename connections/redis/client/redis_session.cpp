@@ -76,7 +76,7 @@ void RedisSession::run(QObject* asker, const QByteArray& command, bool isQuestio
     });
 }
 
-void RedisSession::runErrand(const RedisUrl::Address& address, const std::shared_ptr<Errand>& errand)
+void RedisSession::runErrand(const NetworkAddress& address, const std::shared_ptr<Errand>& errand)
 {
     if (!m_detour || !(m_detour->address() == address)) {
         failErrands();

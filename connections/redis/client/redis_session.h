@@ -26,7 +26,7 @@ public:
 
     /// Makes a connection to another node of the cluster, authentication included, on which commands can be run at
     /// once.
-    std::function<std::unique_ptr<RedisSocket>(const RedisUrl::Address&)> openDetour;
+    std::function<std::unique_ptr<RedisSocket>(const NetworkAddress&)> openDetour;
 
     /// Null while there is none. Callbacks that are due on the former one never come.
     void setSocket(RedisSocket* socket);
@@ -54,7 +54,7 @@ private:
     struct Errand;
 
     void run(QObject* asker, const QByteArray& command, bool isQuestion, RedisSocket::Callback callback);
-    void runErrand(const RedisUrl::Address& address, const std::shared_ptr<Errand>& errand);
+    void runErrand(const NetworkAddress& address, const std::shared_ptr<Errand>& errand);
     void failErrands();
 
     QPointer<RedisSocket> m_socket;

@@ -46,13 +46,11 @@ RedisSocket::~RedisSocket()
     m_socket->abort();
 }
 
-void RedisSocket::open(const RedisUrl::Address& address, const std::optional<QSslConfiguration>& tls,
+void RedisSocket::open(const NetworkAddress& address, const std::optional<QSslConfiguration>& tls,
                        const QString& tlsName)
 {
     m_address = address;
-    m_server =
-        (address.host.contains(QLatin1Char(':')) ? QLatin1Char('[') + address.host + QLatin1Char(']') : address.host) +
-        QLatin1Char(':') + QString::number(address.port);
+    m_server = address.text();
     if (tls) {
         auto* const socket = new QSslSocket(this);
         socket->setSslConfiguration(*tls);
@@ -234,8 +232,7 @@ QString RedisSocket::errorMessage() const
     case QAbstractSocket::RemoteHostClosedError:
         if (m_wasConnected && !m_hasAnswered)
             return tr("%1 has closed the connection before it answered. Check that it is a Redis server, and whether "
-                      "it "
-                      "expects TLS, or a client certificate.")
+                      "it expects TLS, or a client certificate.")
                 .arg(m_server);
         return m_wasConnected ? tr("%1 has closed the connection.").arg(m_server)
                               : tr("%1 has closed the connection before it stood. Check whether the server expects "

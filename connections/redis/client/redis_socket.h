@@ -3,7 +3,8 @@
 
 #include "redis_reply.h"
 #include "redis_reply_limiter.h"
-#include "redis_url.h"
+
+#include <connections/network/network_address.h>
 
 #include <QByteArray>
 #include <QByteArrayList>
@@ -41,11 +42,11 @@ public:
 
     /// Connects; with TLS if there is a configuration for it, the server's certificate bearing `tlsName` (empty: the
     /// host). connected() or failed() follows. To be called once.
-    void open(const RedisUrl::Address& address, const std::optional<QSslConfiguration>& tls, const QString& tlsName);
+    void open(const NetworkAddress& address, const std::optional<QSslConfiguration>& tls, const QString& tlsName);
 
     /// "127.0.0.1:6379", for messages.
     QString server() const { return m_server; }
-    RedisUrl::Address address() const { return m_address; }
+    NetworkAddress address() const { return m_address; }
 
     /// Nothing after failed().
     void send(const QByteArrayList& command, Callback callback);
@@ -80,7 +81,7 @@ private:
     std::unique_ptr<redisReader, ReaderDeleter> m_reader;
     RedisReplyLimiter m_limiter;
     std::deque<Callback> m_callbacks;
-    RedisUrl::Address m_address = {QString(), 0};
+    NetworkAddress m_address;
     QString m_server;
     QString m_tlsTrouble;
     bool m_wasConnected = false;

@@ -3,7 +3,7 @@
 #include "support/redis_sentinel_set.h"
 #include "support/redis_server.h"
 #include "support/redis_test_client.h"
-#include "support/test_certificates.h"
+#include "support/tls_arguments.h"
 
 #include <QSslConfiguration>
 #include <QSslSocket>
@@ -81,7 +81,7 @@ private Q_SLOTS:
         TestCertificates certificates;
         QVERIFY2(certificates.create(), qPrintable(certificates.errorString()));
         const PortReservation tlsPort;
-        RedisServer server(certificates.serverArguments(tlsPort.port()));
+        RedisServer server(tlsArguments(certificates, tlsPort.port()));
         QVERIFY2(server.start(), qPrintable(server.errorString()));
 
         QSslSocket socket;

@@ -1,6 +1,6 @@
 #include "support/redis_server.h"
 #include "support/redis_test_client.h"
-#include "support/test_certificates.h"
+#include "support/tls_arguments.h"
 #include "support/viewer.h"
 
 #include <QTest>
@@ -21,7 +21,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY2(m_certificates.create(), qPrintable(m_certificates.errorString()));
-        m_server.setArguments(m_certificates.serverArguments(m_tlsPort.port()));
+        m_server.setArguments(tlsArguments(m_certificates, m_tlsPort.port()));
         QVERIFY2(m_server.start(), qPrintable(m_server.errorString()));
         RedisTestClient(m_server.port()).command({"SET", "mem:{arm1}:v:A", "1"});
     }

@@ -4,7 +4,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using Velk::RedisCredentials;
+using Velk::NetworkAddress;
+using Velk::NetworkCredentials;
 using Velk::RedisUrl;
 
 namespace {
@@ -13,7 +14,7 @@ namespace {
 QString meaning(const RedisUrl& url)
 {
     QStringList parts;
-    for (const RedisUrl::Address& address : url.addresses())
+    for (const NetworkAddress& address : url.addresses())
         parts << QStringLiteral("%1 port %2").arg(address.host).arg(address.port);
     const auto add = [&parts](const char* name, const QString& value) {
         if (!value.isNull() && !value.isEmpty())
@@ -31,14 +32,14 @@ QString meaning(const RedisUrl& url)
         add("db", QString::number(url.database()));
     if (url.pongTimeoutMs() != 1000)
         add("pong", QString::number(url.pongTimeoutMs()));
-    add("ca", url.caFile());
-    add("cert", url.certificateFile());
-    add("key", url.keyFile());
-    add("tls-name", url.tlsName());
+    add("ca", url.tls().caFile);
+    add("cert", url.tls().certificateFile);
+    add("key", url.tls().keyFile);
+    add("tls-name", url.tls().serverName);
     return parts.join(QStringLiteral("; "));
 }
 
-QString text(const std::optional<RedisCredentials>& credentials)
+QString text(const std::optional<NetworkCredentials>& credentials)
 {
     if (!credentials)
         return QStringLiteral("none");

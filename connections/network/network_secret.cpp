@@ -1,19 +1,20 @@
-#include "redis_secret.h"
+#include "network_secret.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace Velk {
 
 namespace {
 
-// What is longer than this is rather a file that was named by mistake.
+// A longer file was probably named by mistake.
 constexpr qint64 maxPasswordFileSize = 4096;
 
 QString tr(const char* text)
 {
-    return QCoreApplication::translate("Velk::RedisSecret", text);
+    return QCoreApplication::translate("Velk::NetworkSecret", text);
 }
 
 std::optional<QByteArray> passwordFromFile(const QString& path, QString* error)
@@ -60,7 +61,22 @@ std::optional<QByteArray> passwordFromVariable(const QString& variable, QString*
 
 } // namespace
 
-std::optional<RedisCredentials> RedisSecret::credentials(const char* fallbackVariable, QString* error) const
+bool NetworkSecret::check(QString* error) const
+{
+    const int places = int(password.has_value()) + int(!passwordFile.isEmpty()) + int(!passwordVariable.isEmpty());
+    if (places > 1)
+        *error = tr("The URL says in more than one way what the password is: keep one of the password before the "
+                    "\"@\", the file and the environment variable.");
+    return places <= 1;
+}
+
+bool NetworkSecret::isVariableName(const QString& text)
+{
+    static const QRegularExpression name(QStringLiteral("\\A[A-Za-z_][A-Za-z0-9_]*\\z"));
+    return name.match(text).hasMatch();
+}
+
+std::optional<NetworkCredentials> NetworkSecret::credentials(const char* fallbackVariable, QString* error) const
 {
     std::optional<QByteArray> found = password;
     if (!passwordFile.isEmpty())
@@ -71,7 +87,7 @@ std::optional<RedisCredentials> RedisSecret::credentials(const char* fallbackVar
         found = qgetenv(fallbackVariable);
     if (!found)
         return std::nullopt;
-    return RedisCredentials{user.toUtf8(), *found};
+    return NetworkCredentials{user.toUtf8(), *found};
 }
 
 } // namespace Velk

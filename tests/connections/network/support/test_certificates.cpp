@@ -1,9 +1,8 @@
 #include "test_certificates.h"
 
-#include "redis_server.h"
-
 #include <QFile>
 #include <QProcess>
+#include <QStandardPaths>
 
 namespace {
 
@@ -18,7 +17,9 @@ QStringList newKey()
 
 bool TestCertificates::create()
 {
-    m_openssl = findProgram(QStringLiteral("openssl"), QStringLiteral("openssl"), &m_errorString);
+    m_openssl = QStandardPaths::findExecutable(QStringLiteral("openssl"));
+    if (m_openssl.isEmpty())
+        m_errorString = QStringLiteral("openssl is missing: install the Debian package openssl.");
     return !m_openssl.isEmpty() && createAuthority(QStringLiteral("ca")) && createAuthority(QStringLiteral("other")) &&
            createSigned(QStringLiteral("server"), QStringLiteral("subjectAltName=IP:127.0.0.1,DNS:localhost\n")) &&
            createSigned(QStringLiteral("client"), QStringLiteral("extendedKeyUsage=clientAuth\n"));
@@ -59,12 +60,4 @@ bool TestCertificates::createSigned(const QString& name, const QString& extensio
                 QStringLiteral("ca.pem"), QStringLiteral("-CAkey"), QStringLiteral("ca.key"),
                 QStringLiteral("-CAcreateserial"), QStringLiteral("-days"), QStringLiteral("2"),
                 QStringLiteral("-extfile"), file.fileName(), QStringLiteral("-out"), name + QStringLiteral(".pem")});
-}
-
-QStringList TestCertificates::serverArguments(quint16 tlsPort) const
-{
-    return {QStringLiteral("--tls-port"),         QString::number(tlsPort),
-            QStringLiteral("--tls-cert-file"),    path("server.pem"),
-            QStringLiteral("--tls-key-file"),     path("server.key"),
-            QStringLiteral("--tls-ca-cert-file"), ca()};
 }

@@ -1,5 +1,5 @@
-#ifndef TESTS_CONNECTIONS_REDIS_SUPPORT_TEST_CERTIFICATES_H
-#define TESTS_CONNECTIONS_REDIS_SUPPORT_TEST_CERTIFICATES_H
+#ifndef TESTS_CONNECTIONS_NETWORK_SUPPORT_TEST_CERTIFICATES_H
+#define TESTS_CONNECTIONS_NETWORK_SUPPORT_TEST_CERTIFICATES_H
 
 #include <QString>
 #include <QStringList>
@@ -18,9 +18,8 @@ public:
     QString otherCa() const { return path("other.pem"); }
     QString clientCertificate() const { return path("client.pem"); }
     QString clientKey() const { return path("client.key"); }
-
-    /// The arguments with which a redis-server speaks TLS on the port, beside its plain port.
-    QStringList serverArguments(quint16 tlsPort) const;
+    QString serverCertificate() const { return path("server.pem"); }
+    QString serverKey() const { return path("server.key"); }
 
 private:
     QString path(const char* name) const { return m_directory.filePath(QLatin1String(name)); }

@@ -2,9 +2,9 @@
 
 #include "batch_matcher.h"
 #include "newest_values.h"
-#include "record_lines.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
+#include <recordtext/record_lines.h>
 #include <robotconnection/connection_manager.h>
 #include <robotconnection/memory_interface.h>
 
@@ -335,7 +335,10 @@ void DisplayedMemoryKeyListModel::startRecording()
                               .arg(QFileInfo(*m_recordFile).absoluteFilePath()));
         return;
     }
-    if (!writeLine(recordHeader(m_displayedKeys))) {
+    QStringList columns;
+    for (const DisplayedMemoryKey& displayed : qAsConst(m_displayedKeys))
+        columns << displayed.key().name();
+    if (!writeLine(recordHeader(columns))) {
         abandonRecordFile(tr("Could not write data.\n"
                              "Your disk may be full or inaccessible.\n"
                              "Please check your permissions."));
@@ -362,7 +365,10 @@ void DisplayedMemoryKeyListModel::recordData(const QMap<QString, QMap<double, QV
 {
     const QMap<QString, QMap<double, QVariant>> batch = data; // the cells point into it
     const int columnCount = int(m_displayedKeys.size());
-    const RecordCells cells = recordCells(batchMatcher().match(batch), columnCount);
+    SamplesByColumn samplesByColumn(std::size_t(columnCount), nullptr);
+    for (const BatchMatcher::Match& match : batchMatcher().match(batch))
+        samplesByColumn[std::size_t(match.place)] = match.samples;
+    const RecordCells cells = recordCells(samplesByColumn);
     if (m_recordingTimeOrigin == 0.0 && !cells.empty())
         m_recordingTimeOrigin = cells.front().time;
 

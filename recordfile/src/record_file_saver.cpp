@@ -1,7 +1,8 @@
 #include <recordfile/record_file_saver.h>
 
 #include "publish_file.h"
-#include "record_scan.h"
+
+#include <recordtext/record_scan.h>
 
 #include <QDir>
 #include <QFileInfo>

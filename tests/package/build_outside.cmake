@@ -25,6 +25,16 @@ if(NOT output STREQUAL "Qt ${EXPECTED_QT}: Arm DATA 42")
     message(FATAL_ERROR "The outside program printed: ${output}")
 endif()
 
+# The record text is a part of the libraries that use it: no file, header or target of its own is installed.
+file(GLOB_RECURSE installed RELATIVE "${prefix}" "${prefix}/*")
+if(NOT installed MATCHES "libmemorykeymodel\\.so" OR installed MATCHES "recordtext")
+    message(FATAL_ERROR "The installed files are: ${installed}")
+endif()
+file(READ "${prefix}/${LIBDIR}/cmake/MemoryKeyModel/MemoryKeyModelTargets.cmake" targets)
+if(NOT targets MATCHES "MemoryKeyModel::recordfile" OR targets MATCHES "recordtext")
+    message(FATAL_ERROR "MemoryKeyModelTargets.cmake:\n${targets}")
+endif()
+
 execute_process(COMMAND ${CMAKE_COMMAND} -S "${OUTSIDE_DIR}" -B "${WORK_DIR}/missing" -G Ninja
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${COMPILER} -DEXTRA_COMPONENT=teleport
     RESULT_VARIABLE result OUTPUT_QUIET ERROR_QUIET)

@@ -1,4 +1,5 @@
 # The libraries export the documented interface and nothing else: the classes of the namespace, the hashes of the keys.
+# What is linked into them privately, such as the record text, does not show.
 string(REPLACE "," ";" libraries "${LIBRARIES}")
 foreach(library ${libraries})
     execute_process(COMMAND nm --dynamic --defined-only --demangle --format=posix "${library}"
@@ -16,12 +17,12 @@ foreach(library ${libraries})
             continue()
         endif()
         math(EXPR count "${count} + 1")
-        if(NOT line MATCHES "^(vtable for |typeinfo for |typeinfo name for |non-virtual thunk to )?Velk::(MemoryKey|DisplayedMemoryKey|MemoryKeyListModel|DisplayedMemoryKeyListModel|ConnectionManager|MemoryInterface)(::| )"
+        if(NOT line MATCHES "^(vtable for |typeinfo for |typeinfo name for |non-virtual thunk to )?Velk::(MemoryKey|DisplayedMemoryKey|MemoryKeyListModel|DisplayedMemoryKeyListModel|ConnectionManager|MemoryInterface|RecordFileSaver|RecordSaveResult)(::| )"
            AND NOT line MATCHES "^qHash\\(Velk::(Displayed)?MemoryKey const&\\) ")
             message(SEND_ERROR "${library} exports: ${line}")
         endif()
     endforeach()
-    if(count LESS 10)
+    if(count LESS 5)
         message(SEND_ERROR "${library} exports ${count} symbols only.")
     endif()
 endforeach()

@@ -1,4 +1,4 @@
-#include "number_text.h"
+#include <recordtext/number_text.h>
 
 #include <QByteArray>
 #include <QString>
@@ -8,6 +8,11 @@
 #include <cmath>
 
 namespace Velk {
+
+// Why not std::to_chars alone: it rounds a tie to the even digit, so 100000.5 with six digits is 100000, and Qt writes
+// 100001. And it chooses between plain and scientific notation by other rules than Qt, whose own versions differ: Qt 5
+// writes 100000 where Qt 6 writes 1e+05. Here to_chars gives the shortest digits only. Rounding and notation follow Qt
+// where all its versions agree, and Qt itself writes the other numbers. tst_number_text compares both at random.
 
 namespace {
 
@@ -20,14 +25,14 @@ void appendText(std::string* line, const QString& text)
 /// A number other than zero: 0.digits × 10^pointAt.
 struct Decimal
 {
-    char digits[20]; ///< no zero in front, none behind
+    char digits[20]; ///< without leading and trailing zeros
     int count = 0;
     int pointAt = 0; ///< digits before the decimal point
     bool isNegative = false;
 };
 
-/// The shortest digits that read back as the value; false where they cannot be had: for zero, infinities, what is no
-/// number, and where the standard library does not offer them.
+/// Sets the shortest digits that read back as the value. Returns false without them: for zero, for infinities and NaN,
+/// and with a standard library that lacks std::to_chars for double.
 bool shortestDecimal(double value, Decimal* decimal)
 {
 #if defined(__cpp_lib_to_chars)
@@ -52,8 +57,8 @@ bool shortestDecimal(double value, Decimal* decimal)
 #endif
 }
 
-/// Rounds to six digits; false where the seventh and last digit is a 5: whether the value itself is a tie cannot be
-/// told from its shortest digits. With more digits than that no tie is near, or the digits would be fewer.
+/// Rounds to six digits. Returns false when a 5 is the seventh and last digit: the shortest digits do not show whether
+/// the value lies exactly on the tie. With an eighth digit it does not: a value on a tie has at most seven digits.
 bool roundToSixDigits(Decimal* decimal)
 {
     if (decimal->count <= 6)
@@ -107,8 +112,8 @@ void appendDecimal(std::string* line, const Decimal& decimal)
 
 void appendDouble(std::string* line, double value)
 {
-    // Every Qt chooses plain notation from 0.01 up, and for large values as long as there are digits up to the point.
-    // Elsewhere it weighs the lengths of both notations, and its versions differ: it is asked.
+    // All versions of Qt write plain notation from 0.01 on, and for large values as long as the digits reach the
+    // decimal point. Elsewhere the versions differ.
     Decimal decimal;
     if (shortestDecimal(value, &decimal) && decimal.pointAt >= -1 && decimal.pointAt <= std::max(decimal.count, 5))
         appendDecimal(line, decimal);

@@ -1,12 +1,13 @@
-#ifndef MEMORYKEYMODEL_NUMBER_TEXT_H
-#define MEMORYKEYMODEL_NUMBER_TEXT_H
+#ifndef RECORDTEXT_NUMBER_TEXT_H
+#define RECORDTEXT_NUMBER_TEXT_H
 
 #include <charconv>
 #include <string>
 
 namespace Velk {
 
-// Numbers as Qt writes them, appended to a line. Each text is byte for byte that of the function named here.
+// Numbers as Qt writes them, appended to a line. Each function names the Qt function whose text it reproduces, byte for
+// byte, without a QString in between.
 
 /// QVariant(value).toString(): the shortest digits that read back as the value.
 void appendDouble(std::string* line, double value);

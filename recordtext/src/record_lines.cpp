@@ -1,7 +1,7 @@
-#include "record_lines.h"
+#include <recordtext/record_lines.h>
 
-#include "number_text.h"
-#include "value_text.h"
+#include <recordtext/number_text.h>
+#include <recordtext/record_field.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@ namespace Velk {
 
 namespace {
 
-// As QMap sorts time stamps, and with a place for what is no number.
+// The order of a QMap, completed for time stamps that are not a number: they come last and equal each other.
 bool isEarlier(double a, double b)
 {
     return a < b || (std::isnan(b) && !std::isnan(a));
@@ -18,32 +18,30 @@ bool isEarlier(double a, double b)
 
 } // namespace
 
-std::string recordHeader(const QSet<DisplayedMemoryKey>& columns)
+std::string recordHeader(const QStringList& columns)
 {
     std::string header = "Time";
-    for (const DisplayedMemoryKey& column : columns) {
+    for (const QString& column : columns) {
         header += ';';
-        appendQuoted(&header, column.key().name());
+        appendQuoted(&header, column);
     }
     header += '\n';
     return header;
 }
 
-RecordCells recordCells(const std::vector<BatchMatcher::Match>& matches, int columnCount)
+RecordCells recordCells(const SamplesByColumn& samples)
 {
-    std::vector<const QMap<double, QVariant>*> samplesByColumn(std::size_t(columnCount), nullptr);
-    for (const BatchMatcher::Match& match : matches)
-        samplesByColumn[std::size_t(match.place)] = match.samples;
-
     RecordCells cells;
-    cells.reserve(matches.size());
-    for (int column = 0; column < columnCount; ++column) {
-        if (const QMap<double, QVariant>* const samples = samplesByColumn[std::size_t(column)]) {
-            for (auto sample = samples->cbegin(); sample != samples->cend(); ++sample)
+    cells.reserve(samples.size());
+    int column = 0;
+    for (const QMap<double, QVariant>* const samplesOfColumn : samples) {
+        if (samplesOfColumn) {
+            for (auto sample = samplesOfColumn->cbegin(); sample != samplesOfColumn->cend(); ++sample)
                 cells.push_back({sample.key(), column, &*sample});
         }
+        ++column;
     }
-    // Most robots sample all keys at one time: the cells are sorted as they are.
+    // Most robots sample all keys at the same time: the cells are then sorted already.
     const auto comesFirst = [](const RecordCell& a, const RecordCell& b) {
         return isEarlier(a.time, b.time) || (!isEarlier(b.time, a.time) && a.column < b.column);
     };
@@ -66,7 +64,7 @@ void makeRecordLine(std::string* line, double time, RecordCells::const_iterator 
     for (; row != rowEnd; ++row) {
         line->append(std::size_t(row->column - column), ';');
         column = row->column;
-        appendValue(line, *row->value);
+        appendCell(line, *row->value);
     }
     line->append(std::size_t(columnCount - 1 - column), ';');
     line->push_back('\n');

@@ -1,6 +1,6 @@
-#include "value_text.h"
+#include <recordtext/record_field.h>
 
-#include "number_text.h"
+#include <recordtext/number_text.h>
 
 #include <QByteArray>
 #include <QMetaType>
@@ -17,14 +17,14 @@ const T& valueAs(const QVariant& value)
 
 } // namespace
 
-void appendValue(std::string* line, const QVariant& value)
+void appendCell(std::string* line, const QVariant& value)
 {
-    // The one-byte character types are numbers to Qt's conversions but characters to those who write them: they are not
-    // among these, and are quoted like text.
+    // The one-byte character types are missing here on purpose: Qt converts them like numbers, but whoever stores one
+    // means a character. They are quoted like text.
     switch (value.userType()) {
     case QMetaType::UnknownType:
     case QMetaType::VoidStar:
-        return; // these have no text
+        return; // Qt has no text for these
     case QMetaType::Bool:
         line->append(valueAs<bool>(value) ? "true" : "false");
         return;
@@ -62,7 +62,8 @@ void appendQuoted(std::string* line, const QString& text)
     const std::size_t begin = line->size();
     for (const QChar c : text) {
         if (c.unicode() >= 0x80) {
-            // Not ASCII: from its first character, as what a surrogate stands for depends on its neighbours.
+            // Not ASCII: the text is encoded again from its start, because the two halves of a surrogate pair are
+            // encoded together.
             line->resize(begin);
             const QByteArray utf8 = QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")).toUtf8();
             line->append(utf8.constData(), std::size_t(utf8.size()));

@@ -1,4 +1,4 @@
-#include <recordfile/src/record_scan.h>
+#include <recordtext/record_scan.h>
 
 #include <QTest>
 

@@ -28,11 +28,6 @@ public:
     static bool isNumber(const QVariant& value);
     /// What a plot draws for the value: a number itself, 1 and 0 for true and false, NaN for anything else.
     static double number(const QVariant& value);
-
-    /// A strict weak order of all values: invalid ones, booleans, numbers by their value whatever their types (NaN
-    /// last), texts without regard to case and by the value of the numbers in them, points in time, lists and maps
-    /// element by element, then all other types.
-    static bool isLess(const QVariant& a, const QVariant& b);
 };
 
 } // namespace Velk

@@ -1,6 +1,6 @@
 #include <itemmodels/value_text.h>
 
-#include <keynames/name_path.h>
+#include "value_category.h"
 
 #include <QDateTime>
 #include <QMetaType>
@@ -26,72 +26,6 @@ constexpr int fullElementCount = 1000;
 constexpr int fullTextLength = 20000;
 
 const QChar ellipsis(0x2026);
-
-// The order of the kinds is the order of the values.
-enum Kind
-{
-    NoValue,
-    Boolean,
-    SignedInteger,
-    UnsignedInteger,
-    Real,
-    Text,
-    Bytes,
-    Time,
-    List,
-    Map,
-    Other
-};
-
-Kind kindOf(const QVariant& value)
-{
-    switch (value.userType()) {
-    case QMetaType::UnknownType:
-    case QMetaType::Nullptr:
-    case QMetaType::Void:
-        return NoValue;
-    case QMetaType::Bool:
-        return Boolean;
-    case QMetaType::SChar:
-    case QMetaType::Short:
-    case QMetaType::Int:
-    case QMetaType::Long:
-    case QMetaType::LongLong:
-        return SignedInteger;
-    case QMetaType::UShort:
-    case QMetaType::UInt:
-    case QMetaType::ULong:
-    case QMetaType::ULongLong:
-        return UnsignedInteger;
-    case QMetaType::Float:
-    case QMetaType::Double:
-        return Real;
-    case QMetaType::Char: // the one-byte character types are characters, as the record file has them
-    case QMetaType::UChar:
-    case QMetaType::QChar:
-    case QMetaType::QString:
-        return Text;
-    case QMetaType::QByteArray:
-        return Bytes;
-    case QMetaType::QDate:
-    case QMetaType::QTime:
-    case QMetaType::QDateTime:
-        return Time;
-    case QMetaType::QVariantList:
-    case QMetaType::QStringList:
-        return List;
-    case QMetaType::QVariantMap:
-    case QMetaType::QVariantHash:
-        return Map;
-    default:
-        return Other;
-    }
-}
-
-bool isNumberKind(Kind kind)
-{
-    return kind == SignedInteger || kind == UnsignedInteger || kind == Real;
-}
 
 QLocale withoutGroups(const QLocale& locale)
 {
@@ -141,18 +75,6 @@ QString shortened(const QString& text)
     return onOneLine(text.left(length)) + ellipsis;
 }
 
-QString characterOrText(const QVariant& value)
-{
-    switch (value.userType()) {
-    case QMetaType::Char:
-        return QString(QLatin1Char(value.value<char>()));
-    case QMetaType::UChar:
-        return QString(QLatin1Char(char(value.value<uchar>())));
-    default:
-        return value.toString();
-    }
-}
-
 QString timeText(const QVariant& value, const QLocale& locale)
 {
     switch (value.userType()) {
@@ -164,12 +86,6 @@ QString timeText(const QVariant& value, const QLocale& locale)
         return locale.toString(value.toDateTime().date(), QLocale::ShortFormat) + QLatin1Char(' ') +
                value.toDateTime().time().toString(QStringLiteral("HH:mm:ss.zzz"));
     }
-}
-
-QString otherText(const QVariant& value)
-{
-    const QString text = value.toString();
-    return text.isEmpty() ? QStringLiteral("(%1)").arg(QLatin1String(value.typeName())) : text;
 }
 
 QString briefText(const QVariant& value, const QLocale& locale, int depth);
@@ -201,20 +117,20 @@ QString briefMapText(const QVariantMap& map, const QLocale& locale, int depth)
 
 QString briefText(const QVariant& value, const QLocale& locale, int depth)
 {
-    switch (kindOf(value)) {
-    case NoValue:
+    switch (categoryOf(value)) {
+    case ValueCategory::None:
         return depth == 0 ? QString() : ValueText::tr("none");
-    case Boolean:
+    case ValueCategory::Boolean:
         return value.toBool() ? ValueText::tr("true") : ValueText::tr("false");
-    case SignedInteger:
+    case ValueCategory::SignedInteger:
         return locale.toString(value.toLongLong());
-    case UnsignedInteger:
+    case ValueCategory::UnsignedInteger:
         return locale.toString(value.toULongLong());
-    case Real:
+    case ValueCategory::Real:
         return realText(value.toDouble(), significantDigits, locale);
-    case Text:
-        return shortened(characterOrText(value));
-    case Bytes: {
+    case ValueCategory::Text:
+        return shortened(plainText(value));
+    case ValueCategory::Bytes: {
         const QByteArray bytes = value.toByteArray();
         const QString start = QString::fromLatin1(bytes.left(briefByteCount).toHex(' '));
         return bytes.size() <= briefByteCount
@@ -222,13 +138,13 @@ QString briefText(const QVariant& value, const QLocale& locale, int depth)
                    : ValueText::tr("%1 (%2 bytes)")
                          .arg(start + QLatin1Char(' ') + ellipsis, QString::number(bytes.size()));
     }
-    case Time:
+    case ValueCategory::Time:
         return timeText(value, locale);
-    case List:
+    case ValueCategory::List:
         return briefListText(value.toList(), locale, depth);
-    case Map:
+    case ValueCategory::Map:
         return briefMapText(value.toMap(), locale, depth);
-    case Other:
+    case ValueCategory::Other:
         break;
     }
     return shortened(otherText(value));
@@ -255,20 +171,20 @@ public:
 private:
     void append(const QVariant& value, int depth)
     {
-        switch (kindOf(value)) {
-        case NoValue:
+        switch (categoryOf(value)) {
+        case ValueCategory::None:
             m_text += ValueText::tr("none");
             break;
-        case Real:
+        case ValueCategory::Real:
             m_text += exactRealText(value, m_locale);
             break;
-        case Text:
-            m_text += characterOrText(value).left(fullTextLength + 1);
+        case ValueCategory::Text:
+            m_text += plainText(value).left(fullTextLength + 1);
             break;
-        case Bytes:
+        case ValueCategory::Bytes:
             m_text += QString::fromLatin1(value.toByteArray().left(fullTextLength / 2).toHex(' '));
             break;
-        case List: {
+        case ValueCategory::List: {
             const QVariantList list = value.toList();
             for (const QVariant& element : list) {
                 if (!beginElement(depth))
@@ -278,7 +194,7 @@ private:
             appendEmpty(list.isEmpty(), QLatin1String("[]"));
             break;
         }
-        case Map: {
+        case ValueCategory::Map: {
             const QVariantMap map = value.toMap();
             for (auto element = map.cbegin(); element != map.cend(); ++element) {
                 if (!beginElement(depth))
@@ -289,7 +205,7 @@ private:
             appendEmpty(map.isEmpty(), QLatin1String("{}"));
             break;
         }
-        case Other:
+        case ValueCategory::Other:
             m_text += otherText(value);
             break;
         default:
@@ -321,95 +237,6 @@ private:
     bool m_isCut = false;
 };
 
-template <typename T>
-int compareThem(const T& a, const T& b)
-{
-    return a < b ? -1 : (b < a ? 1 : 0);
-}
-
-int compareNumbers(const QVariant& a, Kind kindOfA, const QVariant& b, Kind kindOfB)
-{
-    if (kindOfA == SignedInteger && kindOfB == SignedInteger)
-        return compareThem(a.toLongLong(), b.toLongLong());
-    const auto widest = [](const QVariant& value, Kind kind) -> long double {
-        // Holds every 64-bit integer and every double: the order stays one, whatever types meet.
-        switch (kind) {
-        case SignedInteger:
-            return static_cast<long double>(value.toLongLong());
-        case UnsignedInteger:
-            return static_cast<long double>(value.toULongLong());
-        default:
-            return static_cast<long double>(value.toDouble());
-        }
-    };
-    const long double numberA = widest(a, kindOfA);
-    const long double numberB = widest(b, kindOfB);
-    if (std::isnan(numberA) || std::isnan(numberB))
-        return int(std::isnan(numberA)) - int(std::isnan(numberB));
-    return compareThem(numberA, numberB);
-}
-
-int compareValues(const QVariant& a, const QVariant& b);
-
-int compareLists(const QVariantList& a, const QVariantList& b)
-{
-    for (int i = 0; i < a.size() && i < b.size(); ++i) {
-        if (const int order = compareValues(a.at(i), b.at(i)))
-            return order;
-    }
-    return compareThem(a.size(), b.size());
-}
-
-int compareMaps(const QVariantMap& a, const QVariantMap& b)
-{
-    auto elementA = a.cbegin();
-    auto elementB = b.cbegin();
-    for (; elementA != a.cend() && elementB != b.cend(); ++elementA, ++elementB) {
-        if (const int order = comparePaths(elementA.key(), elementB.key()))
-            return order;
-        if (const int order = compareValues(elementA.value(), elementB.value()))
-            return order;
-    }
-    return compareThem(a.size(), b.size());
-}
-
-int compareTimes(const QVariant& a, const QVariant& b)
-{
-    // A date is its first moment; a time alone has no place among the days and comes before them.
-    if (const int order = compareThem(a.userType() != QMetaType::QTime, b.userType() != QMetaType::QTime))
-        return order;
-    return a.userType() == QMetaType::QTime ? compareThem(a.toTime(), b.toTime())
-                                            : compareThem(a.toDateTime(), b.toDateTime());
-}
-
-int compareValues(const QVariant& a, const QVariant& b)
-{
-    const Kind kindOfA = kindOf(a);
-    const Kind kindOfB = kindOf(b);
-    if (isNumberKind(kindOfA) && isNumberKind(kindOfB))
-        return compareNumbers(a, kindOfA, b, kindOfB);
-    if (kindOfA != kindOfB)
-        return compareThem(int(kindOfA), int(kindOfB));
-    switch (kindOfA) {
-    case NoValue:
-        return 0;
-    case Boolean:
-        return compareThem(a.toBool(), b.toBool());
-    case Text:
-        return comparePaths(characterOrText(a), characterOrText(b));
-    case Bytes:
-        return compareThem(a.toByteArray(), b.toByteArray());
-    case Time:
-        return compareTimes(a, b);
-    case List:
-        return compareLists(a.toList(), b.toList());
-    case Map:
-        return compareMaps(a.toMap(), b.toMap());
-    default:
-        return comparePaths(otherText(a), otherText(b));
-    }
-}
-
 } // namespace
 
 QString ValueText::brief(const QVariant& value, const QLocale& locale)
@@ -424,20 +251,15 @@ QString ValueText::full(const QVariant& value, const QLocale& locale)
 
 bool ValueText::isNumber(const QVariant& value)
 {
-    return isNumberKind(kindOf(value));
+    return isNumberCategory(categoryOf(value));
 }
 
 double ValueText::number(const QVariant& value)
 {
-    const Kind kind = kindOf(value);
-    if (kind == Boolean)
+    const ValueCategory category = categoryOf(value);
+    if (category == ValueCategory::Boolean)
         return value.toBool() ? 1.0 : 0.0;
-    return isNumberKind(kind) ? value.toDouble() : std::numeric_limits<double>::quiet_NaN();
-}
-
-bool ValueText::isLess(const QVariant& a, const QVariant& b)
-{
-    return compareValues(a, b) < 0;
+    return isNumberCategory(category) ? value.toDouble() : std::numeric_limits<double>::quiet_NaN();
 }
 
 } // namespace Velk

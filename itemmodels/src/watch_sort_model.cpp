@@ -1,6 +1,6 @@
 #include <itemmodels/watch_sort_model.h>
 
-#include <itemmodels/value_text.h>
+#include <itemmodels/value_order.h>
 
 namespace Velk {
 
@@ -33,7 +33,7 @@ void WatchSortModel::onRowsInserted()
 
 bool WatchSortModel::lessThan(const QModelIndex& left, const QModelIndex& right) const
 {
-    return ValueText::isLess(left.data(sortRole()), right.data(sortRole()));
+    return ValueOrder::isLess(left.data(sortRole()), right.data(sortRole()));
 }
 
 } // namespace Velk

@@ -1,0 +1,1 @@
+#include <itemmodels/value_order.h>

@@ -1,6 +1,7 @@
 #include <itemmodels/catalogue_model.h>
 
 #include "key_mime_data.h"
+#include "tool_tip.h"
 
 #include <itemmodels/catalogue_filter_model.h>
 #include <itemmodels/catalogue_tree_model.h>
@@ -214,7 +215,7 @@ QVariant CatalogueModel::data(const QModelIndex& index, int role) const
         }
         break;
     case Qt::ToolTipRole:
-        return QStringList{key.name(), key.description(), key.natureToString()}.join(QLatin1Char('\n'));
+        return keyToolTip(key);
     case Qt::AccessibleDescriptionRole:
         return isSelected(key) ? tr("Key of nature %1, selected").arg(key.natureToString())
                                : tr("Key of nature %1").arg(key.natureToString());

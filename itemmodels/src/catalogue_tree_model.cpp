@@ -1,6 +1,7 @@
 #include <itemmodels/catalogue_tree_model.h>
 
 #include "key_mime_data.h"
+#include "tool_tip.h"
 
 #include <keynames/name_path.h>
 
@@ -392,7 +393,7 @@ QVariant CatalogueTreeModel::branchData(const Node& node, int column, int role) 
     case Qt::AccessibleTextRole:
         return column == CatalogueModel::DescriptionColumn ? countText(node.end - node.begin) : QVariant();
     case Qt::ToolTipRole:
-        return branchName(node) + QLatin1Char('\n') + countText(node.end - node.begin);
+        return plainToolTip(branchName(node) + QLatin1Char('\n') + countText(node.end - node.begin));
     case Qt::AccessibleDescriptionRole:
         return tr("Branch, %1").arg(countText(node.end - node.begin));
     case CatalogueModel::NameRole:

@@ -1,6 +1,7 @@
 #include "watch_cells.h"
 
 #include "age_text.h"
+#include "tool_tip.h"
 #include "watch_rows.h"
 
 #include <itemmodels/distinct_colors.h>
@@ -78,11 +79,11 @@ QString WatchCells::toolTip(const WatchRow& row, int column) const
 {
     switch (column) {
     case WatchModel::ValueColumn:
-        return ValueText::full(row.shown.value);
+        return plainToolTip(ValueText::full(row.shown.value));
     case WatchModel::ColorColumn:
         return DistinctColors::nameOf(row.color);
     default:
-        return QStringList{row.key.name(), row.key.description(), row.key.natureToString()}.join(QLatin1Char('\n'));
+        return keyToolTip(row.key);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "tested_watch.h"
 
+#include <QTextDocument>
 #include <QtTest>
 
 using namespace Velk;
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void showsAListInBriefAndInFull();
     void showsTimesAsTheFormatterMakesThem();
     void namesColorsAndFlagsInWords();
+    void toolTipsShowTextOfTheRobotCharacterByCharacter();
 };
 
 void TestWatchModelCells::givesEachRole()
@@ -110,6 +112,22 @@ void TestWatchModelCells::namesColorsAndFlagsInWords()
     QCOMPARE(tested.cell("Arm", WatchModel::ValueColumn, Qt::AccessibleTextRole), text("no value yet"));
     tested.robot.deliver({{text("Arm"), {{1.5, true}}}});
     QCOMPARE(tested.cell("Arm", WatchModel::ValueColumn, Qt::AccessibleTextRole), text("true"));
+}
+
+void TestWatchModelCells::toolTipsShowTextOfTheRobotCharacterByCharacter()
+{
+    TestedWatch tested;
+    tested.robot.display(list("<b>Arm</b>|Plain"));
+    tested.robot.deliver({{text("<b>Arm</b>"), {{1.0, text("<i>1</i>\n  <img src='x.png'>")}}}});
+    const auto shownText = [&tested](int column) {
+        QTextDocument document;
+        document.setHtml(tested.cell("<b>Arm</b>", column, Qt::ToolTipRole));
+        return document.toPlainText();
+    };
+
+    QCOMPARE(shownText(WatchModel::NameColumn), text("<b>Arm</b>\n<b>Arm</b> desc\nDATA"));
+    QCOMPARE(shownText(WatchModel::ValueColumn), text("<i>1</i>\n  <img src='x.png'>"));
+    QCOMPARE(tested.cell("Plain", WatchModel::NameColumn, Qt::ToolTipRole), text("Plain\nPlain desc\nDATA"));
 }
 
 QTEST_MAIN(TestWatchModelCells)

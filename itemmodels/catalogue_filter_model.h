@@ -5,6 +5,7 @@
 #include <itemmodels/itemmodels_export.h>
 
 #include <QAbstractProxyModel>
+#include <QDeadlineTimer>
 #include <QPointer>
 #include <QString>
 #include <QTimer>
@@ -14,16 +15,19 @@
 
 namespace Velk {
 
+class CatalogueOrder;
+class FilterPass;
+class FoldedNames;
 class NamePattern;
 
 /// The rows of a catalogue model that match a text and a mask of natures. For a tree of them, put a CatalogueTreeModel
-/// on top: its branches are then made of what matches.
+/// on top: it shows the branches of the rows that match.
 ///
 /// Fast enough to type in with 100 000 names. A change of the filter is one reset of this model, or nothing when the
-/// rows stay the same; it takes effect before the setter returns unless it takes longer than a view can wait. The
-/// work goes on from the event loop then, the rows stay what they were, and isFiltering() is true until it is done.
+/// rows stay the same. It takes effect before the setter returns, unless it takes longer than 14 ms: then the event
+/// loop goes on with it, the rows stay as they were, and isFiltering() is true until it is done.
 ///
-/// Sorting by the header is by this class too: by name path, description or nature.
+/// Sorts by itself: by name path, description or nature.
 ///
 /// Lives on the source model's thread.
 class ITEMMODELS_EXPORT CatalogueFilterModel : public QAbstractProxyModel
@@ -47,7 +51,7 @@ public:
     };
     Q_ENUM(Syntax)
 
-    /// Shows all rows of `source`, which is not owned and may be null or die at any time.
+    /// Shows all rows of `source`, which is not owned, may be null, and may be destroyed at any time.
     explicit CatalogueFilterModel(CatalogueModel* source, QObject* parent = nullptr);
     ~CatalogueFilterModel() override;
 
@@ -55,30 +59,30 @@ public:
     /// Only a CatalogueModel or null: any other leaves this model empty, with a warning.
     void setSourceModel(QAbstractItemModel* source) override;
 
-    /// What a name has to contain, anywhere in it; every name contains the empty text, which is the default.
+    /// The text that a name has to contain, anywhere. Empty by default, which every name contains.
     QString text() const { return m_text; }
     void setText(const QString& text);
-    /// How the text is read; Wildcard by default, which finds a plain text as well.
+    /// How the text is read; Wildcard by default, which also finds a plain text.
     Syntax syntax() const { return m_syntax; }
     void setSyntax(Syntax syntax);
     /// Qt::CaseSensitive by default, as with Qt's own proxy models.
     Qt::CaseSensitivity filterCaseSensitivity() const { return m_caseSensitivity; }
     void setFilterCaseSensitivity(Qt::CaseSensitivity caseSensitivity);
-    /// Why the text is no regular expression, translated; empty when it is one. The rows stay what they were until it
-    /// is one again: people type expressions one character after the other.
+    /// Why the text is not a valid expression or pattern, translated; empty when it is valid. While it is not, the rows
+    /// stay as they were: people type expressions one character after the other.
     QString textError() const { return m_textError; }
 
-    /// The natures to show, as bits of MemoryKeyNature; all by default. A key has the nature that the catalogue
-    /// model shows for it, so 0 shows nothing.
+    /// The natures to show, as bits of MemoryKeyNature; all by default. Every key has exactly one nature, so 0 shows
+    /// nothing.
     int natures() const { return m_natures; }
     void setNatures(int natures);
     /// Shows the keys of this nature, or hides them, and leaves the others as they are.
     Q_INVOKABLE void setNatureShown(int nature, bool isShown);
 
-    /// How many keys are shown; catalogueModel()->count() are there.
+    /// The number of keys that are shown, of catalogueModel()->count().
     int count() const { return int(m_shown.size()); }
     bool isFiltering() const { return m_isFiltering; }
-    /// Ends the work that isFiltering() tells of before it returns.
+    /// Finishes a filtering that is under way before it returns.
     void finishFiltering();
 
     /// The rows of the catalogue model that are shown, ascending, however this model is sorted.
@@ -107,9 +111,6 @@ Q_SIGNALS:
     void filteringChanged();
 
 private:
-    struct FoldedNames;
-    struct Pass;
-
     void dropRows();
     void onSourceReset();
     void onSourceRowsInserted(const QModelIndex& parent, int first, int last);
@@ -117,10 +118,9 @@ private:
     void refilter();
     void onTextSettingsChanged();
     bool isShownByFilter(int sourceRow) const;
-    void continuePass(int budgetMs);
+    void continuePass(QDeadlineTimer deadline);
     void showRows(std::vector<int> accepted);
-    void updateSortedSourceRows();
-    std::vector<int> sorted(const std::vector<int>& accepted) const;
+    void resort();
     void announceCount();
     void xSetTextError(const QString& error);
     void xSetFiltering(bool isFiltering);
@@ -131,17 +131,16 @@ private:
     Qt::CaseSensitivity m_caseSensitivity = Qt::CaseSensitive;
     int m_natures = DataNature | EventNature | UnknownNature;
     QString m_textError;
-    std::unique_ptr<NamePattern> m_pattern;      // of the last text that was one
-    std::unique_ptr<NamePattern> m_shownPattern; // what the shown rows are the result of, with the next member
+    std::unique_ptr<NamePattern> m_pattern; // of the last text that is a valid pattern
+    // The shown rows are the result of these two.
+    std::unique_ptr<NamePattern> m_shownPattern;
     int m_shownNatures = DataNature | EventNature | UnknownNature;
     std::unique_ptr<FoldedNames> m_foldedNames; // of all source rows; made when first needed
-    std::unique_ptr<Pass> m_pass;               // the work under way
+    std::unique_ptr<FilterPass> m_pass;         // the work under way
     bool m_isFiltering = false;
-    std::vector<int> m_accepted;         // source rows, ascending
-    std::vector<int> m_shown;            // the same, as sorted
-    std::vector<int> m_sortedSourceRows; // all source rows, as sorted; empty when that is ascending
-    int m_sortColumn = -1;
-    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    std::unique_ptr<CatalogueOrder> m_order;
+    std::vector<int> m_accepted; // source rows, ascending
+    std::vector<int> m_shown;    // the same, in m_order
     int m_announcedCount = 0;
     QTimer m_passTimer;
 };

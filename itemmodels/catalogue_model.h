@@ -6,9 +6,7 @@
 #include <memorykeymodel/memory_key_list_model.h>
 
 #include <QAbstractTableModel>
-#include <QModelIndexList>
 #include <QPointer>
-#include <QSet>
 
 #include <vector>
 
@@ -18,14 +16,14 @@ namespace Velk {
 /// name paths (letters without regard to case, numbers by their value). CatalogueFilterModel narrows it,
 /// CatalogueTreeModel shows it as a tree; both read these rows and keep none of their own.
 ///
-/// A catalogue is made for one connection, and the one that a displayed key set makes for itself lives only until it is
-/// ready. The application therefore creates a catalogue of its own whenever its robot connects and sets it here,
-/// best when it is ready: the keys of the former one stay shown until then. A catalogue may be deleted or replaced at
-/// any time, also in a slot of its own signals.
+/// A catalogue belongs to one connection, and the catalogue of a displayed key set is deleted as soon as it is ready.
+/// The application therefore creates a catalogue of its own whenever its robot connects, and sets it here when it is
+/// ready: until then the keys of the former one stay shown. A catalogue may be deleted or replaced at any time, also in
+/// a slot of its own signals.
 ///
-/// The first column can be checked: the check boxes are the catalogue's selection, read from it at every call and
-/// written to it at once. A selection that is changed elsewhere, which the catalogue does not announce, is shown after
-/// refreshSelection().
+/// The first column has check boxes: the catalogue's selection, which data() reads and setData() writes. The catalogue
+/// emits no signal when its selection changes; after a change by others call refreshSelection(). keysOf() gives the
+/// keys of the rows that a view has selected.
 ///
 /// Lives on the catalogue's thread.
 class ITEMMODELS_EXPORT CatalogueModel : public QAbstractTableModel
@@ -44,7 +42,7 @@ public:
     };
     Q_ENUM(Column)
 
-    /// Given for every column of a row. In QML: name, description, nature, natureText, selected, isKey, segment.
+    /// Every column of a row has all of them. In QML: name, description, nature, natureText, selected, isKey, segment.
     enum Role
     {
         NameRole = Qt::UserRole + 1, ///< QString: the key's whole name
@@ -52,19 +50,19 @@ public:
         NatureRole,                  ///< int, a MemoryKeyNature
         NatureTextRole,              ///< QString: "DATA", "EVENT" or "UNKNOWN"
         SelectedRole,                ///< bool, editable: whether the catalogue has the key selected
-        IsKeyRole,                   ///< bool: true; false for the branches of a tree that are no keys
-        SegmentRole                  ///< QString: the name; in a tree, what stands between the separators
+        IsKeyRole,                   ///< bool: true; in a tree, false for a branch that is no key
+        SegmentRole                  ///< QString: the name; in a tree, its last segment
     };
     Q_ENUM(Role)
 
     explicit CatalogueModel(QObject* parent = nullptr);
     ~CatalogueModel() override;
 
-    /// Null when none was set, or the one that was set was deleted.
+    /// Null when none was set, or when it was deleted.
     MemoryKeyListModel* catalogue() const { return m_catalogue; }
-    /// Shows the keys of the catalogue, which may be null; not owned. Shows what has been fetched so far and, unless
-    /// it is ready, shows everything when it is. When the names are those that are shown already, the rows stay,
-    /// and with them what a view has selected and expanded.
+    /// Shows the keys of the catalogue, which is not owned and may be null: those that were fetched so far, and all
+    /// when it is ready. If the names are the same as before, the rows stay, and with them what a view has selected and
+    /// expanded.
     void setCatalogue(MemoryKeyListModel* catalogue);
 
     int count() const { return int(m_keys.size()); }
@@ -72,15 +70,12 @@ public:
     const MemoryKey& key(int row) const { return m_keys[size_t(row)]; }
     /// The row of the key of this name; -1 when there is none.
     Q_INVOKABLE int row(const QString& name) const;
-    /// The keys of the rows that the indexes are in: of this model, or of a filter or a tree over it. An index of a
-    /// tree stands for all keys that are shown below it as well.
-    static QSet<MemoryKey> keys(const QModelIndexList& indexes);
 
-    /// Selects the key in the catalogue, or takes it out of the selection. Nothing without a catalogue.
+    /// Adds the key to the catalogue's selection, or removes it. Does nothing without a catalogue.
     Q_INVOKABLE void setSelected(int row, bool isSelected);
     /// Shows the catalogue's selection as it is now; call it after selectKeys(). A selected key that the robot does not
-    /// list gets a row, and one that is neither selected nor typed in any more loses it. (A row whose check box is
-    /// cleared in a view stays until then, for a slip of the mouse to be undone.)
+    /// list gets a row; a key that is not listed, not selected any more and not a user key loses its row. (A key that
+    /// setSelected() deselects keeps its row until then, so that a slip of the mouse can be undone.)
     void refreshSelection();
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;

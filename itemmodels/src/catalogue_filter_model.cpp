@@ -1,24 +1,24 @@
 #include <itemmodels/catalogue_filter_model.h>
 
+#include "catalogue_order.h"
+#include "filter_pass.h"
+#include "folded_names.h"
+
 #include <keynames/name_path.h>
 #include <keynames/name_pattern.h>
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 
 #include <algorithm>
-#include <numeric>
+#include <optional>
 
 namespace Velk {
 
 namespace {
 
-// Two refreshes of a screen are 33 ms; what is left is for the view to show the result.
+// A change of the filter is on the screen within two refreshes, 33 ms; the view needs the rest of that time.
 constexpr int setterBudgetMs = 14;
 constexpr int sliceBudgetMs = 8;
-constexpr int unlimitedBudget = -1;
-
-// The clock is asked between this many names.
-constexpr int namesPerClockReading = 256;
 
 constexpr int allNatures = DataNature | EventNature | UnknownNature;
 
@@ -37,51 +37,15 @@ NamePattern patternOf(const QString& text, CatalogueFilterModel::Syntax syntax, 
 
 } // namespace
 
-/// The folded names of all source rows, end to end: read in one sweep, at the speed of the memory.
-struct CatalogueFilterModel::FoldedNames
-{
-    explicit FoldedNames(const CatalogueModel& source)
-    {
-        size_t size = 0;
-        for (int row = 0; row < source.count(); ++row)
-            size += size_t(source.key(row).name().size());
-        text.reserve(int(size));
-        ends.reserve(size_t(source.count()));
-        for (int row = 0; row < source.count(); ++row) {
-            text += foldedCase(source.key(row).name());
-            ends.push_back(int(text.size()));
-        }
-    }
-
-    QStringView name(int row) const
-    {
-        const int begin = row == 0 ? 0 : ends[size_t(row) - 1];
-        return QStringView(text).mid(begin, ends[size_t(row)] - begin);
-    }
-
-    QString text;
-    std::vector<int> ends;
-};
-
-/// One run of the filter over the source rows.
-struct CatalogueFilterModel::Pass
-{
-    std::unique_ptr<NamePattern> pattern;
-    int natures = 0;
-    std::vector<int> candidates; // the rows to look at when isNarrowing; otherwise all
-    bool isNarrowing = false;
-    int next = 0;
-    std::vector<int> accepted;
-};
-
 CatalogueFilterModel::CatalogueFilterModel(CatalogueModel* source, QObject* parent)
     : QAbstractProxyModel(parent)
     , m_pattern(std::make_unique<NamePattern>())
     , m_shownPattern(std::make_unique<NamePattern>())
+    , m_order(std::make_unique<CatalogueOrder>())
 {
     m_passTimer.setSingleShot(true);
     m_passTimer.setInterval(0);
-    connect(&m_passTimer, &QTimer::timeout, this, [this] { continuePass(sliceBudgetMs); });
+    connect(&m_passTimer, &QTimer::timeout, this, [this] { continuePass(QDeadlineTimer(sliceBudgetMs)); });
     setSourceModel(source);
 }
 
@@ -177,55 +141,30 @@ bool CatalogueFilterModel::isShownByFilter(int sourceRow) const
 
 void CatalogueFilterModel::refilter()
 {
-    auto pass = std::make_unique<Pass>();
-    pass->pattern = std::make_unique<NamePattern>(*m_pattern);
-    pass->natures = m_natures;
     // Each further character of a word only takes rows away.
-    pass->isNarrowing = m_pattern->narrows(*m_shownPattern) && (m_natures & ~m_shownNatures) == 0;
-    if (pass->isNarrowing)
-        pass->candidates = m_accepted;
-    m_pass = std::move(pass);
-    continuePass(setterBudgetMs);
+    const bool isNarrowing = m_pattern->narrows(*m_shownPattern) && (m_natures & ~m_shownNatures) == 0;
+    m_pass = std::make_unique<FilterPass>(*m_pattern, m_natures,
+                                          isNarrowing ? std::make_optional(m_accepted) : std::nullopt);
+    continuePass(QDeadlineTimer(setterBudgetMs));
 }
 
-void CatalogueFilterModel::continuePass(int budgetMs)
+void CatalogueFilterModel::continuePass(QDeadlineTimer deadline)
 {
     if (!m_pass)
         return;
-    QElapsedTimer clock;
-    clock.start();
-    if (m_source && m_pass->pattern->wantsFoldedName() && !m_pass->pattern->acceptsEverything() && !m_foldedNames)
+    if (m_source && m_pass->wantsFoldedNames() && !m_foldedNames)
         m_foldedNames = std::make_unique<FoldedNames>(*m_source);
-
-    const NamePattern& pattern = *m_pass->pattern;
-    const bool readsFoldedNames = pattern.wantsFoldedName() && m_foldedNames;
-    const bool takesAllNames = pattern.acceptsEverything();
-    const int sourceCount = m_source ? m_source->count() : 0;
-    const int end = m_pass->isNarrowing ? int(m_pass->candidates.size()) : sourceCount;
-    while (m_pass->next < end) {
-        const int sliceEnd = std::min(end, m_pass->next + namesPerClockReading);
-        for (int i = m_pass->next; i < sliceEnd; ++i) {
-            const int row = m_pass->isNarrowing ? m_pass->candidates[size_t(i)] : i;
-            const MemoryKey& key = m_source->key(row);
-            if (!(key.nature() & m_pass->natures))
-                continue;
-            if (takesAllNames ||
-                pattern.accepts(key.name(), readsFoldedNames ? m_foldedNames->name(row) : QStringView()))
-                m_pass->accepted.push_back(row);
-        }
-        m_pass->next = sliceEnd;
-        if (m_pass->next < end && budgetMs != unlimitedBudget && clock.elapsed() >= budgetMs) {
-            m_passTimer.start();
-            xSetFiltering(true);
-            return;
-        }
+    if (!m_pass->advance(m_source, m_foldedNames.get(), deadline)) {
+        m_passTimer.start();
+        xSetFiltering(true);
+        return;
     }
 
     m_passTimer.stop();
-    const std::unique_ptr<Pass> pass = std::move(m_pass);
-    *m_shownPattern = *pass->pattern;
-    m_shownNatures = pass->natures;
-    showRows(std::move(pass->accepted));
+    const std::unique_ptr<FilterPass> pass = std::move(m_pass);
+    *m_shownPattern = pass->pattern();
+    m_shownNatures = pass->natures();
+    showRows(pass->takeAccepted());
     // A slot may have changed the filter again.
     xSetFiltering(m_pass != nullptr);
 }
@@ -233,7 +172,7 @@ void CatalogueFilterModel::continuePass(int budgetMs)
 void CatalogueFilterModel::finishFiltering()
 {
     while (m_pass)
-        continuePass(unlimitedBudget);
+        continuePass(QDeadlineTimer(QDeadlineTimer::Forever));
 }
 
 void CatalogueFilterModel::showRows(std::vector<int> accepted)
@@ -241,7 +180,7 @@ void CatalogueFilterModel::showRows(std::vector<int> accepted)
     if (accepted != m_accepted) {
         beginResetModel();
         m_accepted = std::move(accepted);
-        m_shown = sorted(m_accepted);
+        m_shown = m_order->sorted(m_accepted);
         endResetModel();
     }
     announceCount();
@@ -251,22 +190,22 @@ void CatalogueFilterModel::showRows(std::vector<int> accepted)
 
 void CatalogueFilterModel::dropRows()
 {
-    // What the rows of before tell means nothing any more, to the views neither.
+    // No view reads the rows of the former keys from here on.
     m_pass.reset();
     m_foldedNames.reset();
     beginResetModel();
     m_accepted.clear();
     m_shown.clear();
-    m_sortedSourceRows.clear();
+    m_order->clear();
     endResetModel();
-    // No rows are what no natures give: the next pass is over all names.
+    // Without natures there are no rows: the next pass does not narrow them but looks at all names.
     *m_shownPattern = NamePattern();
     m_shownNatures = 0;
 }
 
 void CatalogueFilterModel::onSourceReset()
 {
-    updateSortedSourceRows();
+    m_order->update(m_source);
     refilter();
 }
 
@@ -280,13 +219,13 @@ void CatalogueFilterModel::onSourceRowsInserted(const QModelIndex&, int first, i
                 row += inserted;
         }
     }
-    updateSortedSourceRows();
+    m_order->update(m_source);
     for (int row = first; row <= last; ++row) {
         if (!isShownByFilter(row))
             continue;
         std::vector<int> accepted = m_accepted;
         accepted.insert(std::lower_bound(accepted.begin(), accepted.end(), row), row);
-        std::vector<int> shown = sorted(accepted);
+        std::vector<int> shown = m_order->sorted(accepted);
         const int position = int(std::find(shown.begin(), shown.end(), row) - shown.begin());
         beginInsertRows(QModelIndex(), position, position);
         m_accepted = std::move(accepted);
@@ -302,13 +241,13 @@ void CatalogueFilterModel::onSourceDataChanged(const QModelIndex& topLeft, const
                                                const QVector<int>& roles)
 {
     if (roles.isEmpty()) {
-        // Natures and descriptions may have changed, by which rows are chosen and sorted. The present rows are
-        // no base for a narrower choice.
+        // Natures and descriptions may have changed, and rows are filtered and sorted by them. So the next pass must
+        // not narrow the present rows.
         m_shownNatures = 0;
-        updateSortedSourceRows();
+        m_order->update(m_source);
         refilter();
-        if (!m_sortedSourceRows.empty() && sorted(m_accepted) != m_shown)
-            sort(m_sortColumn, m_sortOrder);
+        if (!m_order->isBySourceRow() && m_order->sorted(m_accepted) != m_shown)
+            resort();
     }
     if (m_shown.empty())
         return;
@@ -326,16 +265,20 @@ void CatalogueFilterModel::onSourceDataChanged(const QModelIndex& topLeft, const
 
 void CatalogueFilterModel::sort(int column, Qt::SortOrder order)
 {
+    m_order->setColumn(column, order);
+    resort();
+}
+
+void CatalogueFilterModel::resort()
+{
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-    m_sortColumn = column;
-    m_sortOrder = order;
-    updateSortedSourceRows();
+    m_order->update(m_source);
 
     const QModelIndexList before = persistentIndexList();
     std::vector<int> sourceRows;
     for (const QModelIndex& index : before)
         sourceRows.push_back(m_shown[size_t(index.row())]);
-    m_shown = sorted(m_accepted);
+    m_shown = m_order->sorted(m_accepted);
     std::vector<int> positions(m_source ? size_t(m_source->count()) : 0);
     for (size_t position = 0; position < m_shown.size(); ++position)
         positions[size_t(m_shown[position])] = int(position);
@@ -344,43 +287,6 @@ void CatalogueFilterModel::sort(int column, Qt::SortOrder order)
         after << index(positions[size_t(sourceRows[size_t(i)])], before.at(i).column());
     changePersistentIndexList(before, after);
     emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
-}
-
-void CatalogueFilterModel::updateSortedSourceRows()
-{
-    m_sortedSourceRows.clear();
-    const bool isAscending = m_sortOrder == Qt::AscendingOrder;
-    const bool isByName = m_sortColumn == CatalogueModel::NameColumn;
-    const bool isByKey =
-        m_sortColumn == CatalogueModel::DescriptionColumn || m_sortColumn == CatalogueModel::NatureColumn;
-    if (!m_source || !(isByKey || (isByName && !isAscending)))
-        return;
-    m_sortedSourceRows.resize(size_t(m_source->count()));
-    std::iota(m_sortedSourceRows.begin(), m_sortedSourceRows.end(), 0);
-    if (isByKey) {
-        const CatalogueModel& source = *m_source;
-        const bool isByNature = m_sortColumn == CatalogueModel::NatureColumn;
-        std::stable_sort(m_sortedSourceRows.begin(), m_sortedSourceRows.end(), [&source, isByNature](int a, int b) {
-            return isByNature ? source.key(a).nature() < source.key(b).nature()
-                              : comparePaths(source.key(a).description(), source.key(b).description()) < 0;
-        });
-    }
-    if (!isAscending)
-        std::reverse(m_sortedSourceRows.begin(), m_sortedSourceRows.end());
-}
-
-std::vector<int> CatalogueFilterModel::sorted(const std::vector<int>& accepted) const
-{
-    if (m_sortedSourceRows.empty())
-        return accepted;
-    std::vector<bool> isAccepted(m_sortedSourceRows.size());
-    for (int row : accepted)
-        isAccepted[size_t(row)] = true;
-    std::vector<int> rows;
-    rows.reserve(accepted.size());
-    std::copy_if(m_sortedSourceRows.begin(), m_sortedSourceRows.end(), std::back_inserter(rows),
-                 [&isAccepted](int row) { return isAccepted[size_t(row)]; });
-    return rows;
 }
 
 // Item model
@@ -421,8 +327,8 @@ QModelIndex CatalogueFilterModel::mapFromSource(const QModelIndex& sourceIndex) 
 {
     if (!sourceIndex.isValid() || sourceIndex.model() != m_source)
         return {};
-    const auto found = m_sortedSourceRows.empty() ? std::lower_bound(m_shown.begin(), m_shown.end(), sourceIndex.row())
-                                                  : std::find(m_shown.begin(), m_shown.end(), sourceIndex.row());
+    const auto found = m_order->isBySourceRow() ? std::lower_bound(m_shown.begin(), m_shown.end(), sourceIndex.row())
+                                                : std::find(m_shown.begin(), m_shown.end(), sourceIndex.row());
     if (found == m_shown.end() || *found != sourceIndex.row())
         return {};
     return index(int(found - m_shown.begin()), sourceIndex.column());
@@ -430,13 +336,13 @@ QModelIndex CatalogueFilterModel::mapFromSource(const QModelIndex& sourceIndex) 
 
 QVariant CatalogueFilterModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    // The source is asked directly: the base class takes the section from a row, and there may be none.
+    // Not from the base class, which finds the section through a row: there may be none.
     if (m_source && orientation == Qt::Horizontal)
         return m_source->headerData(section, orientation, role);
     return QAbstractItemModel::headerData(section, orientation, role);
 }
 
-// Notification on a change
+// Notifications of changes
 
 void CatalogueFilterModel::announceCount()
 {

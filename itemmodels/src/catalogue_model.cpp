@@ -3,9 +3,6 @@
 #include "key_mime_data.h"
 #include "tool_tip.h"
 
-#include <itemmodels/catalogue_filter_model.h>
-#include <itemmodels/catalogue_tree_model.h>
-
 #include <keynames/name_path.h>
 
 #include <QMimeData>
@@ -23,7 +20,7 @@ bool comesBefore(const MemoryKey& key, const QString& name)
 
 std::vector<MemoryKey> sortedKeys(const QSet<MemoryKey>& keys)
 {
-    // Pointers are sorted in place of keys, whose moves are copies.
+    // Sorts pointers: to move a key is to copy it.
     std::vector<std::pair<QString, const MemoryKey*>> order;
     order.reserve(size_t(keys.size()));
     for (const MemoryKey& key : keys)
@@ -75,23 +72,6 @@ int CatalogueModel::row(const QString& name) const
     return row < count() && key(row).name() == name ? row : -1;
 }
 
-QSet<MemoryKey> CatalogueModel::keys(const QModelIndexList& indexes)
-{
-    QSet<MemoryKey> keys;
-    for (const QModelIndex& index : indexes) {
-        if (!index.isValid())
-            continue;
-        if (const auto* const tree = qobject_cast<const CatalogueTreeModel*>(index.model())) {
-            keys.unite(tree->keysBelow(index));
-        } else if (const auto* const table = qobject_cast<const CatalogueModel*>(index.model())) {
-            keys.insert(table->key(index.row()));
-        } else if (const auto* const proxy = qobject_cast<const QAbstractProxyModel*>(index.model())) {
-            keys.unite(CatalogueModel::keys({proxy->mapToSource(index)}));
-        }
-    }
-    return keys;
-}
-
 // Following the catalogue
 
 void CatalogueModel::onReady()
@@ -106,7 +86,7 @@ void CatalogueModel::load()
 
 void CatalogueModel::showKeys(std::vector<MemoryKey> keys)
 {
-    // What a robot lists is the same from one connection to the next, as a rule: the views keep their place then.
+    // Most often a robot lists the same keys at the next connection. Without a reset the views keep their place.
     if (keys == m_keys) {
         m_keys = std::move(keys);
         if (!m_keys.empty())
@@ -125,8 +105,8 @@ void CatalogueModel::onUserKeyAdded(const MemoryKey& key)
 {
     if (!m_catalogue || row(key.name()) >= 0)
         return;
-    // A ready catalogue has all that the robot lists in the rows, so what is new is unknown to it. Before, the lists
-    // come in without a word.
+    // All listed keys of a ready catalogue have rows, so a new one is not listed. Before it is ready, keys are added
+    // without a signal.
     if (m_catalogue->isReady())
         insertKey(key);
     else
@@ -167,7 +147,7 @@ void CatalogueModel::refreshSelection()
 {
     if (!m_catalogue)
         return;
-    // Only unknown keys come and go with the selection, so all rows change their places only when one of them does.
+    // Only unknown keys come and go with the selection. Rows are loaded again only when one of these goes.
     QSet<MemoryKey> missing = m_catalogue->keys(UnknownNature);
     bool hasSuperfluous = false;
     for (const MemoryKey& key : m_keys) {
@@ -304,7 +284,14 @@ QStringList CatalogueModel::mimeTypes() const
 
 QMimeData* CatalogueModel::mimeData(const QModelIndexList& indexes) const
 {
-    return indexes.isEmpty() ? nullptr : mimeDataOfKeys(keys(indexes));
+    if (indexes.isEmpty())
+        return nullptr;
+    QSet<MemoryKey> keys;
+    for (const QModelIndex& index : indexes) {
+        if (checkIndex(index, CheckIndexOption::IndexIsValid))
+            keys.insert(key(index.row()));
+    }
+    return mimeDataOfKeys(keys);
 }
 
 Qt::DropActions CatalogueModel::supportedDragActions() const

@@ -42,11 +42,12 @@ private Q_SLOTS:
     void insertsAKeyThatTheUserTypesIn();
     void keepsTheRobotsNatureOfAKeyThatTheUserTypesIn();
     void showsAUserKeyBeforeTheListsAreIn();
+    void showsAListedKeyThatIsTypedInBeforeTheListsAreIn();
     void keepsItsRowsWhenTheNextCatalogueHasTheSameNames();
     void startsOverWhenTheNextCatalogueHasOtherNames();
     void isEmptyWhenTheCatalogueIsDeleted();
-    void bearsACatalogueThatIsDeletedWhenItIsReady();
-    void isDeafToACatalogueThatWasReplaced();
+    void survivesACatalogueThatIsDeletedWhenItIsReady();
+    void ignoresACatalogueThatWasReplaced();
     void checksWhatTheCatalogueHasSelected();
     void selectsInTheCatalogueWhatIsChecked();
     void keepsARowWhoseCheckIsCleared();
@@ -168,6 +169,20 @@ void TestCatalogueModel::showsAUserKeyBeforeTheListsAreIn()
     QCOMPARE(rowsText(tested.model), list("Mine, Mine desc, DATA"));
 }
 
+void TestCatalogueModel::showsAListedKeyThatIsTypedInBeforeTheListsAreIn()
+{
+    CatalogueRobot robot;
+    TestedModel tested;
+    MemoryKeyListModel* const catalogue = robot.fetchingCatalogue();
+    tested.model.setCatalogue(catalogue);
+    robot.manager.memory->finishDataList(list("A|B"));
+    QTRY_COMPARE(names(catalogue->keys()), list("A|B"));
+
+    catalogue->addUserKey(text("A"));
+
+    QCOMPARE(rowsText(tested.model), list("A, A desc, DATA|B, B desc, DATA"));
+}
+
 void TestCatalogueModel::keepsItsRowsWhenTheNextCatalogueHasTheSameNames()
 {
     CatalogueRobot robot;
@@ -211,7 +226,7 @@ void TestCatalogueModel::isEmptyWhenTheCatalogueIsDeleted()
     QCOMPARE(changed.count(), 1);
 }
 
-void TestCatalogueModel::bearsACatalogueThatIsDeletedWhenItIsReady()
+void TestCatalogueModel::survivesACatalogueThatIsDeletedWhenItIsReady()
 {
     CatalogueRobot robot;
     QPointer<MemoryKeyListModel> catalogue = robot.fetchingCatalogue();
@@ -225,7 +240,7 @@ void TestCatalogueModel::bearsACatalogueThatIsDeletedWhenItIsReady()
     QCOMPARE(tested.model.rowCount(), 0);
 }
 
-void TestCatalogueModel::isDeafToACatalogueThatWasReplaced()
+void TestCatalogueModel::ignoresACatalogueThatWasReplaced()
 {
     CatalogueRobot robot;
     TestedModel tested;

@@ -1,17 +1,16 @@
 #include "catalogue_panel.h"
 
 #include <itemmodels/catalogue_filter_model.h>
+#include <itemmodels/catalogue_keys.h>
 #include <itemmodels/catalogue_model.h>
 #include <itemmodels/catalogue_tree_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
 
-#include <QAction>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTableView>
@@ -169,7 +168,7 @@ QAbstractItemView* CataloguePanel::createView(QAbstractItemView* view, const QSt
     connect(view, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
         // A double click on a branch opens it.
         if (index.data(CatalogueModel::IsKeyRole).toBool())
-            emit keysChosen({*CatalogueModel::keys({index}).constBegin()});
+            emit keysChosen({*keysOf({index}).constBegin()});
     });
     return view;
 }
@@ -268,7 +267,7 @@ void CataloguePanel::chooseSelected()
 {
     const QModelIndexList selected = currentView()->selectionModel()->selectedRows();
     // Enter on a branch chooses what it holds; a whole catalogue takes more than a slip of the finger.
-    const QSet<MemoryKey> keys = CatalogueModel::keys(selected);
+    const QSet<MemoryKey> keys = keysOf(selected);
     if (!keys.isEmpty())
         emit keysChosen(keys);
 }

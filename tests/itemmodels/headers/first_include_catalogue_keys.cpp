@@ -1,0 +1,1 @@
+#include <itemmodels/catalogue_keys.h>

@@ -13,11 +13,11 @@ QT_END_NAMESPACE
 
 namespace Velk {
 
-/// The item models' own texts (headers, tool tips, accessibility texts) in the language of the locale: German and
-/// French are there, English needs none. Null for any other language, and in a build without Qt's linguist tools.
+/// Translates the item models' own texts (headers, tool tips, accessibility texts) into the language of the locale,
+/// German or French. Null for any other language, and in a build without Qt's linguist tools.
 ///
-/// Hand it to QCoreApplication::installTranslator() and keep it as long as the application. An application that has
-/// texts for these contexts in translations of its own installs those later, and they win.
+/// Pass it to QCoreApplication::installTranslator() and keep it as long as the application. An application that
+/// translates these contexts itself installs its own translator later: the last one comes first.
 ITEMMODELS_EXPORT std::unique_ptr<QTranslator> createItemModelTranslator(const QLocale& locale = QLocale());
 
 } // namespace Velk

@@ -8,11 +8,11 @@
 
 namespace Velk {
 
-/// A watch model sorted by what is in its cells and not by its text: 9 before 10, "Joint2" before "Joint10", the
-/// youngest age first. Rows without a value come first, ascending.
+/// A watch model sorted by the content of its cells and not by their text: 9 before 10, "Joint2" before "Joint10", the
+/// youngest age first. In ascending order rows without a value come first.
 ///
-/// Keeps its order while values change unless setDynamicSortFilter(true) is called: rows that change their places five
-/// times a second cannot be read. It sorts afresh when rows are added.
+/// Keeps its order while values change, because rows that move five times a second cannot be read;
+/// setDynamicSortFilter(true) changes that. It sorts again when rows are added.
 class ITEMMODELS_EXPORT WatchSortModel : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     explicit WatchSortModel(WatchModel* source, QObject* parent = nullptr);
     ~WatchSortModel() override;
 
-    /// A WatchModel, or a model over one that gives its roles.
+    /// A WatchModel, or a proxy model over one that has its roles.
     void setSourceModel(QAbstractItemModel* source) override;
 
 protected:

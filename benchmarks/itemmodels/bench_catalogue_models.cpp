@@ -29,8 +29,8 @@ struct KeyPresses
     int count = 0;
 };
 
-// Types the text into the filter, character by character, and takes it back. A press counts until the table and
-// the tree have shown the result.
+// Types the text into the filter, character by character, and deletes it again. A press ends when the table and the
+// tree have shown the result.
 KeyPresses typeText(CatalogueFilterModel& filter, const CatalogueTreeModel& tree, const QString& text)
 {
     KeyPresses presses;
@@ -70,7 +70,7 @@ void benchCatalogueModels(int names)
     connection.memory->dataNames = nestedNames(names);
     MemoryKeyListModel catalogue(&connection, {});
 
-    // Before the models connect to ready(): the clock starts when it is emitted.
+    // Connected before the models: the clock starts when ready() is emitted.
     QElapsedTimer sinceReady;
     bool isReady = catalogue.isReady();
     QObject::connect(&catalogue, &MemoryKeyListModel::ready, &connection, [&] {

@@ -9,7 +9,7 @@
 
 namespace Velk {
 
-/// What a view without a window does first: it reads the rows that fit on a screen.
+/// Reads the rows that fit on a screen, as a view does first.
 inline void readFirstRows(const QAbstractItemModel& model, int rows = 50)
 {
     for (int row = 0; row < std::min(model.rowCount(), rows); ++row) {

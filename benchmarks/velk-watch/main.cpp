@@ -1,4 +1,4 @@
-// What velk-watch costs, in processor time of its thread: the refresh of a full plot, the first
+// The processor time of velk-watch's thread: the refresh of a full plot, the first
 // rows of a large catalogue, a key press in the search field, and thousands of keys that update. Runs without a
 // display: bench_velk_watch -platform offscreen
 
@@ -40,7 +40,7 @@ void waitFor(const std::function<bool()>& condition)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-// Processor time of this thread, which is the window's.
+// Processor time of this thread, the window's.
 double threadSeconds()
 {
     timespec time{};
@@ -48,7 +48,7 @@ double threadSeconds()
     return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
 }
 
-// Of this thread: what the machine does meanwhile does not count.
+// Time of this thread: other work of the machine does not count.
 double processorMillisecondsOf(const std::function<void()>& work)
 {
     const double begin = threadSeconds();
@@ -108,8 +108,8 @@ void benchCatalogue(int keys)
     bool isReady = false;
     QObject::connect(window.session(), &WatchSession::catalogueReady, &window, [&isReady] { isReady = true; });
     auto* const tree = window.findChild<QTreeView*>(QStringLiteral("catalogueTree"));
-    // From the turn of the event loop on in which the last list comes: the catalogue files it and is ready, and the
-    // window has shown its keys before this function is told.
+    // Begins with the turn of the event loop that brings the last list: the catalogue becomes ready in it, and the
+    // window shows the keys.
     double begin = 0.0;
     while (!isReady) {
         begin = threadSeconds();
@@ -154,7 +154,7 @@ void benchUpdates(int keys)
     window.show();
     window.openRobot(QStringLiteral("sim:?keys=%1").arg(keys));
     waitFor([&] { return window.session()->catalogue() != nullptr; });
-    // A curve of each would be no picture: five are plotted.
+    // Thousands of curves cannot be distinguished: five are plotted.
     const QSet<MemoryKey> all = window.session()->catalogue()->keys(DataNature);
     int shown = 0;
     for (const MemoryKey& key : all) {

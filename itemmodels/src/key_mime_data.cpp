@@ -11,7 +11,7 @@ namespace Velk {
 
 namespace {
 
-// Both sides may be built with different versions of Qt.
+// Two applications may use different versions of Qt.
 constexpr QDataStream::Version streamVersion = QDataStream::Qt_5_15;
 
 MemoryKeyNature natureFrom(qint32 number)

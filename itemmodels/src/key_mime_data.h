@@ -12,13 +12,13 @@ QT_END_NAMESPACE
 
 namespace Velk {
 
-/// The format in which keys are dragged, within an application or from one to another.
+/// The format of dragged keys, within an application or between two.
 QString keyMimeType();
 
 /// The keys in that format, and their names as text. The caller owns the result.
 QMimeData* mimeDataOfKeys(const QSet<MemoryKey>& keys);
 
-/// The keys that the data hold; none when they hold none or are damaged.
+/// The keys in the data; none when the data has no keys or is damaged.
 QSet<MemoryKey> keysOfMimeData(const QMimeData* data);
 
 } // namespace Velk

@@ -26,7 +26,7 @@ int compareNumbers(const QVariant& a, ValueCategory categoryOfA, const QVariant&
     if (categoryOfA == ValueCategory::SignedInteger && categoryOfB == ValueCategory::SignedInteger)
         return threeWay(a.toLongLong(), b.toLongLong());
     const auto widest = [](const QVariant& value, ValueCategory category) -> long double {
-        // Holds every 64-bit integer and every double: the order stays one, whatever types meet.
+        // A long double holds every 64-bit integer and every double, so numbers of all types have one order.
         switch (category) {
         case ValueCategory::SignedInteger:
             return static_cast<long double>(value.toLongLong());
@@ -67,7 +67,7 @@ int compareMaps(const QVariantMap& a, const QVariantMap& b)
 
 int compareTimes(const QVariant& a, const QVariant& b)
 {
-    // A date is its first moment; a time alone has no place among the days and comes before them.
+    // A date compares as its first moment. A time of day has no date and comes before all dates.
     if (const int order = threeWay(a.userType() != QMetaType::QTime, b.userType() != QMetaType::QTime))
         return order;
     return a.userType() == QMetaType::QTime ? threeWay(a.toTime(), b.toTime())

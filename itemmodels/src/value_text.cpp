@@ -29,7 +29,7 @@ const QChar ellipsis(0x2026);
 
 QLocale withoutGroups(const QLocale& locale)
 {
-    // Counters and identifiers are read in one piece.
+    // Without separators of thousands: many integers are counters and identifiers.
     QLocale plain = locale;
     plain.setNumberOptions(locale.numberOptions() | QLocale::OmitGroupSeparator);
     return plain;
@@ -43,7 +43,7 @@ QString realText(double value, int digits, const QLocale& locale)
         return value < 0 ? QStringLiteral("\u2212\u221e") : QStringLiteral("\u221e");
     const double magnitude = std::fabs(value);
     if (magnitude >= 999999.5 && magnitude < 1e15 && digits == significantDigits)
-        return locale.toString(value, 'f', 0); // all digits before the point are better read than an exponent
+        return locale.toString(value, 'f', 0); // easier to read than an exponent
     return locale.toString(value, 'g', digits);
 }
 
@@ -150,7 +150,7 @@ QString briefText(const QVariant& value, const QLocale& locale, int depth)
     return shortened(otherText(value));
 }
 
-// Writes a value in full until there is too much of it.
+// Writes a value in full, up to a limit of elements and characters.
 class FullText
 {
 public:

@@ -19,14 +19,14 @@ void WatchSortModel::setSourceModel(QAbstractItemModel* source)
     if (sourceModel())
         disconnect(sourceModel(), &QAbstractItemModel::rowsInserted, this, &WatchSortModel::onRowsInserted);
     QSortFilterProxyModel::setSourceModel(source);
-    // After the connections of the base class: it has taken the rows in when this is called.
+    // Connected after the base class, which has added the rows when this slot is called.
     if (source)
         connect(source, &QAbstractItemModel::rowsInserted, this, &WatchSortModel::onRowsInserted);
 }
 
 void WatchSortModel::onRowsInserted()
 {
-    // The base class appends new rows unless it sorts all the time.
+    // Without dynamic sorting the base class only appends new rows.
     if (!dynamicSortFilter() && sortColumn() >= 0)
         sort(sortColumn(), sortOrder());
 }

@@ -16,7 +16,7 @@ class CatalogueRobot
 public:
     CatalogueRobot() { manager.connected = true; }
 
-    /// A catalogue whose lists are not in yet.
+    /// A catalogue that waits for its lists.
     MemoryKeyListModel* fetchingCatalogue(const QSet<MemoryKey>& selected = {})
     {
         return new MemoryKeyListModel(&manager, selected);

@@ -133,7 +133,7 @@ void TestWatchModel::dropsKeysThatTheSynchronisationDropped()
     TestedWatch tested;
     tested.robot.display(list("A|C"));
     tested.robot.manager.establish();
-    tested.robot.display(list("B")); // while the catalogue is fetched: the core forgets it
+    tested.robot.display(list("B")); // while the catalogue is fetched: the displayed key set drops it
     QCOMPARE(columnText(tested.model, WatchModel::NameColumn), list("A|C|B"));
 
     tested.robot.finishLists(list("A|B|C"));
@@ -147,7 +147,8 @@ void TestWatchModel::bringsBackKeysThatTheSynchronisationBroughtBack()
     tested.robot.display(list("A|B"));
     tested.model.setColor(text("A"), Qt::magenta);
     tested.robot.manager.establish();
-    tested.robot.keys->removeKeys(keySet(list("A"))); // while the catalogue is fetched: the core takes it back
+    tested.robot.keys->removeKeys(
+        keySet(list("A"))); // while the catalogue is fetched: the displayed key set adds it again
     tested.robot.display(list("C"));
 
     tested.robot.finishLists(list("A|B|C"));

@@ -19,7 +19,7 @@ public:
         keys->addKeys(keySet(names, nature));
     }
     void deliver(const Batch& batch) { manager.memory->deliver(batch); }
-    /// Comes up again, with these lists, and rebuilds the displayed keys from them.
+    /// Connects again, and rebuilds the displayed keys from these lists.
     void reconnect(const QStringList& data, const QStringList& events = {})
     {
         manager.establish();

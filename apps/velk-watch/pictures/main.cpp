@@ -70,7 +70,7 @@ int main(int argc, char* argv[])
         return 2;
     }
     const QDir folder(application.arguments().at(1));
-    // The same letters and the same look on every machine.
+    // The same font and the same style on every machine.
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));

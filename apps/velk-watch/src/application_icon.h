@@ -6,8 +6,8 @@
 
 namespace Velk {
 
-/// The application's icon: the installed one of the desktop's theme, else drawn here in the same shape, since reading
-/// the scalable file takes a Qt plug-in that need not be there.
+/// The application's icon: the installed one from the desktop's theme, or else one that is drawn here in the same
+/// shape. To read the scalable file Qt needs a plug-in that may be missing.
 QIcon applicationIcon();
 
 /// The icon as it is drawn here, `size` pixels wide and high.

@@ -22,7 +22,7 @@ namespace Velk {
 
 namespace {
 
-// So many keys are seen at a glance: what a search leaves is then shown without opening branches.
+// Up to so many keys a search expands all branches of the tree.
 constexpr int fewKeys = 200;
 
 bool isReturn(const QEvent* event)
@@ -55,7 +55,8 @@ CataloguePanel::CataloguePanel(QWidget* parent)
     m_search->setObjectName(QStringLiteral("search"));
     m_search->setPlaceholderText(tr("Search keys, for example Arm/*/Position"));
     m_search->setAccessibleName(tr("Search keys"));
-    m_search->setToolTip(tr("Type a part of a name; * stands for any text. Enter watches the only key that is left."));
+    m_search->setToolTip(
+        tr("Type a part of a name; * matches any text, ? one character. Enter watches the only key that is left."));
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
     connect(m_search, &QLineEdit::textChanged, this, &CataloguePanel::onSearchEdited);
@@ -166,7 +167,7 @@ QAbstractItemView* CataloguePanel::createView(QAbstractItemView* view, const QSt
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->installEventFilter(this);
     connect(view, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
-        // A double click on a branch opens it.
+        // The view expands a branch on a double click; only keys are chosen.
         if (index.data(CatalogueModel::IsKeyRole).toBool())
             emit keysChosen({*keysOf({index}).constBegin()});
     });
@@ -266,7 +267,7 @@ void CataloguePanel::expandFew()
 void CataloguePanel::chooseSelected()
 {
     const QModelIndexList selected = currentView()->selectionModel()->selectedRows();
-    // Enter on a branch chooses what it holds; a whole catalogue takes more than a slip of the finger.
+    // Enter on a branch chooses all keys below it.
     const QSet<MemoryKey> keys = keysOf(selected);
     if (!keys.isEmpty())
         emit keysChosen(keys);
@@ -286,7 +287,7 @@ void CataloguePanel::chooseSearched()
         m_search->selectAll();
         return;
     }
-    // Several are left: into the list, to choose there.
+    // Several keys are left: the focus moves to the list, to choose there.
     QAbstractItemView* const view = currentView();
     if (!view->currentIndex().isValid() && view->model()->rowCount() > 0)
         view->setCurrentIndex(view->model()->index(0, 0));

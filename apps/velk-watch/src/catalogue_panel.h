@@ -21,8 +21,8 @@ class CatalogueModel;
 class CatalogueTreeModel;
 class MemoryKeyListModel;
 
-/// The robot's keys to choose from: searched by text and nature, as a tree or as a table, and a field for names that
-/// the robot does not list. Enter, a double click and dragging choose a key; the panel does not watch it itself.
+/// The robot's keys to choose from: a search by text and nature, a tree or a table, and a field for names that the
+/// robot does not list. Enter, a double click and a drag choose a key; the panel only reports the choice.
 class CataloguePanel : public QWidget
 {
     Q_OBJECT
@@ -31,10 +31,10 @@ public:
     explicit CataloguePanel(QWidget* parent = nullptr);
     ~CataloguePanel() override;
 
-    /// Shows these keys; not owned. Null leaves nothing to choose from.
+    /// Shows the keys of this catalogue, which is not owned; none with null.
     void setCatalogue(MemoryKeyListModel* catalogue);
 
-    /// Checks these keys in the views, and no others; those that the robot does not list are shown as well.
+    /// Checks these keys in the views, and no others. Keys that the robot does not list are shown as well.
     void setWatchedKeys(const QSet<MemoryKey>& keys);
 
     bool isTree() const;
@@ -46,9 +46,9 @@ public:
 Q_SIGNALS:
     /// The user chose keys of the catalogue.
     void keysChosen(const QSet<Velk::MemoryKey>& keys);
-    /// The user took the check marks of keys away.
+    /// The user cleared the check boxes of keys.
     void keysDropped(const QSet<Velk::MemoryKey>& keys);
-    /// The user typed in a name, which the robot may list or not. Never empty.
+    /// The user typed in a name, which is not empty. The robot may list it or not.
     void nameTyped(const QString& name);
 
 protected:

@@ -29,7 +29,7 @@ constexpr Colors highContrastColors{0xff000000, 0xff000000, 0xff101010, 0xffffff
 
 QPalette paletteOf(const Colors& colors)
 {
-    // The bevels are derived from the button's colour; the rest is told.
+    // QPalette derives the colours of bevels from the button's colour; all others are set here.
     QPalette palette(QColor(colors.button), QColor(colors.window));
     palette.setColor(QPalette::Window, colors.window);
     palette.setColor(QPalette::WindowText, colors.text);

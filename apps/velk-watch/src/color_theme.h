@@ -22,18 +22,18 @@ public:
     };
 
     static QList<Name> names();
-    /// For a menu, translated.
+    /// The name in a menu, translated.
     static QString text(Name name);
-    /// For the settings: "desktop", "light", "dark", "high-contrast".
+    /// The name in the settings: "desktop", "light", "dark", "high-contrast".
     static QString toString(Name name);
-    /// Desktop for a text that names none.
+    /// The theme of this name in the settings; Desktop for any other text.
     static Name fromString(const QString& text);
-    /// The palette; for Desktop the one that is given.
+    /// The palette of a theme; for Desktop the given one.
     static QPalette palette(Name name, const QPalette& desktop);
 };
 
-/// The ratio in which the brighter of two colours outshines the other, as the Web Content Accessibility Guidelines
-/// define it: 1 to 21. Text is legible from 4.5 on, in high contrast from 7 on.
+/// The contrast ratio of two colours, from 1 to 21, as the Web Content Accessibility Guidelines define it. Text is
+/// legible from 4.5 on, in high contrast from 7 on.
 double contrastRatio(const QColor& a, const QColor& b);
 
 } // namespace Velk

@@ -14,7 +14,7 @@ void ConnectionStatus::setState(RobotLink::State state, const QDateTime& since)
 
 QString ConnectionStatus::text(const QDateTime& now) const
 {
-    // Nothing was opened yet: there is no time to tell.
+    // No robot was opened yet, so there is no time since when.
     if (!m_since.isValid())
         return tr("Disconnected");
     const QString duration = durationText(m_since.secsTo(now));

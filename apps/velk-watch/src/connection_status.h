@@ -15,14 +15,14 @@ class ConnectionStatus
     Q_DECLARE_TR_FUNCTIONS(Velk::ConnectionStatus)
 
 public:
-    /// The state changed at `since`. A state that lasts keeps its time.
+    /// Takes a state that changed at `since`. The same state again keeps its time.
     void setState(RobotLink::State state, const QDateTime& since);
     RobotLink::State state() const { return m_state; }
     /// The sentence at the time `now`.
     QString text(const QDateTime& now) const;
 
-    /// A duration as a person says it, in at most two units: "45 s", "3 min 20 s", "2 h 5 min", "3 d 4 h". Negative
-    /// ones, from a clock that was set back, count as zero.
+    /// A duration in at most two units: "45 s", "3 min 20 s", "2 h 5 min", "3 d 4 h". A negative one, from a clock that
+    /// was set back, counts as zero.
     static QString durationText(qint64 seconds);
 
 private:

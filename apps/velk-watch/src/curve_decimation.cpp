@@ -8,7 +8,7 @@ namespace Velk {
 
 namespace {
 
-// The points of one pixel column between two gaps: the two that show on the screen.
+// The points of one pixel column between two gaps. The lowest and the highest are drawn.
 class Stretch
 {
 public:
@@ -73,7 +73,7 @@ QVector<CurvePoint> decimated(const QVector<CurvePoint>& points, double from, do
     const double columnWidth = (to - from) / columns;
     result.reserve(columns * 2 + 2);
     Stretch stretch;
-    int column = -2; // of the neighbour on the left, which stands for itself
+    int column = -2; // none yet; -1 is that of the neighbour on the left
     bool hasGapInColumn = false;
     bool isGapPending = false;
     double gapTime = 0.0;
@@ -96,7 +96,7 @@ QVector<CurvePoint> decimated(const QVector<CurvePoint>& points, double from, do
             isGapPending = true;
             gapTime = point->time;
         } else {
-            // The first gap of a column is drawn; a later one is told only where nothing of the column follows it.
+            // The first gap of a column is drawn; a later one only if no point of the column follows it.
             if (isGapPending && !hasGapInColumn) {
                 finishStretch();
                 hasGapInColumn = true;

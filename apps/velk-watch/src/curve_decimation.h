@@ -23,13 +23,13 @@ bool isGap(const CurvePoint& point);
 /// The gap at a time.
 CurvePoint gapAt(double time);
 
-/// What has to be drawn of a curve on `columns` pixel columns from the time `from` to the time `to`: of every column
-/// the lowest and the highest value, so that no peak is lost, and the gaps. Gaps that are narrower than a column are
-/// drawn as one, and what follows a gap is never joined to what stands before it.
+/// The points to draw of a curve on `columns` pixel columns from the time `from` to the time `to`: the lowest and the
+/// highest value of each column, so that no peak is lost, and the gaps. Several gaps within a column become one. The
+/// points before and after a gap are never joined.
 ///
 /// `points` ascend in time. The neighbours on both sides of the range are kept, so that the curve enters and leaves it.
-/// Never more than pointsPerColumn points for a column, and two neighbours; points that are no more than two for a
-/// column are handed back as they are. Empty without a column or when `to` does not lie after `from`.
+/// Returns at most pointsPerColumn points for each column, and two neighbours. Returns all points of the range when
+/// there are at most two for each column. Empty without a column, or when `to` is not after `from`.
 QVector<CurvePoint> decimated(const QVector<CurvePoint>& points, double from, double to, int columns);
 
 /// Two stretches of two points, each followed by a gap.

@@ -5,8 +5,8 @@
 
 namespace Velk {
 
-/// Whether a window can be shown: a display is named by the environment, or a Qt platform was chosen that needs none.
-/// Asked before the application object exists, which would abort the program otherwise.
+/// Whether a window can be shown: the environment names a display, or a Qt platform that needs none. Call it before the
+/// application object is created: without a display its constructor aborts the program.
 bool hasDisplay(const QProcessEnvironment& environment);
 
 } // namespace Velk

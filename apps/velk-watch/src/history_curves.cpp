@@ -27,7 +27,7 @@ QVector<PlotCurve> HistoryCurves::shownCurves()
         Entry entry = m_entries.take(name);
         const quint64 revision = m_history->revision(name);
         const bool isMarks = key.nature() == EventNature;
-        // The nature of a key is known some time after its first samples.
+        // The nature of a key can become known after its first samples.
         if (entry.revision != revision || (entry.curve.kind == PlotCurve::Marks) != isMarks) {
             entry.curve = curveOf(m_history->samples(name), key.nature());
             entry.revision = revision;
@@ -56,7 +56,7 @@ PlotCurve HistoryCurves::curveOf(const HistorySpan& samples, MemoryKeyNature nat
     bool hasNumber = false;
     for (const HistorySample& sample : samples) {
         if (sample.isAfterGap && !curve.points.isEmpty() && !isGap(curve.points.last())) {
-            // As near behind the last point as a double can tell: whatever follows is newer.
+            // At the next double after the last point: every later sample is newer.
             const double last = curve.points.last().time;
             curve.points.append(gapAt(std::nextafter(last, std::numeric_limits<double>::infinity())));
         }

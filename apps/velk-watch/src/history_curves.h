@@ -14,7 +14,7 @@ class SampleHistory;
 class WatchModel;
 
 /// The curves of the keys that a watch model shows, from the samples that a history keeps of them. A curve is made
-/// again only when its key got samples since.
+/// again only when the samples of its key have changed.
 class HistoryCurves
 {
 public:
@@ -36,7 +36,7 @@ private:
 
     const WatchModel* m_watchModel;
     const SampleHistory* m_history;
-    QHash<QString, Entry> m_entries; // of the keys that were shown last
+    QHash<QString, Entry> m_entries; // of the keys in the last result
 };
 
 } // namespace Velk

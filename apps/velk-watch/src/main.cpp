@@ -28,7 +28,7 @@ void print(FILE* stream, const QString& text)
     std::fputs(qPrintable(text), stream);
 }
 
-// What needs no window. True when the program is done, with *status.
+// Answers a request that needs no window. Returns true, and sets *status, when the program is to end.
 bool answer(const WatchOptions& options, WatchExit* status)
 {
     switch (options.request()) {
@@ -42,7 +42,7 @@ bool answer(const WatchOptions& options, WatchExit* status)
         return true;
     case WatchOptions::Error:
         print(stderr, QStringLiteral("velk-watch: %1\n%2\n")
-                          .arg(options.errorText(), WatchOptions::tr("velk-watch --help tells the options.")));
+                          .arg(options.errorText(), WatchOptions::tr("velk-watch --help lists the options.")));
         *status = WatchExit::UsageError;
         return true;
     case WatchOptions::Run:

@@ -33,7 +33,7 @@ MessageBar::MessageBar(QWidget* parent)
     m_text->setObjectName(QStringLiteral("messageText"));
     m_more->setObjectName(QStringLiteral("messageMore"));
     for (QLabel* label : {m_title, m_text}) {
-        // What a robot or a file system says is text, whatever it looks like.
+        // Text of a robot or a file system is never interpreted as rich text.
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -119,7 +119,7 @@ void MessageBar::updateView()
     m_more->setText(others > 0 ? tr("%n more", nullptr, others) : QString());
     m_more->setVisible(others > 0);
     setAccessibleDescription(m_messages.isEmpty() ? QString() : QStringLiteral("%1. %2").arg(title(), message()));
-    // A screen reader reads the message out without the focus being taken away from the user's work.
+    // A screen reader reads the message; the focus stays where the user works.
     if (!m_messages.isEmpty()) {
         QAccessibleEvent alert(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);

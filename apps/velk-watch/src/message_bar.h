@@ -9,8 +9,8 @@ class QToolButton;
 
 namespace Velk {
 
-/// Tells what went wrong, or was done, above the views and without blocking them: a title and a message, one at a time,
-/// the oldest first. Hidden while there is nothing to tell.
+/// Shows failures and results above the views, without blocking them: a title and a message, one at a time, the oldest
+/// first. Hidden while there is no message.
 class MessageBar : public QFrame
 {
     Q_OBJECT
@@ -18,16 +18,16 @@ class MessageBar : public QFrame
 public:
     explicit MessageBar(QWidget* parent = nullptr);
 
-    /// How many messages wait, the one that is shown included.
+    /// The number of messages: the one that is shown and those that wait.
     int count() const { return int(m_messages.size()); }
     QString title() const;
     QString message() const;
 
 public Q_SLOTS:
-    /// Shows the message, or puts it behind those that wait. A message that waits already is not put there twice: a
-    /// fault that repeats would bury the others.
+    /// Shows the message, or adds it to those that wait. A message that is there already is not added again, so that a
+    /// repeated failure does not bury the others.
     void showMessage(const QString& title, const QString& message);
-    /// Drops the message that is shown and shows the next one.
+    /// Removes the message that is shown and shows the next one.
     void dismiss();
     void dismissAll();
 

@@ -6,7 +6,6 @@
 #include <QVariant>
 
 #include <algorithm>
-#include <cmath>
 
 namespace Velk {
 
@@ -23,7 +22,7 @@ QString lastValueAt(const PlotCurve& curve, double time)
                                         [](double wanted, const CurvePoint& point) { return wanted < point.time; });
     if (after == curve.points.cbegin() || isGap(*(after - 1)))
         return {};
-    // After the newest sample a value holds as long as it is the newest.
+    // The newest value also holds after its sample.
     return valueText(curve.kind, (after - 1)->value);
 }
 

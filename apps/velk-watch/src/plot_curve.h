@@ -17,7 +17,7 @@ struct PlotCurve
         Line,  ///< numbers, joined
         Steps, ///< booleans: 0 and 1, held until the next sample
         Marks, ///< events: a mark for each occurrence, whatever its value
-        None   ///< nothing that a plot could show, such as text
+        None   ///< values that a plot cannot show, such as text
     };
 
     QString name;
@@ -26,7 +26,7 @@ struct PlotCurve
     QVector<CurvePoint> points; ///< ascending in time
 };
 
-/// What a plot shows of a curve at a time.
+/// The value of a curve at a time.
 struct CurveReading
 {
     QString name;
@@ -39,8 +39,8 @@ inline bool operator==(const CurveReading& a, const CurveReading& b)
     return a.name == b.name && a.color == b.color && a.text == b.text;
 }
 
-/// The readings of the curves at a time: of lines and steps the newest sample until then, unless a gap lies between; of
-/// marks the nearest one that is not farther away than `tolerance`. Curves without a reading are left out.
+/// The readings of the curves at a time: for lines and steps the newest sample until then, unless a gap follows it; for
+/// marks "event" when one is at most `tolerance` away. Curves without a reading are left out.
 QVector<CurveReading> readingsAt(const QVector<PlotCurve>& curves, double time, double tolerance);
 
 } // namespace Velk

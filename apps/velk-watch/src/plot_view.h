@@ -9,21 +9,22 @@
 #include <QVector>
 #include <QWidget>
 
+#include <memory>
 #include <optional>
 
-class QCPGraph;
-class QCPItemLine;
-class QCustomPlot;
 class QLabel;
 
 namespace Velk {
 
+class PlotCanvas;
+class PlotReadings;
+
 /// The live plot: one curve per key, against the seconds before now.
 ///
-/// By mouse: the wheel zooms the time, with Ctrl the values; dragging moves the view; a double click shows the newest
-/// samples again; the values under the pointer are shown, also while the plot moves along.
-/// By keyboard: Left and Right, Up and Down move the view, + and - zoom the time, with Ctrl the values, Space follows
-/// or freezes, Home shows the newest samples again, Shift with Left and Right moves the reading line, Escape removes
+/// By mouse: the wheel zooms the time, with Ctrl the values; a drag moves the view; a double click shows the newest
+/// samples again; the reading line follows the pointer.
+/// By keyboard: Left and Right, Up and Down move the view; + and - zoom the time, with Ctrl the values; Space follows
+/// or freezes; Home shows the newest samples again; Shift with Left and Right moves the reading line, Escape removes
 /// it.
 class PlotView : public QWidget
 {
@@ -31,25 +32,26 @@ class PlotView : public QWidget
 
 public:
     explicit PlotView(QWidget* parent = nullptr);
+    ~PlotView() override;
 
-    /// The curves from now on, and the time stamp of the newest sample. Drawn with the next refresh of the screen,
+    /// Sets the curves, and the time stamp of the newest sample. They are drawn with the next refresh of the screen,
     /// once, however often this is called until then. The points are shared, not copied.
     void setCurves(const QVector<PlotCurve>& curves, double newestTime);
-    /// Nothing is known any more, also not the time: for another robot.
+    /// Forgets the curves and the time, for another robot.
     void clear();
 
     const TimeAxis& timeAxis() const { return m_time; }
     const ValueAxis& valueAxis() const { return m_values; }
     bool isFollowing() const { return m_time.isFollowing(); }
 
-    /// What the reading line shows; empty without one.
+    /// The readings at the reading line; empty without one.
     QVector<CurveReading> readings() const;
-    /// Where the reading line stands, in seconds relative to now.
+    /// The time of the reading line, in seconds relative to now.
     std::optional<double> readingTime() const;
 
-    /// The points that the last drawing handed to the plot, all curves together.
+    /// The number of points in the last drawing, of all curves together.
     int drawnPoints() const { return m_drawnPoints; }
-    /// Draws at once what a refresh of the screen would draw: for measuring, and for pictures.
+    /// Draws at once, without waiting for a refresh of the screen: for measurements and pictures.
     void drawNow();
 
 public Q_SLOTS:
@@ -75,22 +77,15 @@ protected:
 private:
     void scheduleDrawing();
     void draw();
-    void drawCurve(QCPGraph* graph, const PlotCurve& curve, int lane);
-    void styleAxes();
     void updateReadings();
-    void placeReadings(const QString& html);
     void afterTimeChange(bool wasFollowing);
     bool handleKey(int key, Qt::KeyboardModifiers modifiers);
-    void moveReading(int columns);
-    int columns() const;
-    double timeAt(double x) const;
-    double valueAt(double y) const;
+    void moveReading(int pixels);
 
-    QCustomPlot* m_plot;
-    QLabel* m_readingsLabel;
+    std::unique_ptr<PlotCanvas> m_canvas;
+    QWidget* m_plot; // of the canvas
+    PlotReadings* m_readings;
     QLabel* m_hint;
-    QCPItemLine* m_readingLine;
-    QVector<QCPGraph*> m_graphs;
     QVector<PlotCurve> m_curves;
     TimeAxis m_time;
     ValueAxis m_values;

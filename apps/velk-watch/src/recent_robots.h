@@ -13,11 +13,11 @@ public:
     static constexpr int maxCount = 10;
 
     RecentRobots() = default;
-    /// The list as it was stored: empty entries and repeated ones are left out.
+    /// Takes a stored list, without its empty and repeated entries.
     explicit RecentRobots(const QStringList& urls);
 
-    /// Puts the URL in the first place, where it was listed or not. The oldest one drops out beyond maxCount. Nothing
-    /// with an empty URL.
+    /// Moves the URL to the first place, or adds it there and removes the oldest one beyond maxCount. Does nothing with
+    /// an empty URL.
     void add(const QString& url);
     const QStringList& urls() const { return m_urls; }
 

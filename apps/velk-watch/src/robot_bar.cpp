@@ -87,7 +87,7 @@ void RobotBar::onButton()
 
 void RobotBar::onReturn()
 {
-    // Also while another robot is open: Enter means this one.
+    // Also while another robot is open: Enter opens this one in its place.
     emit openRequested(url());
 }
 

@@ -10,7 +10,7 @@ class QPushButton;
 
 namespace Velk {
 
-/// The robot's URL, with those that were opened last, and the button that opens and closes it.
+/// The robot's URL, the URLs that were opened last, and the button that connects and disconnects.
 class RobotBar : public QToolBar
 {
     Q_OBJECT

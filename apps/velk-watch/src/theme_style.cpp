@@ -14,7 +14,7 @@ QColor outlineOf(const QPalette& palette)
 {
     const QColor window = palette.color(QPalette::Window);
     const QColor text = palette.color(QPalette::WindowText);
-    // High contrast leaves no room for something in between.
+    // In high contrast an outline needs almost the text's colour.
     const double part = contrastRatio(window, text) > 20.0 ? 0.8 : 0.45;
     return QColor::fromRgbF(float(window.redF() * (1 - part) + text.redF() * part),
                             float(window.greenF() * (1 - part) + text.greenF() * part),

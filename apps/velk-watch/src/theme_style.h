@@ -5,9 +5,8 @@
 
 namespace Velk {
 
-/// Qt's Fusion style with outlines that are taken from the text colour. Fusion darkens the window's colour for them, so
-/// that on a dark one check boxes, fields and buttons have none that could be seen. A button that is switched on is
-/// filled with the highlight colour, and not only a shade darker.
+/// Qt's Fusion style with outlines that are visible on dark colours: Fusion darkens the window's colour for them, this
+/// style mixes it with the text's colour. A button that is switched on is filled with the highlight colour.
 class ThemeStyle : public QProxyStyle
 {
     Q_OBJECT

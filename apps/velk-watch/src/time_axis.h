@@ -3,10 +3,10 @@
 
 namespace Velk {
 
-/// Which part of the time a plot shows, in seconds before now. Now is the time stamp of the newest sample, so that no
-/// clock of this machine is compared with the robot's.
+/// The part of the time that a plot shows, in seconds before now. Now is the time stamp of the newest sample: the clock
+/// of this machine is never compared with the robot's.
 ///
-/// While it follows, the right edge is now. When it is frozen, now stands still, and so does what is on the screen.
+/// While the axis follows, its right edge is now. A frozen axis keeps its now, and the plot stands still.
 class TimeAxis
 {
 public:
@@ -14,16 +14,16 @@ public:
     static constexpr double maxSpan = 86400.0; ///< seconds
     static constexpr double initialSpan = 30.0;
 
-    /// The newest time stamp. It goes back with the clock of a robot that starts again.
+    /// Takes the newest time stamp. It may go back: a robot that starts again starts its clock again.
     void setNewest(double time);
-    /// Another robot, another clock: the next newest time stamp is now, also when the view is frozen.
+    /// For another robot, with another clock: the next newest time stamp becomes now, also when the axis is frozen.
     void restart();
     bool hasNow() const { return m_hasNow; }
-    /// The time stamp that counts as zero seconds before now.
+    /// The time stamp of now.
     double now() const { return m_now; }
 
     bool isFollowing() const { return m_isFollowing; }
-    /// Following again returns to the newest samples and keeps the span.
+    /// To follow again returns to the newest samples and keeps the span.
     void setFollowing(bool isFollowing);
 
     /// The edges in seconds relative to now(): -30 and 0 at first.
@@ -34,12 +34,12 @@ public:
     double from() const { return m_now + left(); }
     double to() const { return m_now + right(); }
 
-    /// Shows more (factor above 1) or less of the time, within the limits. While it follows the right edge stays; when
-    /// frozen the time at `around` does, in seconds relative to now().
+    /// Multiplies the span, within the limits. While the axis follows, its right edge stays where it is; when it is
+    /// frozen, the time `around` does, in seconds relative to now().
     void zoom(double factor, double around);
-    /// Moves the view by seconds, to the past when negative, and freezes it. Not beyond now.
+    /// Moves the axis by seconds, to the past when negative but not beyond now, and freezes it.
     void pan(double seconds);
-    /// Back to following and the initial span.
+    /// Follows again, with the initial span.
     void reset();
 
 private:

@@ -6,7 +6,7 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 
-// A resource in a static library is there only when it is asked for; the macro works outside of a namespace.
+// A resource of a static library has to be initialised; the macro works outside of a namespace only.
 static void initTranslations()
 {
     Q_INIT_RESOURCE(watch_translations);
@@ -30,7 +30,7 @@ void installTranslations(QCoreApplication* application, const QLocale& locale)
         itemModels->setParent(application);
         QCoreApplication::installTranslator(itemModels.release());
     }
-    // English has its plurals there; the newest translator is asked first.
+    // The English file has the plurals only. The translator that is installed last comes first.
     install(QLocale(QLocale::English), QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));
     install(locale, QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));
 }

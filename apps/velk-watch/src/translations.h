@@ -7,8 +7,8 @@ class QCoreApplication;
 
 namespace Velk {
 
-/// Translates the application, and what it shows of the libraries, into the language of the locale, if there is a
-/// translation. The translators live as long as the application.
+/// Translates the texts of the application and of the libraries into the language of the locale, if there is a
+/// translation. The translators are children of the application.
 void installTranslations(QCoreApplication* application, const QLocale& locale = QLocale());
 
 } // namespace Velk

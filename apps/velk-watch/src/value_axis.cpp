@@ -9,9 +9,9 @@ namespace Velk {
 namespace {
 
 constexpr double margin = 0.06; // of the range, on both sides
-// Narrower than this, in parts of the values themselves, doubles no longer tell the ticks apart.
+// The narrowest range, relative to the values: in a narrower one doubles cannot distinguish the ticks.
 constexpr double minRelativeRange = 1e-9;
-// Finite values whose differences are finite too.
+// The difference of two values up to this one is finite.
 constexpr double greatestValue = std::numeric_limits<double>::max() / 1e10;
 
 bool isWithinReach(double lower, double upper)
@@ -42,7 +42,7 @@ void ValueAxis::fit(const QVector<PlotCurve>& curves, double from, double to)
     }
     if (lowest > highest)
         return;
-    // A curve that is level still gets a range around it.
+    // A level curve gets a range around its value.
     const double range = isWithinReach(lowest, highest) ? highest - lowest : std::max(std::abs(highest) * 0.1, 0.5);
     m_lower = lowest - range * margin;
     m_upper = highest + range * margin;

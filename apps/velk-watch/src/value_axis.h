@@ -5,19 +5,19 @@
 
 namespace Velk {
 
-/// The range of values that a plot shows: fitted to the curves, until the user chooses another one.
+/// The range of values that a plot shows: fitted to the curves until the user chooses another one.
 class ValueAxis
 {
 public:
     double lower() const { return m_lower; }
     double upper() const { return m_upper; }
 
-    /// Whether fit() has an effect.
+    /// Whether fit() changes the range.
     bool isFitting() const { return m_isFitting; }
-    /// Takes the lowest and the highest value between two times with a margin. Without any value the range stays.
+    /// Takes the range of the values between two times, with a margin. Without a value the range stays.
     void fit(const QVector<PlotCurve>& curves, double from, double to);
 
-    /// Shows more (factor above 1) or less, around a value that stays where it is; ends the fitting.
+    /// Multiplies the range around a value that stays where it is; ends the fitting.
     void zoom(double factor, double around);
     /// Moves the range; ends the fitting.
     void pan(double difference);

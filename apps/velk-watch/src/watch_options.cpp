@@ -9,7 +9,7 @@ namespace Velk {
 
 namespace {
 
-// An argument as a POSIX shell takes it for that one word.
+// The argument, quoted so that a POSIX shell reads it as one word.
 QString shellWord(const QString& argument)
 {
     static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9_./:=@%+,-]+$"));
@@ -40,7 +40,7 @@ WatchOptions::WatchOptions(const QStringList& arguments)
     }
     m_robot = parser.value(robot);
     m_settingsFile = parser.value(settings);
-    // Keys follow the first --watch, as many as there are.
+    // All arguments after --watch are keys.
     m_watch = parser.values(watch) + parser.positionalArguments();
     m_watch.removeDuplicates();
     m_watch.removeAll(QString());

@@ -16,7 +16,7 @@ enum class WatchExit : int
     NoDisplay = 11
 };
 
-/// What was asked for on the command line.
+/// The options of the command line.
 class WatchOptions
 {
     Q_DECLARE_TR_FUNCTIONS(Velk::WatchOptions)
@@ -30,20 +30,20 @@ public:
         Error ///< errorText() says what is wrong
     };
 
-    /// `arguments` begin with the program's name.
+    /// The first one of `arguments` is the program's name.
     explicit WatchOptions(const QStringList& arguments);
 
     Request request() const { return m_request; }
     QString errorText() const { return m_errorText; }
-    /// Empty when no robot was named.
+    /// Empty without --robot.
     QString robot() const { return m_robot; }
-    /// Empty when no keys were named.
+    /// Empty without --watch.
     QStringList watch() const { return m_watch; }
-    /// Empty for the user's own.
+    /// Empty without --settings.
     QString settingsFile() const { return m_settingsFile; }
 
     static QString helpText();
-    /// What to do instead on a machine without a display, for the same robot and keys.
+    /// The message on a machine without a display: the `velk watch` command for the same robot and keys.
     QString noDisplayText() const;
 
 private:

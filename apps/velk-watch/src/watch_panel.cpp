@@ -10,13 +10,13 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
-#include <functional>
+#include <algorithm>
 
 namespace Velk {
 
 namespace {
 
-// The colour as a patch; the colour dialog takes the place of an editor.
+// Draws the colour as a patch. There is no editor: the panel opens a dialog.
 class ColorDelegate : public QStyledItemDelegate
 {
 public:
@@ -59,7 +59,7 @@ WatchPanel::WatchPanel(WatchModel* model, QWidget* parent)
     setWordWrap(false);
     setTabKeyNavigation(false);
     setSortingEnabled(true);
-    // The order of watching, until a header is clicked.
+    // In the order in which keys were watched, until a header is clicked.
     m_sortModel->sort(-1);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     horizontalHeader()->setSortIndicatorClearable(true);
@@ -95,7 +95,7 @@ WatchPanel::WatchPanel(WatchModel* model, QWidget* parent)
         setColumnWidth(column, digits * digit);
     header->setSectionResizeMode(WatchModel::NameColumn, QHeaderView::Stretch);
     hideColumn(WatchModel::DescriptionColumn);
-    // The period with which a key is watched again after a connection; what is in force is the watcher's.
+    // A key is watched with this period again after a connection; the period in force is that of the watcher.
     hideColumn(WatchModel::PeriodColumn);
 }
 
@@ -138,7 +138,7 @@ void WatchPanel::toggleShown()
     const QModelIndexList selected = selectionModel()->selectedRows();
     if (selected.isEmpty())
         return;
-    // All become what the present row was not.
+    // All selected rows get the opposite of the current row.
     const bool isShown = !currentIndex().data(WatchModel::ShownRole).toBool();
     for (const QModelIndex& index : selected)
         m_model->setShown(index.data(WatchModel::NameRole).toString(), isShown);

@@ -11,8 +11,8 @@ namespace Velk {
 class WatchModel;
 class WatchSortModel;
 
-/// The table of the watched keys, with their newest values. Keys are dropped here from the catalogue, removed with
-/// Delete, and shown or hidden in the plot by their check box, or by Space anywhere in the row.
+/// The table of the watched keys, with their newest values. It takes keys that are dragged from the catalogue. Delete
+/// removes the selected keys; the check box, or Space anywhere in the row, shows or hides a key in the plot.
 class WatchPanel : public QTableView
 {
     Q_OBJECT
@@ -24,16 +24,16 @@ public:
     /// The keys of the selected rows.
     QSet<MemoryKey> selectedKeys() const;
 
-    /// The widths, the order and the sorting of the columns; restoring ignores what it does not know.
+    /// The widths, the order and the sorting of the columns. A state of another version is ignored.
     QByteArray saveColumns() const;
     void restoreColumns(const QByteArray& state);
 
 public Q_SLOTS:
-    /// Asks for the colour of the present row.
+    /// Opens a dialog for the colour of the current row's key.
     void chooseColor();
 
 Q_SIGNALS:
-    /// The user wants the selected keys to be watched no more.
+    /// The user wants to stop watching these keys.
     void removalRequested(const QSet<Velk::MemoryKey>& keys);
 
 protected:

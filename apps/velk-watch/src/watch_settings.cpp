@@ -20,7 +20,7 @@ const QString colorEntry = QStringLiteral("color");
 const QString shownEntry = QStringLiteral("shown");
 const QString recordingFolderEntry = QStringLiteral("recording/folder");
 
-// QSettings keeps two programs of one maker apart by their names.
+// The settings file of the user is organisation/application.ini.
 const QString organisation = QStringLiteral("memorykeymodel");
 const QString application = QStringLiteral("velk-watch");
 
@@ -110,7 +110,7 @@ QList<WatchedKey> WatchSettings::watchedKeys() const
 
 void WatchSettings::setWatchedKeys(const QList<WatchedKey>& keys)
 {
-    // What a longer list left behind would stay in the file.
+    // Otherwise the entries of a longer list stay in the file.
     m_settings.remove(watchedKeysEntry);
     m_settings.beginWriteArray(watchedKeysEntry, int(keys.size()));
     for (int index = 0; index < keys.size(); ++index) {

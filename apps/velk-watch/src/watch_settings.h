@@ -12,11 +12,11 @@
 
 namespace Velk {
 
-/// A key that the user watches, as it is remembered.
+/// A watched key in the settings.
 struct WatchedKey
 {
     QString name;
-    QColor color; ///< invalid: the next one of the palette
+    QColor color; ///< invalid: the key gets a colour when it is displayed
     bool isShown = true;
 };
 
@@ -25,16 +25,16 @@ inline bool operator==(const WatchedKey& a, const WatchedKey& b)
     return a.name == b.name && a.color == b.color && a.isShown == b.isShown;
 }
 
-/// What the application remembers from one run to the next. Entries that are damaged, or were written by another
-/// version, count as not there.
+/// The settings that the application keeps from one run to the next. An entry that is damaged, or that another version
+/// wrote, counts as missing.
 class WatchSettings
 {
 public:
-    /// The settings file; with an empty name the user's own, in the place where the desktop keeps such files.
+    /// Opens a settings file; with an empty name the user's own, in the user's configuration folder.
     explicit WatchSettings(const QString& fileName = {});
 
     QString fileName() const { return m_settings.fileName(); }
-    /// Writes what was set to the file. False when that was not possible.
+    /// Writes the settings to the file. Returns whether that was possible.
     bool sync();
 
     QByteArray geometry() const;
@@ -53,7 +53,7 @@ public:
     QList<WatchedKey> watchedKeys() const;
     void setWatchedKeys(const QList<WatchedKey>& keys);
 
-    /// Milliseconds; 0 when none is remembered.
+    /// Milliseconds; 0 when none was set.
     int samplingPeriod() const;
     void setSamplingPeriod(int periodMs);
 
@@ -68,7 +68,7 @@ public:
     void setRecordingFolder(const QString& folder);
 
 private:
-    mutable QSettings m_settings; // an array of it is read through a position that it keeps
+    mutable QSettings m_settings; // reading an array moves a position in it
 };
 
 } // namespace Velk

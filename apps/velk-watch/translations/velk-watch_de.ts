@@ -97,8 +97,8 @@ Schaffen Sie Platz auf dem Datenträger von %4, bevor Sie wieder aufzeichnen.</t
         <translation>Schlüssel suchen</translation>
     </message>
     <message>
-        <source>Type a part of a name; * stands for any text. Enter watches the only key that is left.</source>
-        <translation>Geben Sie einen Teil eines Namens ein; * steht für beliebigen Text. Die Eingabetaste beobachtet den einzigen Schlüssel, der übrig ist.</translation>
+        <source>Type a part of a name; * matches any text, ? one character. Enter watches the only key that is left.</source>
+        <translation>Geben Sie einen Teil eines Namens ein; * steht für beliebigen Text, ? für ein Zeichen. Die Eingabetaste beobachtet den einzigen Schlüssel, der übrig ist.</translation>
     </message>
     <message>
         <source>The text is a regular expression</source>
@@ -766,14 +766,6 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
         <translation>Diagramm der beobachteten Schlüssel</translation>
     </message>
     <message>
-        <source>Seconds before now</source>
-        <translation>Sekunden vor jetzt</translation>
-    </message>
-    <message>
-        <source>Seconds before now (frozen)</source>
-        <translation>Sekunden vor jetzt (angehalten)</translation>
-    </message>
-    <message>
         <source>Nothing to plot yet: watch a key, and show it.</source>
         <translation>Noch nichts zu zeichnen: Beobachten Sie einen Schlüssel und zeigen Sie ihn.</translation>
     </message>
@@ -781,6 +773,20 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
         <source>The keys that are shown have no value yet that can be plotted.</source>
         <translation>Die gezeigten Schlüssel haben noch keinen Wert, der sich zeichnen lässt.</translation>
     </message>
+</context>
+<context>
+    <name>Velk::PlotCanvas</name>
+    <message>
+        <source>Seconds before now</source>
+        <translation>Sekunden vor jetzt</translation>
+    </message>
+    <message>
+        <source>Seconds before now (frozen)</source>
+        <translation>Sekunden vor jetzt (angehalten)</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::PlotReadings</name>
     <message>
         <source>%1 s before now</source>
         <translation>vor %1 s</translation>
@@ -1274,7 +1280,7 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
 <context>
     <name>Velk::WatchOptions</name>
     <message>
-        <source>velk-watch --help tells the options.</source>
+        <source>velk-watch --help lists the options.</source>
         <translation>velk-watch --help nennt die Optionen.</translation>
     </message>
     <message>

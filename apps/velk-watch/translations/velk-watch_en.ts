@@ -12,7 +12,7 @@
     </message>
 </context>
 <context>
-    <name>Velk::PlotView</name>
+    <name>Velk::PlotReadings</name>
     <message numerus="yes">
         <source>and %n more</source>
         <translation>

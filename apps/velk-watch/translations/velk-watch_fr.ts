@@ -97,8 +97,8 @@ Faites de la place sur le disque de %4 avant d’enregistrer à nouveau.</transl
         <translation>Chercher des clés</translation>
     </message>
     <message>
-        <source>Type a part of a name; * stands for any text. Enter watches the only key that is left.</source>
-        <translation>Tapez une partie d’un nom ; * remplace n’importe quel texte. Entrée observe la seule clé qui reste.</translation>
+        <source>Type a part of a name; * matches any text, ? one character. Enter watches the only key that is left.</source>
+        <translation>Tapez une partie d’un nom ; * remplace n’importe quel texte, ? un caractère. Entrée observe la seule clé qui reste.</translation>
     </message>
     <message>
         <source>The text is a regular expression</source>
@@ -766,14 +766,6 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
         <translation>Graphique des clés observées</translation>
     </message>
     <message>
-        <source>Seconds before now</source>
-        <translation>Secondes avant maintenant</translation>
-    </message>
-    <message>
-        <source>Seconds before now (frozen)</source>
-        <translation>Secondes avant maintenant (figé)</translation>
-    </message>
-    <message>
         <source>Nothing to plot yet: watch a key, and show it.</source>
         <translation>Rien à tracer pour l’instant : observez une clé et montrez-la.</translation>
     </message>
@@ -781,6 +773,20 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
         <source>The keys that are shown have no value yet that can be plotted.</source>
         <translation>Les clés montrées n’ont pas encore de valeur que l’on puisse tracer.</translation>
     </message>
+</context>
+<context>
+    <name>Velk::PlotCanvas</name>
+    <message>
+        <source>Seconds before now</source>
+        <translation>Secondes avant maintenant</translation>
+    </message>
+    <message>
+        <source>Seconds before now (frozen)</source>
+        <translation>Secondes avant maintenant (figé)</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::PlotReadings</name>
     <message>
         <source>%1 s before now</source>
         <translation>il y a %1 s</translation>
@@ -1274,7 +1280,7 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
 <context>
     <name>Velk::WatchOptions</name>
     <message>
-        <source>velk-watch --help tells the options.</source>
+        <source>velk-watch --help lists the options.</source>
         <translation>velk-watch --help donne les options.</translation>
     </message>
     <message>

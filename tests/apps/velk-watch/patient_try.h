@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-// Machines that run the tests are slow at times, and run several tests at once: QtTest's five seconds are not enough.
+// A loaded machine needs more than the five seconds of QtTest.
 #undef QTRY_VERIFY
 #define QTRY_VERIFY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
 #undef QTRY_COMPARE

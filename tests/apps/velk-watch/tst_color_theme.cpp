@@ -37,7 +37,7 @@ private Q_SLOTS:
         QVERIFY(ratio(QPalette::Link, QPalette::Base) >= 4.5);
     }
 
-    void theDesktopsPaletteIsLeftAsItIs()
+    void theDesktopThemeKeepsItsPalette()
     {
         const QPalette desktop(Qt::magenta);
 
@@ -53,13 +53,13 @@ private Q_SLOTS:
         QCOMPARE(themes, ColorTheme::names());
     }
 
-    void anUnknownNameIsTheDesktops()
+    void anUnknownNameGivesTheDesktopTheme()
     {
         QCOMPARE(ColorTheme::fromString(QStringLiteral("sepia")), ColorTheme::Desktop);
         QCOMPARE(ColorTheme::fromString(QString()), ColorTheme::Desktop);
     }
 
-    void contrastIsThatOfTheGuidelines()
+    void theContrastRatioIsThatOfTheGuidelines()
     {
         QCOMPARE(contrastRatio(Qt::black, Qt::white), 21.0);
         QCOMPARE(contrastRatio(Qt::white, Qt::black), 21.0);

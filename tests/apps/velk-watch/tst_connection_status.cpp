@@ -9,7 +9,7 @@ class TestConnectionStatus : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void tellsTheStateAndSinceWhen_data()
+    void namesTheStateAndItsDuration_data()
     {
         QTest::addColumn<int>("state");
         QTest::addColumn<QString>("text");
@@ -19,7 +19,7 @@ private Q_SLOTS:
         QTest::newRow("lost") << int(RobotLink::Lost) << QStringLiteral("Connection lost for 1 min 5 s, trying again");
     }
 
-    void tellsTheStateAndSinceWhen()
+    void namesTheStateAndItsDuration()
     {
         QFETCH(int, state);
         const QDateTime since = QDateTime::fromSecsSinceEpoch(1000);
@@ -30,12 +30,12 @@ private Q_SLOTS:
         QTEST(status.text(since.addSecs(65)), "text");
     }
 
-    void nothingWasOpenedYet()
+    void withoutARobotThereIsNoDuration()
     {
         QCOMPARE(ConnectionStatus().text(QDateTime::fromSecsSinceEpoch(5)), QStringLiteral("Disconnected"));
     }
 
-    void aStateThatIsToldAgainKeepsItsTime()
+    void theSameStateAgainKeepsItsTime()
     {
         const QDateTime since = QDateTime::fromSecsSinceEpoch(1000);
         ConnectionStatus status;

@@ -79,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(std::count(shown.cbegin(), shown.cend(), CurvePoint({6543 * 0.001, 99})), 1);
     }
 
-    void noMoreThanTheScreenCanShow_data()
+    void noMorePointsThanTheScreenCanShow_data()
     {
         QTest::addColumn<int>("gapEvery");
         QTest::newRow("no gaps") << 0;
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QTest::newRow("nothing but gaps") << 1;
     }
 
-    void noMoreThanTheScreenCanShow()
+    void noMorePointsThanTheScreenCanShow()
     {
         QFETCH(int, gapEvery);
         QVector<CurvePoint> points = flat(10000);
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(text(decimated(points, 0, 2, 1)), QStringLiteral("0:0 0.2:3 0.5:- 0.501:0 0.8:4"));
     }
 
-    void whatFollowsALongGapIsNotJoined()
+    void pointsAfterALongGapAreNotJoined()
     {
         // Two gaps in one column; the second is the long one.
         QVector<CurvePoint> points = flat(1000);

@@ -43,7 +43,7 @@ QString curveText(const std::vector<HistorySample>& samples, MemoryKeyNature nat
     return text(HistoryCurves::curveOf(HistorySpan(samples.data(), samples.data() + samples.size()), nature));
 }
 
-// A robot with keys that are watched, and the curves of what it delivers.
+// A robot with watched keys, and the curves of the values that it delivers.
 struct Fixture
 {
     explicit Fixture(const QStringList& names)
@@ -90,7 +90,7 @@ private Q_SLOTS:
                  QStringLiteral("marks 1:1 2:1"));
     }
 
-    void whatIsNoNumberLeavesAGap()
+    void aValueThatIsNoNumberLeavesAGap()
     {
         QCOMPARE(curveText({sample(1, 1), sample(2, QStringLiteral("broken")), sample(3, std::nan("")), sample(4, 4)}),
                  QStringLiteral("line 1:1 2:- 3:- 4:4"));

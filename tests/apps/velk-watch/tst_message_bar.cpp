@@ -25,7 +25,7 @@ class TestMessageBar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void itIsHiddenUntilThereIsSomethingToTell()
+    void itIsHiddenUntilThereIsAMessage()
     {
         QWidget window;
         MessageBar bar(&window);
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(bar.count(), 0);
     }
 
-    void markupIsShownAsItStands()
+    void markupIsShownAsText()
     {
         MessageBar bar;
 

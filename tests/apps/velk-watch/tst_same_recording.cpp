@@ -66,7 +66,7 @@ public:
     }
 };
 
-// A robot that plays its values back as soon as they are recorded, and goes away at the end.
+// A robot that delivers all its values as soon as a recording runs, and then ends the connection.
 class PlaybackLink : public RobotLink
 {
 public:
@@ -133,7 +133,7 @@ class TestSameRecording : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The columns follow a hash table; here they follow the same one twice.
+    // The order of the columns is that of a hash table: both recordings need the same seed.
     void initTestCase() { QHashSeed::setDeterministicGlobalSeed(); }
 
     void theWindowAndVelkRecordTheSame()

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int size = 20;
 
-// The element as the style draws it on a window of the theme.
+// The element as the style draws it in the palette of the theme.
 QImage drawn(QStyle::PrimitiveElement element, ColorTheme::Name theme, QStyle::State state)
 {
     QImage picture(size, size, QImage::Format_RGB32);
@@ -33,7 +33,7 @@ class TestThemeStyle : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anEmptyCheckBoxIsSeen_data()
+    void anEmptyCheckBoxIsVisible_data()
     {
         QTest::addColumn<int>("theme");
         QTest::addColumn<double>("minRatio");
@@ -41,7 +41,7 @@ private Q_SLOTS:
         QTest::newRow("high contrast") << int(ColorTheme::HighContrast) << 7.0;
     }
 
-    void anEmptyCheckBoxIsSeen()
+    void anEmptyCheckBoxIsVisible()
     {
         QFETCH(int, theme);
         QFETCH(double, minRatio);
@@ -53,7 +53,7 @@ private Q_SLOTS:
         QVERIFY(contrastRatio(picture.pixelColor(size / 2, size - 1), window) >= minRatio);
     }
 
-    void aButtonThatIsSwitchedOnIsToldFromOneThatIsNot_data()
+    void aButtonThatIsSwitchedOnDiffersFromOneThatIsNot_data()
     {
         QTest::addColumn<int>("theme");
         QTest::newRow("light") << int(ColorTheme::Light);
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QTest::newRow("high contrast") << int(ColorTheme::HighContrast);
     }
 
-    void aButtonThatIsSwitchedOnIsToldFromOneThatIsNot()
+    void aButtonThatIsSwitchedOnDiffersFromOneThatIsNot()
     {
         QFETCH(int, theme);
         const auto center = [theme](QStyle::State state) {

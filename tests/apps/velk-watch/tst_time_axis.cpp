@@ -56,7 +56,7 @@ private Q_SLOTS:
         QCOMPARE(axis.now(), 5.0);
     }
 
-    void frozenItStandsStill()
+    void aFrozenAxisStandsStill()
     {
         TimeAxis axis;
         axis.setNewest(1000);
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(axis.span(), TimeAxis::maxSpan);
     }
 
-    void aFactorThatIsNoneIsIgnored_data()
+    void anInvalidFactorIsIgnored_data()
     {
         QTest::addColumn<double>("factor");
         QTest::newRow("zero") << 0.0;
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QTest::newRow("no number") << double(qQNaN());
     }
 
-    void aFactorThatIsNoneIsIgnored()
+    void anInvalidFactorIsIgnored()
     {
         QFETCH(double, factor);
         TimeAxis axis;

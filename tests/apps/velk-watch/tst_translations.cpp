@@ -58,7 +58,7 @@ QList<Message> readMessages(const QString& fileName)
     return messages;
 }
 
-// "%1 %L2 %n": what is put into the text, sorted.
+// "%1 %L2 %n": the places of arguments in the text, sorted.
 QString placesIn(const QString& text)
 {
     static const QRegularExpression place(QStringLiteral("%L?(\\d+|n)"));
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(fileOf(language), copy));
         QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
 
-        // What the window itself says, and what it shows of the core.
+        // A text of the window, and one of the core that it shows.
         QProcess lupdate;
         lupdate.setWorkingDirectory(QStringLiteral(PROJECT_FOLDER));
         lupdate.start(QStringLiteral(LUPDATE),

@@ -31,21 +31,21 @@ private Q_SLOTS:
         QVERIFY(axis.upper() > 20 && axis.upper() < 22);
     }
 
-    void rangesThatAreNone_data()
+    void rangesThatAreTooNarrowOrTooWide_data()
     {
         QTest::addColumn<QVector<double>>("values");
         const double infinity = std::numeric_limits<double>::infinity();
         const double greatest = std::numeric_limits<double>::max();
         QTest::newRow("a level curve") << QVector<double>{5, 5};
         QTest::newRow("a level curve at zero") << QVector<double>{0, 0};
-        QTest::newRow("differences that doubles hardly tell") << QVector<double>{1, 1 + 1e-15};
+        QTest::newRow("differences near the precision of doubles") << QVector<double>{1, 1 + 1e-15};
         QTest::newRow("the greatest doubles") << QVector<double>{-greatest, greatest};
         QTest::newRow("infinity") << QVector<double>{-infinity, 1, infinity};
         QTest::newRow("gaps") << QVector<double>{std::nan(""), 3, std::nan("")};
         QTest::newRow("the smallest doubles") << QVector<double>{std::numeric_limits<double>::denorm_min(), 0};
     }
 
-    void rangesThatAreNone()
+    void rangesThatAreTooNarrowOrTooWide()
     {
         QFETCH(QVector<double>, values);
         QVector<CurvePoint> points;
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QVERIFY(!axis.isFitting());
     }
 
-    void zoomingHasNoEndThatBreaksIt()
+    void zoomingFarKeepsTheRangeFinite()
     {
         ValueAxis axis;
         for (int step = 0; step < 5000; ++step)

@@ -55,7 +55,7 @@ private Q_SLOTS:
 
     void theHelpNamesTheRobots() { QVERIFY(WatchOptions::helpText().contains(QStringLiteral("sim:"))); }
 
-    void withoutADisplayTheCommandForTheSameIsTold_data()
+    void withoutADisplayTheMessageHasTheCommandForTheSame_data()
     {
         QTest::addColumn<QString>("words");
         QTest::addColumn<QString>("command");
@@ -64,7 +64,7 @@ private Q_SLOTS:
                                         << QStringLiteral("velk watch --robot 'sim:?seed=7' Arm/Position 'it'\\''s'");
     }
 
-    void withoutADisplayTheCommandForTheSameIsTold()
+    void withoutADisplayTheMessageHasTheCommandForTheSame()
     {
         QFETCH(QString, words);
         QFETCH(QString, command);

@@ -37,7 +37,7 @@ class TestWatchProgram : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutADisplayItSaysWhatToDo()
+    void withoutADisplayTheMessageSaysWhatToDo()
     {
         const Run result = run({QStringLiteral("--robot"), QStringLiteral("sim:"), QStringLiteral("--watch"),
                                 QStringLiteral("Arm/Elbow/Position")});
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(result.output, QString());
     }
 
-    void whatNeedsNoWindowNeedsNoDisplay()
+    void requestsWithoutAWindowNeedNoDisplay()
     {
         QCOMPARE(run({QStringLiteral("--version")}).status, 0);
         const Run help = run({QStringLiteral("--help")});
@@ -61,8 +61,7 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
         QTest::newRow("an unknown option") << QStringList{QStringLiteral("--nonsense")} << 2;
-        QTest::newRow("an unknown kind of robot")
-            << QStringList{QStringLiteral("--robot"), QStringLiteral("nonsense:")} << 3;
+        QTest::newRow("an unknown scheme") << QStringList{QStringLiteral("--robot"), QStringLiteral("nonsense:")} << 3;
     }
 
     void badCommandLines()

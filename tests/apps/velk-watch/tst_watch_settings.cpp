@@ -11,7 +11,7 @@ class TestWatchSettings : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void whatWasSetIsThereInTheNextRun()
+    void settingsAreKeptForTheNextRun()
     {
         QTemporaryDir folder;
         const QString fileName = folder.filePath(QStringLiteral("watch.ini"));
@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(settings.isCatalogueTree(), true);
     }
 
-    void fewerKeysLeaveNothingOfTheOthers()
+    void aShorterListOfKeysLeavesNothingOfALongerOne()
     {
         QTemporaryDir folder;
         WatchSettings settings(folder.filePath(QStringLiteral("watch.ini")));
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QVERIFY(!file.readAll().contains("name=B"));
     }
 
-    void aDamagedFileCountsAsNothing()
+    void aDamagedFileCountsAsEmpty()
     {
         QTemporaryDir folder;
         const QString fileName = folder.filePath(QStringLiteral("watch.ini"));
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(settings.theme(), ColorTheme::Desktop);
     }
 
-    void aPlaceThatCannotBeWrittenIsTold()
+    void aFileThatCannotBeWrittenIsReported()
     {
         WatchSettings settings(QStringLiteral("/proc/velk-watch/watch.ini"));
         settings.setSamplingPeriod(100);

@@ -22,7 +22,7 @@ namespace {
 const QString elbow = QStringLiteral("Arm/Elbow/Position");
 const QString bumper = QStringLiteral("Bumper/Front");
 
-// One command to the server, as a producer would give it; what the server answered.
+// Sends one command to the server, as a producer does, and returns the reply.
 QString command(const RedisServer& server, const QStringList& words)
 {
     QProcess client;

@@ -1,0 +1,59 @@
+#ifndef APPS_VELK_WATCH_PLOT_CANVAS_H
+#define APPS_VELK_WATCH_PLOT_CANVAS_H
+
+#include "plot_curve.h"
+#include "time_axis.h"
+#include "value_axis.h"
+
+#include <QRect>
+#include <QVector>
+
+#include <optional>
+
+class QCPGraph;
+class QCPItemLine;
+class QCustomPlot;
+class QFont;
+class QPalette;
+class QWidget;
+
+namespace Velk {
+
+/// The widget on which a plot is drawn: axes, curves and the reading line. It keeps no curve and handles no input.
+class PlotCanvas
+{
+public:
+    /// Creates the widget as a child of `parent`, which owns it.
+    explicit PlotCanvas(QWidget* parent);
+
+    QWidget* widget() const;
+    /// The part of the widget between the axes, in its pixels.
+    QRect area() const;
+    /// The pixel columns of the area, in the resolution of the screen.
+    int columns() const;
+    /// The time at a horizontal position, in seconds relative to now, and the value at a vertical one; in pixels of the
+    /// widget.
+    double timeAt(double x) const;
+    double valueAt(double y) const;
+
+    void setColors(const QPalette& colors, const QFont& font);
+    /// Takes the edges of both axes.
+    void setRange(const TimeAxis& time, const ValueAxis& values);
+    /// Hands what is visible of the curves to the widget, for the next refresh(). Returns the number of points.
+    int setCurves(const QVector<PlotCurve>& curves, const TimeAxis& time);
+    /// The reading line, at a horizontal position in pixels; none without one.
+    void setReadingLine(std::optional<double> x);
+    /// Draws all that was set.
+    void refresh();
+
+private:
+    int setCurve(QCPGraph* graph, const PlotCurve& curve, const TimeAxis& time, int lane, bool isSmooth);
+
+    QCustomPlot* m_plot;
+    QCPItemLine* m_readingLine;
+    QVector<QCPGraph*> m_graphs;
+};
+
+} // namespace Velk
+
+#endif

@@ -1,9 +1,15 @@
 #include <apps/velk-watch/src/plot_view.h>
 
 #include <QLabel>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
+
+#include <qcustomplot.h>
+
+#include <algorithm>
+#include <cmath>
 
 using namespace Velk;
 
@@ -28,14 +34,33 @@ QVector<CurvePoint> longHistory()
     return points;
 }
 
-// How many pixels of the picture have the colour, in the columns from `left` to `right`, in parts of the width.
-int pixelsOf(const PlotView& view, const QColor& color, double left = 0, double right = 1)
+QCustomPlot* plotOf(const PlotView& view)
 {
-    const QImage picture = const_cast<PlotView&>(view).grab().toImage();
+    return view.findChild<QCustomPlot*>(QStringLiteral("plot"));
+}
+
+// A curve may cover a pixel in part: its colour is then mixed with the background, which keeps the hue.
+bool shows(const QColor& pixel, const QColor& color)
+{
+    constexpr int quarter = 64; // of full saturation: the background, the grid and the text are grey
+    const int difference = std::abs(pixel.hsvHue() - color.hsvHue());
+    return pixel.hsvSaturation() >= quarter && std::min(difference, 360 - difference) <= 5;
+}
+
+// The pixels between two times, in seconds relative to now, that show the colour. Only the area of the curves counts:
+// how wide the labels beside it are depends on the font.
+int pixelsOf(const PlotView& view, const QColor& color, double from, double to)
+{
+    const QCustomPlot* plot = plotOf(view);
+    const QImage picture = const_cast<QCustomPlot*>(plot)->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect area = plot->axisRect()->rect();
+    const auto scaled = [&](double position) { return int(std::lround(position * picture.devicePixelRatio())); };
+    const int left = std::max(area.left(), int(std::ceil(plot->xAxis->coordToPixel(from))));
+    const int right = std::min(area.right(), int(std::floor(plot->xAxis->coordToPixel(to))));
     int count = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = int(left * picture.width()); x < int(right * picture.width()); ++x)
-            count += picture.pixelColor(x, y).rgb() == color.rgb() ? 1 : 0;
+    for (int y = scaled(area.top()); y < scaled(area.bottom()); ++y) {
+        for (int x = scaled(left); x < scaled(right); ++x)
+            count += shows(picture.pixelColor(x, y), color) ? 1 : 0;
     }
     return count;
 }
@@ -54,7 +79,6 @@ private:
         view.show();
         view.drawNow();
     }
-    static QWidget* plotOf(const PlotView& view) { return view.findChild<QWidget*>(QStringLiteral("plot")); }
     static void key(const PlotView& view, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(plotOf(view), key, modifiers);
@@ -65,6 +89,20 @@ private:
         QWheelEvent turn(center, plotOf(view)->mapToGlobal(center), QPoint(), QPoint(0, 120 * notches), Qt::NoButton,
                          modifiers, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(plotOf(view), &turn);
+    }
+
+    // As an event and not with QTest::mouseMove(), which moves the pointer of the screen: it stays on the screen, and a
+    // window at twice the size is larger than that.
+    static void movePointer(const PlotView& view, const QPointF& position, Qt::MouseButtons buttons = Qt::NoButton)
+    {
+        QMouseEvent move(QEvent::MouseMove, position, plotOf(view)->mapToGlobal(position), Qt::NoButton, buttons,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(plotOf(view), &move);
+    }
+    // The middle of the height, at a time in seconds relative to now.
+    static QPointF positionAt(const PlotView& view, double time)
+    {
+        return {plotOf(view)->xAxis->coordToPixel(time), double(plotOf(view)->axisRect()->rect().center().y())};
     }
 
 private Q_SLOTS:
@@ -92,7 +130,7 @@ private Q_SLOTS:
         view.setCurves({line(longHistory())}, 100);
         show(view);
 
-        QVERIFY(pixelsOf(view, Qt::red) > 100);
+        QVERIFY(pixelsOf(view, Qt::red, -30, 0) > 100);
     }
 
     void noMoreIsDrawnThanTheScreenShows()
@@ -111,9 +149,9 @@ private Q_SLOTS:
         view.setCurves({line({{70, 1}, {80, 1}, gapAt(80.1), {95, 1}, {100, 1}})}, 100);
         show(view);
 
-        QVERIFY(pixelsOf(view, Qt::red, 0.1, 0.3) > 0);
-        QCOMPARE(pixelsOf(view, Qt::red, 0.5, 0.7), 0);
-        QVERIFY(pixelsOf(view, Qt::red, 0.9, 1.0) > 0);
+        QVERIFY(pixelsOf(view, Qt::red, -29, -21) > 0);
+        QCOMPARE(pixelsOf(view, Qt::red, -19, -6), 0);
+        QVERIFY(pixelsOf(view, Qt::red, -4, -1) > 0);
     }
 
     void anEventIsAMarkAndNoCurve()
@@ -122,9 +160,9 @@ private Q_SLOTS:
         view.setCurves({curveOf(QStringLiteral("Bumper"), PlotCurve::Marks, Qt::magenta, {{75, 1}, {90, 1}})}, 100);
         show(view);
 
-        QCOMPARE(pixelsOf(view, Qt::magenta, 0.35, 0.55), 0); // between the two
-        QVERIFY(pixelsOf(view, Qt::magenta, 0.1, 0.35) > 10);
-        QVERIFY(pixelsOf(view, Qt::magenta, 0.55, 0.9) > 10);
+        QVERIFY(pixelsOf(view, Qt::magenta, -26, -24) > 10);
+        QCOMPARE(pixelsOf(view, Qt::magenta, -23, -12), 0); // between the two
+        QVERIFY(pixelsOf(view, Qt::magenta, -11, -9) > 10);
     }
 
     void aStepHoldsUntilNow()
@@ -133,7 +171,7 @@ private Q_SLOTS:
         view.setCurves({curveOf(QStringLiteral("Docked"), PlotCurve::Steps, Qt::blue, {{75, 0}, {85, 1}})}, 100);
         show(view);
 
-        QVERIFY(pixelsOf(view, Qt::blue, 0.9, 1.0) > 0);
+        QVERIFY(pixelsOf(view, Qt::blue, -4, -1) > 0);
     }
 
     void withoutCurvesItSaysWhatToDo()
@@ -253,11 +291,11 @@ private Q_SLOTS:
         PlotView view;
         view.setCurves({line(longHistory())}, 100);
         show(view);
-        QWidget* const plot = plotOf(view);
+        QCustomPlot* const plot = plotOf(view);
         const QPoint start = plot->rect().center();
 
         QTest::mousePress(plot, Qt::LeftButton, {}, start);
-        QTest::mouseMove(plot, start + QPoint(100, 0));
+        movePointer(view, start + QPoint(100, 0), Qt::LeftButton);
         QTest::mouseRelease(plot, Qt::LeftButton, {}, start + QPoint(100, 0));
 
         QVERIFY(!view.isFollowing());
@@ -270,9 +308,9 @@ private Q_SLOTS:
         PlotView view;
         view.setCurves({line({{0, 1}, {90, 5}, {100, 7}})}, 100);
         show(view);
-        QWidget* const plot = plotOf(view);
+        QCustomPlot* const plot = plotOf(view);
 
-        QTest::mouseMove(plot, plot->rect().center());
+        movePointer(view, positionAt(view, -15));
         view.drawNow();
         QCOMPARE(view.readings(), QVector<CurveReading>({{QStringLiteral("Line"), Qt::red, QStringLiteral("1")}}));
         auto* label = view.findChild<QLabel*>(QStringLiteral("readings"));
@@ -326,7 +364,8 @@ private Q_SLOTS:
         view.setPalette(dark);
         view.drawNow();
 
-        QVERIFY(pixelsOf(view, QColor(0x1b1d20)) > 800 * 300 / 2);
+        const QPoint corner(1, 1); // outside the area of the curves
+        QCOMPARE(view.grab().toImage().pixelColor(corner).rgb(), QColor(0x1b1d20).rgb());
     }
 };
 

@@ -12,6 +12,11 @@
 
 namespace Velk {
 
+/// The samples of one key: time stamp to value.
+using Samples = QMap<double, QVariant>;
+/// One delivery: the samples of each key, by key name.
+using GatheredData = QMap<QString, Samples>;
+
 /// The memory service of a connected robot: the names of its keys, and the values of those that are watched.
 ///
 /// A connection library derives from this class and hands it out as boost::shared_ptr through
@@ -61,7 +66,8 @@ public:
 Q_SIGNALS:
     /// The values that were gathered for the watched keys, by key name and by time stamp. Emitted every gather period
     /// while the watcher runs, on the models' thread; an implementation that emits it elsewhere registers the
-    /// argument's type with Qt's meta-type system, so that it can be queued.
+    /// argument's type with Qt's meta-type system, so that it can be queued. The argument is a GatheredData; it is
+    /// spelt out because string-based connections compare the text.
     void dataGathered(const QMap<QString, QMap<double, QVariant>>& data);
 };
 

@@ -36,11 +36,6 @@ public:
 
     /// "embedded:"
     QString url() const override;
-    State state() const override;
-    boost::shared_ptr<MemoryInterface> memoryInterface() override;
-    /// Counts occurrences, and samples of data keys, that did not fit in the queue of their key, as dropped.
-    SampleLosses losses() const override;
-    SampleLosses losses(const QString& keyName) const override;
 
     /// What the robot answers when it is asked for real-time sampling, from the next connection on; true at first.
     bool isRealTimeSupported() const { return m_isRealTimeSupported; }
@@ -49,9 +44,6 @@ public:
     /// 4096 at first. When there are more, the oldest are dropped.
     int queueCapacity() const { return m_queueCapacity; }
     void setQueueCapacity(int capacity);
-
-    void open() override;
-    void close() override;
 
     /// Takes the robot out of reach: a connection that stands is lost, one that is being made waits. Nothing when it is
     /// out of reach already.
@@ -68,22 +60,25 @@ protected:
 
     /// The robot writes: the link connects. Ignored when the link was closed since.
     void robotStarted();
-    /// The robot cannot be started; tells failed(). Ignored when the link was closed since.
+    /// The robot cannot be started: reports failed(). Ignored when the link was closed since.
     void robotFailed(const QString& title, const QString& message);
+
+    void startConnecting() override;
+    void stopConnecting() override;
+    void endService(MemoryInterface& service, Ending ending) override;
+    void collectLosses() override;
 
 private:
     void connectToRobot();
-    void dropInterface();
 
     const std::shared_ptr<RobotMemory> m_memory;
     std::shared_ptr<QHash<QString, std::shared_ptr<std::atomic<qint64>>>> m_dropCounts;
-    boost::shared_ptr<EmbeddedMemoryInterface> m_memoryInterface;
-    State m_state = Disconnected;
+    QHash<QString, qint64> m_recordedDrops;
     bool m_isRobotRunning = false;
     bool m_isRobotInReach = true;
     bool m_isRealTimeSupported = true;
     int m_queueCapacity = 4096;
-    int m_change = 0; // counts the changes of state, to tell whether a slot or a posted call came too late
+    int m_opening = 0; // counts the openings: a posted call may come after the one that it belongs to
 };
 
 } // namespace Velk

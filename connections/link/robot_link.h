@@ -1,18 +1,30 @@
 #ifndef CONNECTIONS_LINK_ROBOT_LINK_H
 #define CONNECTIONS_LINK_ROBOT_LINK_H
 
+#include <connections/link/failure_filter.h>
 #include <connections/link/link_export.h>
+#include <connections/link/link_report.h>
+#include <connections/link/loss_ledger.h>
 #include <connections/link/sample_losses.h>
 #include <robotconnection/connection_manager.h>
 
 #include <QString>
+
+#include <functional>
+#include <optional>
 
 namespace Velk {
 
 /// A connection manager that an application opens and closes: what every connection of this project offers beyond the
 /// contract that the models need.
 ///
-/// Lives on the models' thread; every signal is emitted there.
+/// Time stamps of the values that a link delivers are seconds since the Unix epoch, strictly ascending for each key.
+///
+/// Lives on the models' thread; every signal is emitted there. No call blocks. A slot of any signal may open, close or
+/// delete the link: the signals that are due after it are then left out.
+///
+/// A connection derives from this class, implements the two hooks startConnecting() and stopConnecting(), and reports
+/// what happens by establish(), lose(), giveUp() and reportFailure(). States, signals and their order are done here.
 class LINK_EXPORT RobotLink : public ConnectionManager
 {
     Q_OBJECT
@@ -32,25 +44,90 @@ public:
 
     /// The robot's URL, fit to be shown: a password in it is left out.
     virtual QString url() const = 0;
-    virtual State state() const = 0;
-    bool isConnected() const override;
+    State state() const { return m_state; }
+    bool isConnected() const final { return m_state == Connected; }
+    boost::shared_ptr<MemoryInterface> memoryInterface() final { return m_memoryInterface; }
 
     /// Connects to the robot, from the event loop, and again after every loss until close() is called. Nothing when it
-    /// is open.
-    virtual void open() = 0;
-    /// Closes the connection at once; disconnected() is emitted if it stood. Nothing when it is closed.
-    virtual void close() = 0;
+    /// is open. The losses of an earlier opening are forgotten.
+    void open();
+    /// Closes the connection at once; disconnected() is emitted if it was connected. Nothing when it is closed.
+    void close();
 
-    /// What was not delivered, over all keys, and of one key.
-    virtual SampleLosses losses() const = 0;
-    virtual SampleLosses losses(const QString& keyName) const = 0;
+    /// What was not delivered since the robot was opened.
+    const LossLedger& lossLedger() const;
+    /// The counts of it, over all keys, and of one key.
+    SampleLosses losses() const { return lossLedger().total().losses(); }
+    SampleLosses losses(const QString& keyName) const { return lossLedger().ofKey(keyName).losses(); }
+
+    /// What the memory service of this connection answered to MemoryInterface::isRealTimeSupported(): it gives every
+    /// asker the same answer. Empty while it has not answered, and without a connection.
+    std::optional<bool> realTimeSupport() const { return m_realTimeSupport; }
+
+    /// Finds out what can be said about the robot's side, and calls `done` from the event loop, once. Not called when
+    /// the link is not connected, or when the connection ends meanwhile. Here: an empty report.
+    virtual void requestReport(std::function<void(const LinkReport&)> done);
 
 Q_SIGNALS:
     /// state() changed. Emitted before the connection manager's own signal of the same change.
     void stateChanged(Velk::RobotLink::State state);
-    /// An attempt to connect failed, or the connection was lost: a short title, and a sentence that says what happened
-    /// and what to do. The link goes on trying unless state() is Disconnected.
+    /// An attempt to connect failed, the connection was lost, or the robot's side refuses something: a short title, and
+    /// a sentence that says what happened and what to do. The link goes on trying unless state() is Disconnected.
+    /// Emitted once for the same failure until the link is connected or opened again; the failure that ended a
+    /// connection comes after connectionLost().
     void failed(const QString& title, const QString& message);
+    /// lossLedger() has new entries. At most once per turn of the event loop.
+    void lossesRecorded();
+    /// realTimeSupport() has its answer, once for each connection on which someone asked. Emitted from the event loop,
+    /// after the asker was answered.
+    void realTimeSupportAnswered(bool isSupported);
+
+protected:
+    enum class Ending
+    {
+        Lost,  ///< the connection broke: isConnected() is still true, what was gathered can be delivered
+        Closed ///< close() was called, or the link is destroyed: nothing is delivered any more
+    };
+
+    /// Begins to connect, for open(). Ends later, and never within this call, in establish(), giveUp(), or any number
+    /// of reportFailure() calls while the connection goes on trying.
+    virtual void startConnecting() = 0;
+    /// Undoes startConnecting(), for close(). No establish() or lose() may come from it afterwards.
+    virtual void stopConnecting() = 0;
+    /// The connection is over: the service must deliver nothing and finish its lists from now on, whoever still holds
+    /// it. The pointer that memoryInterface() gives is dropped after this call.
+    virtual void endService(MemoryInterface& service, Ending ending);
+    /// Records in the ledger what was lost and is counted elsewhere still. Called before the ledger is read.
+    virtual void collectLosses() {}
+
+    /// The robot is connected, with this memory service, which is not null. Nothing when the link is closed or
+    /// connected.
+    void establish(boost::shared_ptr<MemoryInterface> service);
+    /// The connection broke, for the given reason: the state becomes Lost. Nothing without a connection.
+    void lose(const QString& title, const QString& message);
+    /// The link cannot connect and does not try again: closes it, as close() does, and reports the failure.
+    void giveUp(const QString& title, const QString& message);
+    /// Emits failed(), once for the same failure.
+    void reportFailure(const QString& title, const QString& message);
+    /// The memory service has queued its answer to the one who asked; only the first call of a connection counts.
+    void setRealTimeSupport(bool isSupported);
+    /// To record losses in, from this thread.
+    LossLedger& ledger() { return m_ledger; }
+    /// Ends the service and stops connecting without a signal. The destructor of each class that implements a hook
+    /// calls it: the hooks cannot be reached from the destructor of this class.
+    void shutDown();
+
+private:
+    bool changeState(State state);
+    void publishLosses();
+
+    State m_state = Disconnected;
+    int m_change = 0;            // counts the changes of state: a slot may have made another one meanwhile
+    bool m_isConnecting = false; // between startConnecting() and stopConnecting()
+    boost::shared_ptr<MemoryInterface> m_memoryInterface;
+    std::optional<bool> m_realTimeSupport;
+    FailureFilter m_failures;
+    LossLedger m_ledger;
 };
 
 } // namespace Velk

@@ -9,15 +9,22 @@ namespace Velk {
 struct SampleLosses
 {
     qint64 skippedTicks = 0; ///< sampling ticks left out because the answer to the one before was outstanding
-    qint64 dropped = 0;      ///< occurrences that did not fit in the connection's queue between two deliveries
+    qint64 missedTicks = 0;  ///< sampling ticks that this program was too busy for, or stopped
+    qint64 dropped = 0;      ///< samples and occurrences that did not fit in the connection's buffer between deliveries
     qint64 trimmed = 0;      ///< occurrences that the robot itself had discarded before they could be fetched
 
-    qint64 total() const { return skippedTicks + dropped + trimmed; }
+    qint64 total() const { return skippedTicks + missedTicks + dropped + trimmed; }
 };
 
 inline bool operator==(const SampleLosses& a, const SampleLosses& b)
 {
-    return a.skippedTicks == b.skippedTicks && a.dropped == b.dropped && a.trimmed == b.trimmed;
+    return a.skippedTicks == b.skippedTicks && a.missedTicks == b.missedTicks && a.dropped == b.dropped &&
+           a.trimmed == b.trimmed;
+}
+
+inline bool operator!=(const SampleLosses& a, const SampleLosses& b)
+{
+    return !(a == b);
 }
 
 } // namespace Velk

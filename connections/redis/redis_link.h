@@ -38,24 +38,20 @@ public:
     ~RedisLink() override;
 
     QString url() const override;
-    State state() const override;
-    boost::shared_ptr<MemoryInterface> memoryInterface() override;
-    SampleLosses losses() const override;
-    SampleLosses losses(const QString& keyName) const override;
-
-    void open() override;
-    void close() override;
 
     /// Finds out about the server and calls `done`, once, from the event loop; nothing when the link is not connected,
     /// or when the connection is lost meanwhile.
     void requestServerReport(std::function<void(const RedisServerReport&)> done);
 
+protected:
+    void startConnecting() override;
+    void stopConnecting() override;
+    void endService(MemoryInterface& service, Ending ending) override;
+
 private:
     explicit RedisLink(const RedisUrl& url);
 
     void onEstablished();
-    void onLost(const QString& title, const QString& message);
-    void onAttemptFailed(const QString& title, const QString& message);
 
     struct Private;
     const std::unique_ptr<Private> d; // keeps the socket's and the protocol reader's headers out of this one

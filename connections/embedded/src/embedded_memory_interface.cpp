@@ -225,6 +225,7 @@ void EmbeddedMemoryInterface::isRealTimeSupported(QObject* receiver, const char*
     // by then, and is dropped with the receiver.
     QMetaObject::invokeMethod(receiver, member, Qt::QueuedConnection,
                               Q_ARG(bool, m_isRealTimeSupported && !m_isShutDown));
+    emit realTimeAnswered(m_isRealTimeSupported);
 }
 
 void EmbeddedMemoryInterface::timerEvent(QTimerEvent* event)

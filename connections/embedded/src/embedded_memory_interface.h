@@ -56,6 +56,10 @@ public:
 
     void isRealTimeSupported(QObject* receiver, const char* member) override;
 
+Q_SIGNALS:
+    /// isRealTimeSupported() has queued its answer.
+    void realTimeAnswered(bool isSupported);
+
 protected:
     void timerEvent(QTimerEvent* event) override;
 

@@ -1,16 +1,157 @@
 #include <connections/link/robot_link.h>
 
+#include <robotconnection/memory_interface.h>
+
+#include <QMetaObject>
+#include <QPointer>
+
+#include <utility>
+
 namespace Velk {
 
 RobotLink::RobotLink(QObject* parent)
     : ConnectionManager(parent)
-{}
+{
+    m_ledger.setRecorded([this] { QMetaObject::invokeMethod(this, &RobotLink::publishLosses, Qt::QueuedConnection); });
+}
 
 RobotLink::~RobotLink() = default;
 
-bool RobotLink::isConnected() const
+void RobotLink::open()
 {
-    return state() == Connected;
+    if (m_state != Disconnected)
+        return;
+    m_ledger.clear();
+    m_failures.clear();
+    if (!changeState(Connecting))
+        return;
+    m_isConnecting = true;
+    startConnecting();
+}
+
+void RobotLink::close()
+{
+    if (m_state == Disconnected)
+        return;
+    const bool wasConnected = m_state == Connected;
+    // The state comes first: whoever is called back by the hooks finds the link closed.
+    m_state = Disconnected;
+    const int change = ++m_change;
+    const QPointer<RobotLink> self(this);
+    shutDown();
+    if (!self || m_change != change)
+        return;
+    emit stateChanged(m_state);
+    if (self && m_change == change && wasConnected)
+        emit disconnected();
+}
+
+const LossLedger& RobotLink::lossLedger() const
+{
+    // What was lost is lost, whether it is recorded yet or not: the link does not change by it.
+    const_cast<RobotLink*>(this)->collectLosses();
+    return m_ledger;
+}
+
+void RobotLink::requestReport(std::function<void(const LinkReport&)> done)
+{
+    if (m_state != Connected)
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this, change = m_change, done = std::move(done)] {
+            if (m_change == change)
+                done(LinkReport());
+        },
+        Qt::QueuedConnection);
+}
+
+void RobotLink::endService(MemoryInterface&, Ending) {}
+
+void RobotLink::establish(boost::shared_ptr<MemoryInterface> service)
+{
+    if (m_state != Connecting && m_state != Lost)
+        return;
+    m_memoryInterface = std::move(service);
+    m_realTimeSupport.reset();
+    m_failures.clear();
+    if (changeState(Connected))
+        emit connectionEstablished();
+}
+
+void RobotLink::lose(const QString& title, const QString& message)
+{
+    if (m_state != Connected)
+        return;
+    const QPointer<RobotLink> self(this);
+    const int connectedChange = m_change;
+    const boost::shared_ptr<MemoryInterface> service = m_memoryInterface;
+    endService(*service, Ending::Lost);
+    if (!self || m_change != connectedChange)
+        return;
+    m_memoryInterface.reset();
+    m_realTimeSupport.reset();
+    if (!changeState(Lost))
+        return;
+    const int change = m_change;
+    emit connectionLost();
+    if (self && m_change == change)
+        reportFailure(title, message);
+}
+
+void RobotLink::giveUp(const QString& title, const QString& message)
+{
+    const QPointer<RobotLink> self(this);
+    close();
+    if (self && m_state == Disconnected)
+        reportFailure(title, message);
+}
+
+void RobotLink::reportFailure(const QString& title, const QString& message)
+{
+    if (m_failures.isNew(title, message))
+        emit failed(title, message);
+}
+
+void RobotLink::setRealTimeSupport(bool isSupported)
+{
+    if (m_state != Connected || m_realTimeSupport)
+        return;
+    m_realTimeSupport = isSupported;
+    // Queued behind the answer: who asked has it when this is emitted.
+    QMetaObject::invokeMethod(
+        this,
+        [this, change = m_change, isSupported] {
+            if (m_change == change)
+                emit realTimeSupportAnswered(isSupported);
+        },
+        Qt::QueuedConnection);
+}
+
+void RobotLink::shutDown()
+{
+    m_realTimeSupport.reset();
+    if (const boost::shared_ptr<MemoryInterface> service = std::exchange(m_memoryInterface, {}))
+        endService(*service, Ending::Closed);
+    if (std::exchange(m_isConnecting, false))
+        stopConnecting();
+}
+
+// Whether the state is still that one after the signal. False also when the link is gone.
+bool RobotLink::changeState(State state)
+{
+    m_state = state;
+    const int change = ++m_change;
+    const QPointer<RobotLink> self(this);
+    emit stateChanged(state);
+    return self && m_change == change;
+}
+
+void RobotLink::publishLosses()
+{
+    m_ledger.publish();
+    if (!m_ledger.newEntries().isEmpty())
+        emit lossesRecorded();
 }
 
 } // namespace Velk

@@ -23,12 +23,6 @@ QFuture<QStringList> emptyList()
     return promise.future();
 }
 
-// Never from within the question: the answer can come at any time later, and whoever asks is not ready for it sooner.
-void answer(QObject* receiver, const QByteArray& member, bool isSupported)
-{
-    QMetaObject::invokeMethod(receiver, member.constData(), Qt::QueuedConnection, Q_ARG(bool, isSupported));
-}
-
 } // namespace
 
 RedisMemoryInterface::RedisMemoryInterface(RedisSession* session, const RedisUrl& url, const RedisMetadata& metadata,
@@ -131,12 +125,19 @@ void RedisMemoryInterface::isRealTimeSupported(QObject* receiver, const char* me
         return;
     }
     auto* const roundTrips = new RedisRoundTrips(m_session, this);
-    roundTrips->measure([roundTrips, receiver = QPointer<QObject>(receiver),
+    roundTrips->measure([this, roundTrips, receiver = QPointer<QObject>(receiver),
                          member = QByteArray(member)](const std::vector<double>& timesMs) {
         roundTrips->deleteLater();
         if (receiver)
             answer(receiver, member, RedisRoundTrips::percentile99(timesMs) < realTimeRoundTripMs);
     });
+}
+
+// Never from within the question: the answer can come at any time later, and whoever asks is not ready for it sooner.
+void RedisMemoryInterface::answer(QObject* receiver, const QByteArray& member, bool isSupported)
+{
+    QMetaObject::invokeMethod(receiver, member.constData(), Qt::QueuedConnection, Q_ARG(bool, isSupported));
+    emit realTimeAnswered(isSupported);
 }
 
 QByteArray RedisMemoryInterface::rawName(const QString& name) const

@@ -49,7 +49,12 @@ public:
     void setSamplingPeriod(int period) override;
     void isRealTimeSupported(QObject* receiver, const char* member) override;
 
+Q_SIGNALS:
+    /// isRealTimeSupported() has queued an answer.
+    void realTimeAnswered(bool isSupported);
+
 private:
+    void answer(QObject* receiver, const QByteArray& member, bool isSupported);
     QByteArray rawName(const QString& name) const;
     std::vector<RedisSource> sourcesOf(const QByteArray& rawName) const;
 

@@ -1,5 +1,7 @@
 #include "redis_sample_queue.h"
 
+#include <connections/link/unix_time.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -40,14 +42,14 @@ void RedisSampleQueue::add(RedisWatchedKey& key, double stamp, const QVariant& v
 
 void RedisSampleQueue::countDropped(RedisWatchedKey& key, qint64 count)
 {
-    key.history->losses.dropped += count;
-    m_history->total.dropped += count;
+    const double now = unixTime();
+    m_history->ledger->record(key.history->losses, LossCause::Dropped, count, now, now);
 }
 
 void RedisSampleQueue::countTrimmed(RedisWatchedKey& key, qint64 count)
 {
-    key.history->losses.trimmed += count;
-    m_history->total.trimmed += count;
+    const double now = unixTime();
+    m_history->ledger->record(key.history->losses, LossCause::Trimmed, count, now, now);
 }
 
 int RedisSampleQueue::room() const

@@ -49,7 +49,7 @@ void RedisSampler::watch(const QString& name, const QByteArray& rawName, std::ve
         key->rawName = rawName;
         key->periodMs = boundedPeriodMs;
         key->sources = std::move(sources);
-        key->history = &m_history->keys[name];
+        key->history = m_history->ofKey(name);
         m_keys.emplace(name, key);
         m_unsettled.push_back(key);
     }

@@ -3,6 +3,8 @@
 #include "redis_key_settler.h"
 #include "redis_value.h"
 
+#include <connections/link/unix_time.h>
+
 #include <algorithm>
 #include <map>
 
@@ -95,11 +97,13 @@ void RedisSamplingGroup::onTimeout()
 
 void RedisSamplingGroup::skipTick()
 {
-    ++m_history->total.skippedTicks;
+    QVector<LossAccount*> keys;
     for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
         for (const RedisSourceRef& ref : chunk->sources)
-            ++ref.key->history->losses.skippedTicks;
+            keys.append(ref.key->history->losses);
     }
+    const double now = unixTime();
+    m_history->ledger->recordTicks(keys, LossCause::SkippedTick, 1, now, now);
 }
 
 void RedisSamplingGroup::tick()

@@ -19,19 +19,15 @@ public:
     /// The models are children: they go while the log is still there.
     ~FakeRobotLink() override { qDeleteAll(findChildren<QObject*>(QString(), Qt::FindDirectChildrenOnly)); }
 
-    boost::shared_ptr<MemoryInterface> memoryInterface() override
-    {
-        return m_state == Connected ? memory : boost::shared_ptr<FakeMemoryInterface>();
-    }
     QString url() const override { return QStringLiteral("fake:"); }
-    State state() const override { return m_state; }
-    void open() override { change(Connecting); }
-    void close() override { change(Disconnected); }
-    SampleLosses losses() const override { return {}; }
-    SampleLosses losses(const QString&) const override { return {}; }
 
-    void establish() { change(Connected); }
-    void lose() { change(Lost); }
+    /// Opens the link first when it is closed.
+    void establish()
+    {
+        open();
+        RobotLink::establish(memory);
+    }
+    void lose() { RobotLink::lose(QStringLiteral("Lost"), QStringLiteral("The test took the robot away.")); }
 
     /// What the memory service was asked since the last call, without what the lists of a catalogue ask.
     QStringList takeLog()
@@ -44,23 +40,9 @@ public:
     QStringList log;
     boost::shared_ptr<FakeMemoryInterface> memory;
 
-private:
-    void change(State state)
-    {
-        const State former = m_state;
-        if (state == former)
-            return;
-        m_state = state;
-        emit stateChanged(state);
-        if (state == Connected)
-            emit connectionEstablished();
-        else if (former == Connected && state == Lost)
-            emit connectionLost();
-        else if (former == Connected)
-            emit disconnected();
-    }
-
-    State m_state = Disconnected;
+protected:
+    void startConnecting() override {}
+    void stopConnecting() override {}
 };
 
 } // namespace Velk

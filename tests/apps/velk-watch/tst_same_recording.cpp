@@ -70,20 +70,13 @@ public:
 class PlaybackLink : public RobotLink
 {
 public:
-    boost::shared_ptr<MemoryInterface> memoryInterface() override
-    {
-        return m_state == Connected ? m_memory : boost::shared_ptr<PlaybackMemory>();
-    }
     QString url() const override { return QStringLiteral("playback:"); }
-    State state() const override { return m_state; }
-    SampleLosses losses() const override { return {}; }
-    SampleLosses losses(const QString&) const override { return {}; }
-    void open() override
+
+protected:
+    void startConnecting() override
     {
         QTimer::singleShot(0, this, [this] {
-            m_state = Connected;
-            emit stateChanged(m_state);
-            emit connectionEstablished();
+            establish(m_memory);
             connect(findChild<DisplayedMemoryKeyListModel*>(), &DisplayedMemoryKeyListModel::recording, this,
                     [this](bool isRecording) {
                         if (isRecording)
@@ -91,32 +84,20 @@ public:
                     });
         });
     }
-    void close() override { end(Disconnected); }
+    void stopConnecting() override {}
 
 private:
     void play(int index)
     {
         const QList<Batch> batches = playback();
         if (index == batches.size()) {
-            end(Lost);
+            lose(QStringLiteral("Lost"), QStringLiteral("The playback is over."));
             return;
         }
         emit m_memory->dataGathered(batches.at(index));
         QTimer::singleShot(0, this, [this, index] { play(index + 1); });
     }
-    void end(State state)
-    {
-        if (m_state != Connected)
-            return;
-        m_state = state;
-        emit stateChanged(m_state);
-        if (state == Lost)
-            emit connectionLost();
-        else
-            emit disconnected();
-    }
 
-    State m_state = Disconnected;
     boost::shared_ptr<PlaybackMemory> m_memory = boost::make_shared<PlaybackMemory>();
 };
 

@@ -177,36 +177,21 @@ public:
         : m_url(url)
     {}
     QString url() const override { return m_url; }
-    State state() const override { return m_state; }
-    boost::shared_ptr<MemoryInterface> memoryInterface() override { return m_memory; }
-    SampleLosses losses() const override { return {}; }
-    SampleLosses losses(const QString&) const override { return {}; }
 
-    void open() override
-    {
-        m_state = Connecting;
-        emit stateChanged(m_state);
-        QTimer::singleShot(0, this, &BadLink::answer);
-    }
-    void close() override { m_state = Disconnected; }
+protected:
+    void startConnecting() override { QTimer::singleShot(0, this, &BadLink::answer); }
+    void stopConnecting() override {}
 
 private:
     void answer()
     {
-        const bool isRefusing = m_url == QStringLiteral("refusing:");
-        m_state = isRefusing ? Disconnected : Connected;
-        emit stateChanged(m_state);
-        if (isRefusing) {
-            emit failed(QStringLiteral("Refused"), QStringLiteral("The robot does not let you in."));
-            return;
-        }
-        m_memory = boost::shared_ptr<MemoryInterface>(new SlowMemoryInterface(m_url == QStringLiteral("mute:")));
-        emit connectionEstablished();
+        if (m_url == QStringLiteral("refusing:"))
+            giveUp(QStringLiteral("Refused"), QStringLiteral("The robot does not let you in."));
+        else
+            establish(boost::shared_ptr<MemoryInterface>(new SlowMemoryInterface(m_url == QStringLiteral("mute:"))));
     }
 
     const QString m_url;
-    State m_state = Disconnected;
-    boost::shared_ptr<MemoryInterface> m_memory;
 };
 
 std::unique_ptr<RobotLink> createLink(const QString& text, QString* error)

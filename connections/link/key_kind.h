@@ -1,0 +1,32 @@
+#ifndef CONNECTIONS_LINK_KEY_KIND_H
+#define CONNECTIONS_LINK_KEY_KIND_H
+
+#include <QStringList>
+
+namespace Velk {
+
+/// The lists of a robot's memory. Each name is in one of them; events and micro-events are both of the event nature.
+enum class KeyKind
+{
+    Data,      ///< holds a value, which is sampled
+    Event,     ///< has occurrences, each of which is delivered
+    MicroEvent ///< the same
+};
+
+/// Names of keys, by kind.
+struct KeyNames
+{
+    QStringList data;
+    QStringList events;
+    QStringList microEvents;
+
+    QStringList& of(KeyKind kind)
+    {
+        return kind == KeyKind::Data ? data : kind == KeyKind::Event ? events : microEvents;
+    }
+    const QStringList& of(KeyKind kind) const { return const_cast<KeyNames*>(this)->of(kind); }
+};
+
+} // namespace Velk
+
+#endif

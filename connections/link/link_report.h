@@ -1,0 +1,25 @@
+#ifndef CONNECTIONS_LINK_LINK_REPORT_H
+#define CONNECTIONS_LINK_LINK_REPORT_H
+
+#include <QString>
+#include <QVector>
+
+namespace Velk {
+
+/// What a connection can say about the robot's side: one line for each subject, to be shown as it is.
+struct LinkReport
+{
+    struct Line
+    {
+        QString subject; ///< a word or two: "round trip"
+        QString text;    ///< "0.210 ms, the longest of 20 0.450 ms"
+    };
+
+    QVector<Line> lines; ///< in the order in which they are shown; empty when there is nothing to say
+
+    void add(const QString& subject, const QString& text) { lines.append({subject, text}); }
+};
+
+} // namespace Velk
+
+#endif

@@ -1,0 +1,86 @@
+#ifndef CONNECTIONS_LINK_ROBOT_WRITER_H
+#define CONNECTIONS_LINK_ROBOT_WRITER_H
+
+#include <connections/link/failure_filter.h>
+#include <connections/link/key_kind.h>
+#include <connections/link/link_export.h>
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <functional>
+#include <optional>
+
+namespace Velk {
+
+/// Writes a robot's memory from outside the robot's process: the other side of a RobotLink, for connections whose
+/// memory can be written to.
+///
+/// Keeps its connection up by itself until close() is called. What was declared and the newest value of each data key
+/// are written again after every reconnection: the other side may have come back empty. Occurrences that are raised
+/// without a connection are lost and counted. Time stamps are seconds since the Unix epoch.
+///
+/// Lives on one thread; every signal is emitted there. No call blocks.
+class LINK_EXPORT RobotWriter : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Receives how a write ended: an empty text, or a sentence that says what went wrong. Called at most once, from
+    /// the event loop; not at all when the connection is lost before the other side has answered.
+    using Done = std::function<void(const QString& error)>;
+
+    explicit RobotWriter(QObject* parent = nullptr);
+    ~RobotWriter() override;
+
+    /// As RobotLink::url().
+    virtual QString url() const = 0;
+    virtual bool isConnected() const = 0;
+    /// Occurrences that were not written, and values that were not written although connected, since the writer was
+    /// opened.
+    virtual qint64 lostCount() const = 0;
+
+    /// Connects, from the event loop, and again after every loss until close() is called. Nothing when it is open.
+    virtual void open() = 0;
+    /// Ends the connection without waiting for answers and without a signal. What was declared is forgotten here, and
+    /// stays where it was written.
+    virtual void close() = 0;
+
+    /// Lists the names as keys of the robot, in place of all that this writer declared before: those that are in
+    /// `names` no longer are removed. Names that others declared stay. A name of several kinds is of the last of them.
+    virtual void declare(const KeyNames& names) = 0;
+    /// Whether sampling the robot every 10 ms makes sense; not stated at first.
+    virtual void setRealTimeSupported(bool isSupported) = 0;
+
+    /// Writes a data key's value and lists the key. All calls of one turn of the event loop are written together.
+    virtual void put(const QString& name, const QVariant& value, Done done = {}) = 0;
+    /// Adds an occurrence and lists the key: as a micro-event if that was declared, else as an event. Without a time
+    /// stamp it occurs when it is written.
+    virtual void raise(const QString& name, const QVariant& value, std::optional<double> timeStamp = {},
+                       Done done = {}) = 0;
+    /// Removes the keys with their values and occurrences, whatever their kind. Names that are no keys are ignored.
+    virtual void remove(const QStringList& names, Done done = {}) = 0;
+
+Q_SIGNALS:
+    void connected();
+    void connectionLost();
+    /// An attempt to connect failed, the connection was lost, or a write was refused: a short title, and a sentence
+    /// that says what happened and what to do. The writer goes on trying. Once for the same failure until the writer is
+    /// connected or opened again.
+    void failed(const QString& title, const QString& message);
+
+protected:
+    /// Emits failed(), once for the same failure.
+    void reportFailure(const QString& title, const QString& message);
+    /// For open(), and when the writer is connected: every failure is reported again.
+    void forgetFailures() { m_failures.clear(); }
+
+private:
+    FailureFilter m_failures;
+};
+
+} // namespace Velk
+
+#endif

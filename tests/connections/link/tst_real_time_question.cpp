@@ -1,0 +1,116 @@
+#include <connections/link/real_time_question.h>
+
+#include <QSignalSpy>
+#include <QStringList>
+#include <QTest>
+
+#include <memory>
+
+using namespace Velk;
+
+class Asker : public QObject
+{
+    Q_OBJECT
+
+public:
+    QStringList answers;
+
+public Q_SLOTS:
+    void gotAnswer(bool isSupported) { answers << QString(isSupported ? "yes" : "no"); }
+};
+
+class TestRealTimeQuestion : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void askersBeforeAndAfterTheAnswerGetTheSame();
+    void theConnectionIsAskedOnce();
+    void theAnswerComesFromTheEventLoop();
+    void theFirstAnswerCounts();
+    void anAskerThatIsGoneIsNotAnswered();
+    void aQuestionOfNobodyIsIgnored();
+};
+
+void TestRealTimeQuestion::askersBeforeAndAfterTheAnswerGetTheSame()
+{
+    RealTimeQuestion question;
+    Asker early;
+    Asker late;
+    question.ask(&early, "gotAnswer");
+
+    question.answer(true);
+    question.ask(&late, "gotAnswer");
+
+    QTRY_COMPARE(early.answers, QStringList("yes"));
+    QTRY_COMPARE(late.answers, QStringList("yes"));
+}
+
+void TestRealTimeQuestion::theConnectionIsAskedOnce()
+{
+    RealTimeQuestion question;
+    QSignalSpy asked(&question, &RealTimeQuestion::asked);
+    Asker asker;
+
+    question.ask(&asker, "gotAnswer");
+    question.ask(&asker, "gotAnswer");
+    QCOMPARE(asked.count(), 1);
+    question.answer(true);
+    question.ask(&asker, "gotAnswer");
+
+    QCOMPARE(asked.count(), 1);
+    QTRY_COMPARE(asker.answers, QStringList({"yes", "yes", "yes"}));
+}
+
+void TestRealTimeQuestion::theAnswerComesFromTheEventLoop()
+{
+    RealTimeQuestion question;
+    QSignalSpy answered(&question, &RealTimeQuestion::answered);
+    Asker asker;
+    question.answer(false);
+
+    question.ask(&asker, "gotAnswer");
+
+    QCOMPARE(asker.answers, QStringList());
+    QCOMPARE(answered.count(), 1);
+    QTRY_COMPARE(asker.answers, QStringList("no"));
+}
+
+void TestRealTimeQuestion::theFirstAnswerCounts()
+{
+    RealTimeQuestion question;
+    QVERIFY(!question.answer());
+
+    question.answer(false);
+    question.answer(true);
+
+    QCOMPARE(question.answer(), std::optional<bool>(false));
+}
+
+void TestRealTimeQuestion::anAskerThatIsGoneIsNotAnswered()
+{
+    RealTimeQuestion question;
+    auto asker = std::make_unique<Asker>();
+    question.ask(asker.get(), "gotAnswer");
+
+    asker.reset();
+    question.answer(true);
+    QCoreApplication::processEvents();
+
+    QCOMPARE(question.answer(), std::optional<bool>(true));
+}
+
+void TestRealTimeQuestion::aQuestionOfNobodyIsIgnored()
+{
+    RealTimeQuestion question;
+    QSignalSpy asked(&question, &RealTimeQuestion::asked);
+    Asker asker;
+
+    question.ask(nullptr, "gotAnswer");
+    question.ask(&asker, nullptr);
+
+    QCOMPARE(asked.count(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestRealTimeQuestion)
+#include "tst_real_time_question.moc"

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void checksKeysAndNotBranches();
     void insertsAKey_data();
     void insertsAKey();
+    void insertsAKeyWhileTheFilterIsSorted();
     void insertsAKeyThatNoViewHasAskedFor();
     void insertsOnlyWhatTheFilterAccepts();
     void keepsIndexesOnTheirItemsWhenAKeyIsInserted();
@@ -229,6 +230,20 @@ void TestCatalogueTreeModel::insertsAKey()
     QCOMPARE(treeText(tested.tree, CatalogueModel::DescriptionColumn),
              treeText(fresh, CatalogueModel::DescriptionColumn));
     QCOMPARE(reset.count(), 0);
+}
+
+void TestCatalogueTreeModel::insertsAKeyWhileTheFilterIsSorted()
+{
+    TestedTree tested(list("Arm|Back|Leg"));
+    tested.filter.sort(CatalogueModel::NameColumn, Qt::DescendingOrder);
+    treeText(tested.filteredTree);
+
+    tested.catalogue->addUserKey(text("Toe"));
+    QCOMPARE(treeText(tested.filteredTree), list("Arm|Back|Leg|Toe"));
+
+    QSignalSpy changed(&tested.filteredTree, &QAbstractItemModel::dataChanged);
+    tested.source.setSelected(0, true);
+    QCOMPARE(rangesText(changed), list("0-0:0-2"));
 }
 
 void TestCatalogueTreeModel::insertsAKeyThatNoViewHasAskedFor()

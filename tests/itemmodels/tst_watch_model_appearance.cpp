@@ -141,6 +141,7 @@ void TestWatchModelAppearance::givesTheColorThatFewestRowsHave()
     for (int i = 0; i < 2 * DistinctColors::count(); ++i)
         names << QStringLiteral("K%1").arg(i);
     tested.robot.display(names);
+    QCOMPARE(tested.model.color(names.last()), DistinctColors::at(DistinctColors::count() - 1));
     tested.robot.keys->removeKeys(keySet({names.at(3)}));
 
     tested.robot.display(list("New"));

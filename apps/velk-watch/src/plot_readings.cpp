@@ -9,8 +9,9 @@ namespace Velk {
 
 namespace {
 
-constexpr int maxReadings = 12; // more lines would hide the curves
-constexpr int distance = 10;    // pixels from the reading line and from the upper edge
+constexpr int maxReadings = 12;       // more lines would hide the curves
+constexpr int maxNameCharacters = 48; // of average width: a longer name would move its value out of the box
+constexpr int distance = 10;          // pixels from the reading line and from the upper edge
 
 } // namespace
 
@@ -33,10 +34,12 @@ void PlotReadings::setReadings(const QVector<CurveReading>& readings, double age
     const QString wholeRow = QStringLiteral("<tr><td colspan='3'>%1</td></tr>");
     QStringList rows{wholeRow.arg(title.toHtmlEscaped())};
     QStringList plain{title};
+    const int maxNameWidth = maxNameCharacters * fontMetrics().averageCharWidth();
     for (const CurveReading& reading : readings.mid(0, maxReadings)) {
+        const QString name = fontMetrics().elidedText(reading.name, Qt::ElideMiddle, maxNameWidth);
         rows << QStringLiteral("<tr><td><span style='color:%1'>&#9632;</span></td><td>%2&nbsp;&nbsp;</td>"
                                "<td align='right'>%3</td></tr>")
-                    .arg(reading.color.name(), reading.name.toHtmlEscaped(), reading.text.toHtmlEscaped());
+                    .arg(reading.color.name(), name.toHtmlEscaped(), reading.text.toHtmlEscaped());
         plain << QStringLiteral("%1: %2").arg(reading.name, reading.text);
     }
     if (readings.size() > maxReadings)

@@ -16,7 +16,7 @@ class PlotReadings : public QLabel
 public:
     explicit PlotReadings(QWidget* plot);
 
-    /// Shows the age of the readings, in seconds, and the first readings; the others are counted.
+    /// Shows the age of the readings, in seconds, and the first readings, long names shortened; the others are counted.
     void setReadings(const QVector<CurveReading>& readings, double age, int decimals);
     /// Moves the box beside a position of the plot, to the side that has room for it.
     void placeBeside(int x, int top);

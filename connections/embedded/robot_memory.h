@@ -25,8 +25,9 @@ struct MemorySample
 /// models.
 ///
 /// A name is a key of one kind, the kind of the first declaration or write: a data key holds its newest value, which is
-/// sampled; an event or a micro-event key has occurrences, each of which is delivered. Everything here may be called
-/// from any thread at any time, and waits for other callers only. Nothing throws.
+/// sampled, or gets samples that are each delivered; an event or a micro-event key has occurrences, each of which is
+/// delivered. Everything here may be called from any thread at any time, and waits for other callers only. Nothing
+/// throws.
 ///
 /// Time stamps are seconds since the Unix epoch and ascend strictly per key: a stamp that is not later than the key's
 /// last one, as after a clock was set back, becomes the next double above that one.
@@ -51,9 +52,16 @@ public:
     /// sampled twice by one watcher. False also when the time stamp is not a finite number.
     bool setData(const QString& name, const QVariant& value, double timeStamp);
 
+    /// Adds a sample to a data key, which need not exist: for a robot that produces each sample itself. The sample is
+    /// delivered once to every watcher that runs and watches the key at this moment, however fast the next one comes,
+    /// and whatever the sampling period; a watcher that starts later samples the newest one. It carries the present
+    /// time, or the given one. False, with nothing added, as for setData().
+    bool appendData(const QString& name, const QVariant& value);
+    bool appendData(const QString& name, const QVariant& value, double timeStamp);
+
     /// One occurrence of the event or micro-event, which need not exist, now or at the given time. It is delivered once
-    /// to everyone whose watcher runs and watches the key at this moment, and to nobody later. False, with nothing
-    /// raised, when the name is a key of another kind or the time stamp is not a finite number.
+    /// to every watcher that runs and watches the key at this moment, and to none that starts later. False, with
+    /// nothing raised, when the name is a key of another kind or the time stamp is not a finite number.
     bool raiseEvent(const QString& name, const QVariant& value);
     bool raiseEvent(const QString& name, const QVariant& value, double timeStamp);
     bool raiseMicroEvent(const QString& name, const QVariant& value);

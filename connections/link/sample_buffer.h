@@ -49,7 +49,8 @@ private:
 /// sample makes room for the new one, so that the newest value of a key always arrives; a new sample of a key that has
 /// none in the buffer is dropped. What is dropped is counted.
 ///
-/// Not thread-safe. Keeps its memory from one delivery to the next: adding a sample allocates nothing then.
+/// Not thread-safe; an empty buffer does not touch the budget when it is destroyed. Keeps its memory from one delivery
+/// to the next: adding a sample allocates nothing then.
 class LINK_EXPORT SampleBuffer
 {
 public:

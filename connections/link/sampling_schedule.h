@@ -27,6 +27,8 @@ public:
     explicit SamplingSchedule(QObject* parent = nullptr);
 
     bool isRunning() const { return m_isRunning; }
+    /// Counts the turns in which something was due: what is sampled in one turn is sampled at one moment.
+    qint64 turn() const { return m_turn; }
     /// Starts with a grouping; a running schedule gets the delivery period only. Periods are milliseconds, at least 1.
     void start(int gatherPeriodMs);
     /// No signal comes afterwards. The sampling periods are forgotten.
@@ -57,6 +59,7 @@ private:
 
     bool m_isRunning = false;
     bool m_isGroupingDue = false;
+    qint64 m_turn = 0;
     QElapsedTimer m_clock; // since start()
     QBasicTimer m_timer;
     SamplingTicks m_delivery;

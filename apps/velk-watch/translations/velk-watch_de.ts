@@ -284,7 +284,7 @@ Sobald er wieder da ist, wird er verbunden.</translation>
     </message>
 </context>
 <context>
-    <name>Velk::HostLink</name>
+    <name>Velk::HostFeed</name>
     <message>
         <source>This computer has no parameter “%1”. Its URL is written host: without any.</source>
         <translation>Dieser Rechner hat keinen Parameter „%1“. Seine URL lautet host: und hat keine Parameter.</translation>
@@ -1224,7 +1224,7 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     </message>
 </context>
 <context>
-    <name>Velk::SimulatedLink</name>
+    <name>Velk::SimulatedFeed</name>
     <message>
         <source>“%1” is not the URL of a simulated robot. It is written sim:[?seed=N][&amp;keys=N].</source>
         <translation>„%1“ ist nicht die URL eines simulierten Roboters. Sie lautet sim:[?seed=N][&amp;keys=N].</translation>

@@ -284,7 +284,7 @@ Il sera connecté dès son retour.</translation>
     </message>
 </context>
 <context>
-    <name>Velk::HostLink</name>
+    <name>Velk::HostFeed</name>
     <message>
         <source>This computer has no parameter “%1”. Its URL is written host: without any.</source>
         <translation>Cet ordinateur n’a pas de paramètre « %1 ». Son URL s’écrit host: sans paramètre.</translation>
@@ -1224,7 +1224,7 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     </message>
 </context>
 <context>
-    <name>Velk::SimulatedLink</name>
+    <name>Velk::SimulatedFeed</name>
     <message>
         <source>“%1” is not the URL of a simulated robot. It is written sim:[?seed=N][&amp;keys=N].</source>
         <translation>« %1 » n’est pas l’URL d’un robot simulé. Elle s’écrit sim:[?seed=N][&amp;keys=N].</translation>

@@ -1,10 +1,11 @@
 #include <connections/directory/robot_directory.h>
 
-#include <connections/host/host_link.h>
+#include <connections/embedded/embedded_link.h>
+#include <connections/host/host_feed.h>
 #ifdef DIRECTORY_WITH_REDIS
 #include <connections/redis/redis_link.h>
 #endif
-#include <connections/simulated/simulated_link.h>
+#include <connections/simulated/simulated_feed.h>
 
 #include <QCoreApplication>
 
@@ -27,15 +28,23 @@ struct Row
     std::function<std::unique_ptr<RobotLink>(const QString& url, QString* error)> createLink;
 };
 
+/// The link to the feed that the URL names.
+template <typename Feed>
+std::unique_ptr<RobotLink> createFeedLink(const QString& url, QString* error)
+{
+    const std::shared_ptr<RobotFeed> feed = Feed::fromUrl(url, error);
+    return feed ? std::make_unique<EmbeddedLink>(feed) : nullptr;
+}
+
 /// Everything that this build can open. A connection that is not in every build adds its rows under a condition.
 std::vector<Row> rows()
 {
     return {
         {{QStringLiteral("sim"), QStringLiteral("sim:[?seed=N][&keys=N]"),
           Directory::tr("a simulated mobile robot with an arm")},
-         SimulatedLink::fromUrl},
+         createFeedLink<SimulatedFeed>},
         {{QStringLiteral("host"), QStringLiteral("host:"), Directory::tr("the computer that this program runs on")},
-         HostLink::fromUrl},
+         createFeedLink<HostFeed>},
 #ifdef DIRECTORY_WITH_REDIS
         {{QStringLiteral("redis"), QStringLiteral("redis://[user[:password]@]host[:6379][/robot][?option=value&…]"),
           Directory::tr("a robot whose memory is on a Redis server, or in a cluster of them")},

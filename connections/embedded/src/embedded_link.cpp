@@ -2,18 +2,23 @@
 
 #include "embedded_memory_interface.h"
 
-#include <QTimer>
+#include <connections/embedded/robot_memory.h>
+
+#include <QMetaObject>
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace Velk {
 
 EmbeddedLink::EmbeddedLink(std::shared_ptr<RobotMemory> memory, QObject* parent)
+    : EmbeddedLink(std::make_shared<RobotFeed>(std::move(memory)), parent)
+{}
+
+EmbeddedLink::EmbeddedLink(std::shared_ptr<RobotFeed> feed, QObject* parent)
     : RobotLink(parent)
-    , m_memory(memory ? std::move(memory) : std::make_shared<RobotMemory>())
-    , m_dropCounts(std::make_shared<DropCounts>())
+    , m_feed(std::move(feed))
+    , m_isRealTimeSupported(m_feed->isRealTimeSupported())
 {}
 
 EmbeddedLink::~EmbeddedLink()
@@ -23,7 +28,7 @@ EmbeddedLink::~EmbeddedLink()
 
 QString EmbeddedLink::url() const
 {
-    return QStringLiteral("embedded:");
+    return m_feed->url();
 }
 
 void EmbeddedLink::setQueueCapacity(int capacity)
@@ -33,87 +38,59 @@ void EmbeddedLink::setQueueCapacity(int capacity)
 
 void EmbeddedLink::startConnecting()
 {
-    m_dropCounts = std::make_shared<DropCounts>();
-    m_recordedDrops.clear();
-    ++m_opening;
-    startRobot();
+    // Reports come from any thread. What is posted before the link is closed belongs to the run that ends with it.
+    m_feed->setReceiver([this, run = m_run](const RobotFeed::Report& report) {
+        QMetaObject::invokeMethod(
+            this,
+            [this, run, report] {
+                if (run == m_run)
+                    onReport(report);
+            },
+            Qt::QueuedConnection);
+    });
+    m_feed->start();
 }
 
 void EmbeddedLink::stopConnecting()
 {
-    ++m_opening;
-    stopRobot();
-    m_isRobotRunning = false;
+    ++m_run;
+    m_feed->setReceiver({});
+    m_feed->stop();
 }
 
 void EmbeddedLink::endService(MemoryInterface& service, Ending)
 {
     static_cast<EmbeddedMemoryInterface&>(service).shutDown();
-    collectLosses();
 }
 
 void EmbeddedLink::collectLosses()
 {
-    const double now = std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-    for (auto count = m_dropCounts->cbegin(); count != m_dropCounts->cend(); ++count) {
-        qint64& recorded = m_recordedDrops[count.key()];
-        const qint64 dropped = count.value()->load(std::memory_order_relaxed);
-        ledger().record(ledger().account(count.key()), LossCause::Dropped, dropped - recorded, now, now);
-        recorded = dropped;
+    if (const boost::shared_ptr<MemoryInterface> service = memoryInterface())
+        static_cast<EmbeddedMemoryInterface&>(*service).collectLosses();
+}
+
+void EmbeddedLink::onReport(const RobotFeed::Report& report)
+{
+    switch (report.type) {
+    case RobotFeed::Report::InReach: {
+        if (isConnected())
+            return;
+        const boost::shared_ptr<EmbeddedMemoryInterface> service(
+            new EmbeddedMemoryInterface(memory(), &ledger(), m_queueCapacity, m_isRealTimeSupported));
+        connect(&service->realTimeQuestion(), &RealTimeQuestion::answered, this, &EmbeddedLink::setRealTimeSupport);
+        establish(service);
+        return;
     }
-}
-
-void EmbeddedLink::loseConnection()
-{
-    m_isRobotInReach = false;
-    lose(tr("Connection lost"), tr("The robot is out of reach.\nIt is connected again when it is back."));
-}
-
-void EmbeddedLink::restoreConnection()
-{
-    if (m_isRobotInReach)
+    case RobotFeed::Report::OutOfReach:
+        if (isConnected())
+            lose(tr("Connection lost"), tr("The robot is out of reach.\nIt is connected again when it is back."));
+        else if (state() == Connecting)
+            reportFailure(tr("Robot not in reach"), tr("The robot is out of reach.\nIt is connected when it is back."));
         return;
-    m_isRobotInReach = true;
-    QTimer::singleShot(0, this, [this, opening = m_opening] {
-        if (m_opening == opening && m_isRobotRunning)
-            connectToRobot();
-    });
-}
-
-void EmbeddedLink::startRobot()
-{
-    QTimer::singleShot(0, this, [this, opening = m_opening] {
-        if (m_opening == opening)
-            robotStarted();
-    });
-}
-
-void EmbeddedLink::robotStarted()
-{
-    if (state() != Connecting || m_isRobotRunning)
+    case RobotFeed::Report::Failed:
+        reportFailure(report.title, report.message);
         return;
-    m_isRobotRunning = true;
-    if (m_isRobotInReach)
-        connectToRobot();
-    else
-        reportFailure(tr("Robot not in reach"), tr("The robot is out of reach.\nIt is connected when it is back."));
-}
-
-void EmbeddedLink::robotFailed(const QString& title, const QString& message)
-{
-    if (state() == Connecting)
-        reportFailure(title, message);
-}
-
-void EmbeddedLink::connectToRobot()
-{
-    // A robot that went and came back several times has asked for several connections.
-    if (!m_isRobotInReach || isConnected())
-        return;
-    const auto service = boost::shared_ptr<EmbeddedMemoryInterface>(
-        new EmbeddedMemoryInterface(m_memory, m_dropCounts, m_queueCapacity, m_isRealTimeSupported));
-    connect(service.get(), &EmbeddedMemoryInterface::realTimeAnswered, this, &EmbeddedLink::setRealTimeSupport);
-    establish(service);
+    }
 }
 
 } // namespace Velk

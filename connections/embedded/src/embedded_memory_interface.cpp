@@ -1,11 +1,10 @@
 #include "embedded_memory_interface.h"
 
-#include <QMetaObject>
-#include <QTimerEvent>
+#include <connections/link/unix_time.h>
 
-#include <algorithm>
+#include <QMetaObject>
+
 #include <cmath>
-#include <utility>
 
 namespace Velk {
 
@@ -15,16 +14,6 @@ namespace {
 // these, however many keys are watched.
 constexpr int keysPerSamplingLock = 512;
 constexpr int keysPerDeliveryLock = 32;
-
-qint64 nextMultiple(int period, qint64 time)
-{
-    return (time / period + 1) * period;
-}
-
-bool isMultipleWithin(int period, qint64 after, qint64 upTo)
-{
-    return upTo / period > after / period;
-}
 
 /// Holds a mutex for a run of keys, and lets others have it every so often.
 class StridingLock
@@ -49,23 +38,26 @@ private:
     int m_keys = 0;
 };
 
+SampleLimits limitsPerKey(int capacity)
+{
+    SampleLimits limits;
+    limits.samplesPerKey = capacity;
+    return limits;
+}
+
 } // namespace
 
-EmbeddedMemoryInterface::Subscription::Subscription(int watchPeriod, std::shared_ptr<MemorySlot> memorySlot,
-                                                    SampleQueue sampleQueue)
-    : period(watchPeriod)
-    , slot(std::move(memorySlot))
-    , queue(std::move(sampleQueue))
-{}
-
-EmbeddedMemoryInterface::EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> memory,
-                                                 std::shared_ptr<DropCounts> dropCounts, int queueCapacity,
-                                                 bool isRealTimeSupported)
+EmbeddedMemoryInterface::EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> memory, LossLedger* ledger,
+                                                 int queueCapacity, bool isRealTimeSupported)
     : m_memory(std::move(memory))
-    , m_dropCounts(std::move(dropCounts))
-    , m_queueCapacity(queueCapacity)
-    , m_isRealTimeSupported(isRealTimeSupported)
-{}
+    , m_ledger(ledger)
+    , m_budget(limitsPerKey(queueCapacity))
+{
+    connect(&m_schedule, &SamplingSchedule::groupingDue, this, [this] { m_schedule.setPeriods(m_watched.group()); });
+    connect(&m_schedule, &SamplingSchedule::samplingDue, this, &EmbeddedMemoryInterface::sample);
+    connect(&m_schedule, &SamplingSchedule::deliveryDue, this, &EmbeddedMemoryInterface::deliver);
+    m_realTimeQuestion.answer(isRealTimeSupported);
+}
 
 EmbeddedMemoryInterface::~EmbeddedMemoryInterface()
 {
@@ -77,7 +69,19 @@ void EmbeddedMemoryInterface::shutDown()
 {
     stopWatcher();
     unwatchAll();
-    m_isShutDown = true;
+    m_ledger = nullptr;
+}
+
+void EmbeddedMemoryInterface::collectLosses()
+{
+    if (!m_ledger)
+        return;
+    StridingLock lock(m_memory->d->mutex, keysPerSamplingLock);
+    for (auto& [name, entry] : m_watched.entries()) {
+        const LossSpan dropped = entry.key.listener.buffer.takeDropped();
+        m_ledger->record(entry.key.losses, LossCause::Dropped, dropped.count, dropped.from, dropped.to);
+        lock.nextKey();
+    }
 }
 
 QFuture<QStringList> EmbeddedMemoryInterface::getDataList()
@@ -100,219 +104,174 @@ QFuture<QStringList> EmbeddedMemoryInterface::fetch(KeyKind kind)
     // The names are there already, but a caller of a fetch counts on getting the future before it is finished.
     if (m_pendingLists.empty())
         QMetaObject::invokeMethod(this, &EmbeddedMemoryInterface::finishLists, Qt::QueuedConnection);
-    m_pendingLists.push_back({{}, m_isShutDown ? QStringList() : m_memory->d->names(kind)});
-    QFutureInterface<QStringList>& future = m_pendingLists.back().future;
-    future.reportStarted();
-    return future.future();
+    m_pendingLists.emplace_back(ListFetch(), m_ledger ? m_memory->d->names(kind) : QStringList());
+    return m_pendingLists.back().first.future();
 }
 
 void EmbeddedMemoryInterface::finishLists()
 {
     // Out of the member first: what continues from a finished future may fetch again, or let go of this object.
-    std::vector<PendingList> lists = std::exchange(m_pendingLists, {});
-    for (PendingList& list : lists) {
-        list.future.reportResult(list.names);
-        list.future.reportFinished();
-    }
+    auto lists = std::exchange(m_pendingLists, {});
+    for (auto& [list, names] : lists)
+        list.finish(names);
 }
 
 void EmbeddedMemoryInterface::watchKey(const QString& name, int period)
 {
-    if (m_isShutDown)
+    if (!m_ledger)
         return;
-    const int periodMs = std::max(period, 1);
-    m_isGroupingValid = false;
-    const auto found = m_subscriptions.find(name);
-    if (found != m_subscriptions.end()) {
-        found->second.period = periodMs;
-    } else {
-        SampleQueue::DropCount& dropped = (*m_dropCounts)[name];
-        if (!dropped)
-            dropped = std::make_shared<std::atomic<qint64>>(0);
-        Subscription& subscription =
-            m_subscriptions.try_emplace(name, periodMs, m_memory->d->watch(name), SampleQueue(m_queueCapacity, dropped))
-                .first->second;
-        if (m_isRunning) {
-            const std::lock_guard<std::mutex> lock(m_memory->d->mutex);
-            RobotMemoryPrivate::listen(*subscription.slot, &subscription.queue);
-        }
+    const bool isNew = m_watched.watch(name, period, [&] {
+        return Subscription{m_memory->d->watch(name), MemoryListener(&m_budget), m_ledger->account(name)};
+    });
+    if (isNew && m_schedule.isRunning()) {
+        Subscription& subscription = *m_watched.find(name);
+        const std::lock_guard<std::mutex> lock(m_memory->d->mutex);
+        RobotMemoryPrivate::listen(*subscription.slot, &subscription.listener);
     }
-    arm();
+    m_schedule.scheduleGrouping();
 }
 
 void EmbeddedMemoryInterface::unwatchKey(const QString& name)
 {
-    const auto found = m_subscriptions.find(name);
-    if (found == m_subscriptions.end())
-        return;
-    endSubscription(found->second);
-    m_subscriptions.erase(found);
-    m_groups.clear();
-    m_isGroupingValid = false;
+    if (Subscription* const subscription = m_watched.find(name)) {
+        endSubscription(*subscription);
+        m_watched.unwatch(name);
+        m_schedule.scheduleGrouping();
+    }
 }
 
 void EmbeddedMemoryInterface::unwatchAll()
 {
-    for (auto& [name, subscription] : m_subscriptions)
-        endSubscription(subscription);
-    m_subscriptions.clear();
-    m_groups.clear();
-    m_isGroupingValid = false;
+    for (auto& [name, entry] : m_watched.entries())
+        endSubscription(entry.key);
+    m_watched.unwatchAll();
+    m_schedule.scheduleGrouping();
 }
 
 void EmbeddedMemoryInterface::endSubscription(Subscription& subscription)
 {
-    if (m_isRunning) {
+    LossSpan dropped;
+    {
         const std::lock_guard<std::mutex> lock(m_memory->d->mutex);
-        RobotMemoryPrivate::stopListening(*subscription.slot, &subscription.queue);
+        if (m_schedule.isRunning())
+            RobotMemoryPrivate::stopListening(*subscription.slot, &subscription.listener);
+        dropped = subscription.listener.buffer.takeDropped();
+        subscription.listener.buffer.clear(); // here and not at its destruction: the budget is guarded as well
     }
+    m_ledger->record(subscription.losses, LossCause::Dropped, dropped.count, dropped.from, dropped.to);
     m_memory->d->unwatch(subscription.slot);
 }
 
 void EmbeddedMemoryInterface::startWatcher(int gatherPeriod, int samplingPeriod)
 {
-    if (m_isShutDown)
+    if (!m_ledger)
         return;
-    if (!m_isRunning) {
-        m_isRunning = true;
-        m_clock.start();
-        m_lastWake = 0;
+    if (!m_schedule.isRunning()) {
         StridingLock lock(m_memory->d->mutex, keysPerSamplingLock);
-        for (auto& [name, subscription] : m_subscriptions) {
-            RobotMemoryPrivate::listen(*subscription.slot, &subscription.queue);
+        for (auto& [name, entry] : m_watched.entries()) {
+            RobotMemoryPrivate::listen(*entry.key.slot, &entry.key.listener);
             lock.nextKey();
         }
     }
-    m_gatherPeriod = std::max(gatherPeriod, 1);
-    m_samplingPeriod = std::max(samplingPeriod, 0);
-    m_isGroupingValid = false;
-    arm();
+    m_schedule.start(gatherPeriod);
+    setSamplingPeriod(samplingPeriod);
 }
 
 void EmbeddedMemoryInterface::stopWatcher()
 {
-    if (!m_isRunning)
+    if (!m_schedule.isRunning())
         return;
-    m_isRunning = false;
-    m_timer.stop();
+    m_schedule.stop();
+    collectLosses();
     StridingLock lock(m_memory->d->mutex, keysPerSamplingLock);
-    for (auto& [name, subscription] : m_subscriptions) {
-        RobotMemoryPrivate::stopListening(*subscription.slot, &subscription.queue);
-        // Whoever stops the watcher has stopped listening: the next start begins with what happens from then on.
-        subscription.queue.clear();
+    for (auto& [name, entry] : m_watched.entries()) {
+        RobotMemoryPrivate::stopListening(*entry.key.slot, &entry.key.listener);
+        // Nobody receives any more: the next start begins with what happens from then on.
+        entry.key.listener.buffer.clear();
         lock.nextKey();
     }
 }
 
 void EmbeddedMemoryInterface::setGatherPeriod(int period)
 {
-    m_gatherPeriod = std::max(period, 1);
-    arm();
+    m_schedule.setGatherPeriod(period);
 }
 
 void EmbeddedMemoryInterface::setSamplingPeriod(int period)
 {
-    m_samplingPeriod = std::max(period, 0);
-    m_isGroupingValid = false;
-    arm();
+    m_watched.setSamplingPeriod(period);
+    m_schedule.scheduleGrouping();
 }
 
 void EmbeddedMemoryInterface::isRealTimeSupported(QObject* receiver, const char* member)
 {
-    if (!receiver || !member)
-        return;
-    // Queued to the receiver itself: the answer comes from its event loop, in its thread, also when this object is gone
-    // by then, and is dropped with the receiver.
-    QMetaObject::invokeMethod(receiver, member, Qt::QueuedConnection,
-                              Q_ARG(bool, m_isRealTimeSupported && !m_isShutDown));
-    emit realTimeAnswered(m_isRealTimeSupported);
-}
-
-void EmbeddedMemoryInterface::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() == m_timer.timerId())
-        onTimer();
-    else
-        MemoryInterface::timerEvent(event);
-}
-
-void EmbeddedMemoryInterface::regroup()
-{
-    m_groups.clear();
-    for (auto& [name, subscription] : m_subscriptions)
-        m_groups[m_samplingPeriod > 0 ? m_samplingPeriod : subscription.period].push_back(&subscription);
-    m_isGroupingValid = true;
-}
-
-void EmbeddedMemoryInterface::arm()
-{
-    if (!m_isRunning)
-        return;
-    const qint64 now = m_clock.elapsed();
-    if (!m_isGroupingValid) {
-        // Many keys are often watched in a row: they are sorted into groups once, when the event loop is back.
-        m_timer.start(0, this);
+    if (m_ledger) {
+        m_realTimeQuestion.ask(receiver, member);
         return;
     }
-    qint64 next = nextMultiple(m_gatherPeriod, now);
-    for (const auto& [period, subscriptions] : m_groups)
-        next = std::min(next, nextMultiple(period, now));
-    m_timer.start(static_cast<int>(next - now), Qt::PreciseTimer, this);
+    RealTimeQuestion question;
+    question.answer(false);
+    question.ask(receiver, member);
 }
 
-void EmbeddedMemoryInterface::onTimer()
+// Keys of several periods that are due together share it, too. Called with the memory's mutex held.
+double EmbeddedMemoryInterface::momentOfTurn()
 {
-    if (!m_isGroupingValid)
-        regroup();
-    const qint64 lastWake = std::exchange(m_lastWake, m_clock.elapsed());
-    double now = 0.0;
-    for (const auto& [period, subscriptions] : m_groups) {
-        if (!isMultipleWithin(period, lastWake, m_lastWake))
-            continue;
-        if (now == 0.0) {
-            const std::lock_guard<std::mutex> lock(m_memory->d->mutex);
-            now = m_memory->d->tick();
+    if (m_sampledTurn != m_schedule.turn()) {
+        m_sampledTurn = m_schedule.turn();
+        m_sampledAt = m_memory->d->tick();
+    }
+    return m_sampledAt;
+}
+
+void EmbeddedMemoryInterface::sample(int periodMs, qint64 missedTicks)
+{
+    QVector<LossAccount*> missing; // the keys that a missed tick would have sampled
+    {
+        StridingLock lock(m_memory->d->mutex, keysPerSamplingLock);
+        const double now = momentOfTurn();
+        for (Subscription* const subscription : m_watched.keysOfPeriod(periodMs)) {
+            MemorySlot& slot = *subscription->slot;
+            if (slot.kind == KeyKind::Data && slot.hasValue) {
+                double& lastStamp = subscription->listener.lastStamp;
+                const double timeStamp =
+                    slot.isStampedByRobot
+                        ? slot.newest.timeStamp
+                        : std::max(now, std::nextafter(lastStamp, std::numeric_limits<double>::infinity()));
+                if (timeStamp > lastStamp) {
+                    lastStamp = timeStamp;
+                    slot.lastTimeStamp = std::max(slot.lastTimeStamp, timeStamp);
+                    subscription->listener.buffer.add(timeStamp, slot.newest.value);
+                }
+                if (missedTicks > 0 && !slot.isStampedByRobot)
+                    missing.append(subscription->losses);
+            }
+            lock.nextKey();
         }
-        sample(subscriptions, now);
     }
-    arm();
-    if (!isMultipleWithin(m_gatherPeriod, lastWake, m_lastWake))
-        return;
+    if (!missing.isEmpty()) {
+        const double period = periodMs / 1000.0;
+        const double now = unixTime();
+        m_ledger->recordTicks(missing, LossCause::MissedTick, missedTicks, now - double(missedTicks) * period,
+                              now - period);
+    }
+}
+
+void EmbeddedMemoryInterface::deliver()
+{
+    collectLosses();
+    GatheredData batch;
+    {
+        StridingLock lock(m_memory->d->mutex, keysPerDeliveryLock);
+        for (auto& [name, entry] : m_watched.entries()) {
+            if (!entry.key.listener.buffer.isEmpty())
+                batch.insert(batch.cend(), name, entry.key.listener.buffer.take());
+            lock.nextKey();
+        }
+    }
     // Last, and with a hold on this object: a slot may stop the watcher, start it again or close the connection.
     const auto keepAlive = shared_from_this();
-    emit dataGathered(takeBatch());
-}
-
-void EmbeddedMemoryInterface::sample(const std::vector<Subscription*>& subscriptions, double now)
-{
-    StridingLock lock(m_memory->d->mutex, keysPerSamplingLock);
-    for (Subscription* subscription : subscriptions) {
-        MemorySlot& slot = *subscription->slot;
-        if (slot.kind == KeyKind::Data && slot.hasValue) {
-            const double timeStamp =
-                slot.isStampedByRobot
-                    ? slot.newest.timeStamp
-                    : std::max(now, std::nextafter(subscription->lastSampled, std::numeric_limits<double>::infinity()));
-            if (timeStamp > subscription->lastSampled) {
-                subscription->lastSampled = timeStamp;
-                slot.lastTimeStamp = std::max(slot.lastTimeStamp, timeStamp);
-                subscription->queue.push(timeStamp, slot.newest.value);
-            }
-        }
-        lock.nextKey();
-    }
-}
-
-QMap<QString, QMap<double, QVariant>> EmbeddedMemoryInterface::takeBatch()
-{
-    QMap<QString, QMap<double, QVariant>> batch;
-    StridingLock lock(m_memory->d->mutex, keysPerDeliveryLock);
-    for (auto& [name, subscription] : m_subscriptions) {
-        if (!subscription.queue.isEmpty())
-            batch.insert(batch.cend(), name, subscription.queue.take());
-        lock.nextKey();
-    }
-    return batch;
+    emit dataGathered(batch);
 }
 
 } // namespace Velk

@@ -3,43 +3,43 @@
 
 #include "robot_memory_p.h"
 
+#include <connections/link/key_kind.h>
+#include <connections/link/list_fetch.h>
+#include <connections/link/loss_ledger.h>
+#include <connections/link/real_time_question.h>
+#include <connections/link/sample_buffer.h>
+#include <connections/link/sampling_schedule.h>
+#include <connections/link/watch_table.h>
 #include <robotconnection/memory_interface.h>
-
-#include <QBasicTimer>
-#include <QElapsedTimer>
-#include <QFutureInterface>
-#include <QHash>
 
 #include <boost/enable_shared_from_this.hpp>
 
-#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Velk {
 
-/// What the keys of one link have dropped, by name: kept across watchers and connections.
-using DropCounts = QHash<QString, SampleQueue::DropCount>;
-
 /// The memory service of one connection to a robot memory. Lives, samples and delivers on the models' thread; held by
-/// a boost::shared_ptr only.
-///
-/// Sampling and delivering happen at the multiples of their periods since the watcher was started, sampling first. So
-/// equal periods meet, a delivery holds the samples of its own moment, and all keys that are sampled at one
-/// moment carry one time stamp and share a row of a recording. A moment that a busy thread misses is left out.
+/// a boost::shared_ptr only. All keys that are sampled at one moment carry one time stamp and share a row of a
+/// recording.
 class EmbeddedMemoryInterface : public MemoryInterface, public boost::enable_shared_from_this<EmbeddedMemoryInterface>
 {
     Q_OBJECT
 
 public:
-    /// `queueCapacity`: samples and occurrences of a key, at least 1, that are kept for one delivery.
-    EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> memory, std::shared_ptr<DropCounts> dropCounts,
-                            int queueCapacity, bool isRealTimeSupported);
+    /// `queueCapacity`: samples and occurrences of a key, at least 1, that are kept for one delivery. The ledger is
+    /// used until shutDown().
+    EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> memory, LossLedger* ledger, int queueCapacity,
+                            bool isRealTimeSupported);
     ~EmbeddedMemoryInterface() override;
 
-    /// The connection is over: nothing is watched or delivered from now on, lists are empty. For those who still hold
-    /// the interface every operation stays safe to call.
+    /// The connection is over: nothing is watched or delivered from now on, lists are empty. Every operation stays safe
+    /// to call for callers that still hold the interface.
     void shutDown();
+    /// Records in the ledger what was dropped so far.
+    void collectLosses();
+    const RealTimeQuestion& realTimeQuestion() const { return m_realTimeQuestion; }
 
     QFuture<QStringList> getDataList() override;
     QFuture<QStringList> getEventList() override;
@@ -56,56 +56,30 @@ public:
 
     void isRealTimeSupported(QObject* receiver, const char* member) override;
 
-Q_SIGNALS:
-    /// isRealTimeSupported() has queued its answer.
-    void realTimeAnswered(bool isSupported);
-
-protected:
-    void timerEvent(QTimerEvent* event) override;
-
 private:
     struct Subscription
     {
-        Subscription(int watchPeriod, std::shared_ptr<MemorySlot> memorySlot, SampleQueue sampleQueue);
-
-        int period;
         std::shared_ptr<MemorySlot> slot;
-        SampleQueue queue; // guarded by the memory's mutex: the robot's threads put occurrences in
-        double lastSampled = -std::numeric_limits<double>::infinity();
-    };
-    struct PendingList
-    {
-        QFutureInterface<QStringList> future;
-        QStringList names;
+        MemoryListener listener; // guarded by the memory's mutex: the robot's threads put samples in
+        LossAccount* losses;
     };
 
     QFuture<QStringList> fetch(KeyKind kind);
     void finishLists();
     void endSubscription(Subscription& subscription);
-    void regroup();
-    void arm();
-    void onTimer();
-    void sample(const std::vector<Subscription*>& subscriptions, double now);
-    QMap<QString, QMap<double, QVariant>> takeBatch();
+    double momentOfTurn();
+    void sample(int periodMs, qint64 missedTicks);
+    void deliver();
 
     const std::shared_ptr<RobotMemory> m_memory;
-    const std::shared_ptr<DropCounts> m_dropCounts;
-    const int m_queueCapacity;
-    const bool m_isRealTimeSupported;
-    bool m_isShutDown = false;
-
-    std::map<QString, Subscription> m_subscriptions;    // its elements stay where they are: queues are known by address
-    std::map<int, std::vector<Subscription*>> m_groups; // by the period that is in force
-    bool m_isGroupingValid = false;
-
-    bool m_isRunning = false;
-    int m_gatherPeriod = 1;
-    int m_samplingPeriod = 0;
-    QElapsedTimer m_clock; // since the watcher was started
-    qint64 m_lastWake = 0; // ms on that clock
-    QBasicTimer m_timer;
-
-    std::vector<PendingList> m_pendingLists;
+    LossLedger* m_ledger; // null after shutDown()
+    SampleBudget m_budget;
+    WatchTable<Subscription> m_watched;
+    SamplingSchedule m_schedule;
+    qint64 m_sampledTurn = 0; // of the schedule
+    double m_sampledAt = 0.0; // the time stamp of what is sampled in that turn
+    RealTimeQuestion m_realTimeQuestion;
+    std::vector<std::pair<ListFetch, QStringList>> m_pendingLists;
 };
 
 } // namespace Velk

@@ -1,7 +1,8 @@
 #include "robot_memory_p.h"
 
+#include <connections/link/unix_time.h>
+
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
 namespace Velk {
@@ -21,7 +22,7 @@ bool RobotMemoryPrivate::declare(KeyKind kind, const QString& name)
     return file(*slotOf(name), kind);
 }
 
-bool RobotMemoryPrivate::write(KeyKind kind, const QString& name, const QVariant& value,
+bool RobotMemoryPrivate::write(KeyKind kind, bool isEachDelivered, const QString& name, const QVariant& value,
                                std::optional<double> timeStamp)
 {
     if (timeStamp && !std::isfinite(*timeStamp))
@@ -33,10 +34,12 @@ bool RobotMemoryPrivate::write(KeyKind kind, const QString& name, const QVariant
     slot.lastTimeStamp = std::max(timeStamp ? *timeStamp : tick(), justAbove(slot.lastTimeStamp));
     slot.newest = {slot.lastTimeStamp, value};
     slot.hasValue = true;
-    slot.isStampedByRobot = timeStamp.has_value();
-    if (kind != KeyKind::Data) {
-        for (SampleQueue* queue : slot.listeners)
-            queue->push(slot.lastTimeStamp, value);
+    slot.isStampedByRobot = timeStamp.has_value() || isEachDelivered;
+    if (isEachDelivered) {
+        for (MemoryListener* const listener : slot.listeners) {
+            listener->buffer.add(slot.lastTimeStamp, value);
+            listener->lastStamp = slot.lastTimeStamp;
+        }
     }
     return true;
 }
@@ -45,7 +48,7 @@ bool RobotMemoryPrivate::remove(const QString& name)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     const auto found = memorySlots.find(name);
-    if (found == memorySlots.end() || found.value()->kind == KeyKind::None)
+    if (found == memorySlots.end() || !found.value()->kind)
         return false;
     unfile(*found.value());
     if (found.value()->watchers == 0)
@@ -56,7 +59,7 @@ bool RobotMemoryPrivate::remove(const QString& name)
 QStringList RobotMemoryPrivate::names(KeyKind kind) const
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    return m_names[static_cast<std::size_t>(kind) - 1];
+    return m_names.of(kind);
 }
 
 std::shared_ptr<MemorySlot> RobotMemoryPrivate::watch(const QString& name)
@@ -71,25 +74,24 @@ void RobotMemoryPrivate::unwatch(const std::shared_ptr<MemorySlot>& slot)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     --slot->watchers;
-    if (slot->watchers == 0 && slot->kind == KeyKind::None)
+    if (slot->watchers == 0 && !slot->kind)
         memorySlots.remove(slot->name);
 }
 
 double RobotMemoryPrivate::tick()
 {
-    const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
-    m_lastTick = std::max(now.count(), justAbove(m_lastTick));
+    m_lastTick = std::max(unixTime(), justAbove(m_lastTick));
     return m_lastTick;
 }
 
-void RobotMemoryPrivate::listen(MemorySlot& slot, SampleQueue* queue)
+void RobotMemoryPrivate::listen(MemorySlot& slot, MemoryListener* listener)
 {
-    slot.listeners.push_back(queue);
+    slot.listeners.push_back(listener);
 }
 
-void RobotMemoryPrivate::stopListening(MemorySlot& slot, SampleQueue* queue)
+void RobotMemoryPrivate::stopListening(MemorySlot& slot, MemoryListener* listener)
 {
-    slot.listeners.erase(std::remove(slot.listeners.begin(), slot.listeners.end(), queue), slot.listeners.end());
+    slot.listeners.erase(std::remove(slot.listeners.begin(), slot.listeners.end(), listener), slot.listeners.end());
 }
 
 std::shared_ptr<MemorySlot>& RobotMemoryPrivate::slotOf(const QString& name)
@@ -104,8 +106,8 @@ std::shared_ptr<MemorySlot>& RobotMemoryPrivate::slotOf(const QString& name)
 
 bool RobotMemoryPrivate::file(MemorySlot& slot, KeyKind kind)
 {
-    if (slot.kind == KeyKind::None) {
-        QStringList& names = namesOf(kind);
+    if (!slot.kind) {
+        QStringList& names = m_names.of(kind);
         slot.kind = kind;
         slot.listIndex = static_cast<int>(names.size());
         names.append(slot.name);
@@ -116,13 +118,13 @@ bool RobotMemoryPrivate::file(MemorySlot& slot, KeyKind kind)
 void RobotMemoryPrivate::unfile(MemorySlot& slot)
 {
     // The last name moves into the gap, so that a removal costs the same for any number of names.
-    QStringList& names = namesOf(slot.kind);
+    QStringList& names = m_names.of(*slot.kind);
     const QString last = names.takeLast();
     if (slot.listIndex < names.size()) {
         names[slot.listIndex] = last;
         memorySlots.value(last)->listIndex = slot.listIndex;
     }
-    slot.kind = KeyKind::None;
+    slot.kind.reset();
     slot.hasValue = false;
     slot.newest = {};
 }
@@ -150,32 +152,42 @@ bool RobotMemory::declareMicroEvent(const QString& name)
 
 bool RobotMemory::setData(const QString& name, const QVariant& value)
 {
-    return d->write(KeyKind::Data, name, value, std::nullopt);
+    return d->write(KeyKind::Data, false, name, value, std::nullopt);
 }
 
 bool RobotMemory::setData(const QString& name, const QVariant& value, double timeStamp)
 {
-    return d->write(KeyKind::Data, name, value, timeStamp);
+    return d->write(KeyKind::Data, false, name, value, timeStamp);
+}
+
+bool RobotMemory::appendData(const QString& name, const QVariant& value)
+{
+    return d->write(KeyKind::Data, true, name, value, std::nullopt);
+}
+
+bool RobotMemory::appendData(const QString& name, const QVariant& value, double timeStamp)
+{
+    return d->write(KeyKind::Data, true, name, value, timeStamp);
 }
 
 bool RobotMemory::raiseEvent(const QString& name, const QVariant& value)
 {
-    return d->write(KeyKind::Event, name, value, std::nullopt);
+    return d->write(KeyKind::Event, true, name, value, std::nullopt);
 }
 
 bool RobotMemory::raiseEvent(const QString& name, const QVariant& value, double timeStamp)
 {
-    return d->write(KeyKind::Event, name, value, timeStamp);
+    return d->write(KeyKind::Event, true, name, value, timeStamp);
 }
 
 bool RobotMemory::raiseMicroEvent(const QString& name, const QVariant& value)
 {
-    return d->write(KeyKind::MicroEvent, name, value, std::nullopt);
+    return d->write(KeyKind::MicroEvent, true, name, value, std::nullopt);
 }
 
 bool RobotMemory::raiseMicroEvent(const QString& name, const QVariant& value, double timeStamp)
 {
-    return d->write(KeyKind::MicroEvent, name, value, timeStamp);
+    return d->write(KeyKind::MicroEvent, true, name, value, timeStamp);
 }
 
 bool RobotMemory::removeKey(const QString& name)

@@ -84,6 +84,9 @@ LossSpan SampleBuffer::takeDropped()
 // Takes the samples out of what the budget counts.
 void SampleBuffer::release()
 {
+    // Callers that share the budget between threads hold their lock while a buffer has samples, not while it goes.
+    if (m_count == 0)
+        return;
     m_budget->m_samples -= static_cast<int>(m_count);
     for (std::size_t i = 0; i < m_count; ++i)
         m_budget->m_bytes -= m_ring[(m_first + i) % m_ring.size()].bytes;

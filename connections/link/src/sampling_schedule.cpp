@@ -98,6 +98,7 @@ void SamplingSchedule::arm()
 
 void SamplingSchedule::onTimer()
 {
+    ++m_turn;
     if (std::exchange(m_isGroupingDue, false))
         emit groupingDue();
     const qint64 now = m_clock.elapsed();

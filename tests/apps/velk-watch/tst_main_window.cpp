@@ -521,12 +521,12 @@ private Q_SLOTS:
         f.window->toggleRecording();
         QTRY_VERIFY(f.window->recording()->rows() >= 1);
 
-        f.link->loseConnection();
+        f.link->feed().outOfReach();
         QTRY_VERIFY(f.status("connectionStatus").startsWith(QStringLiteral("Connection lost for ")));
         QVERIFY(f.window->messageBar()->count() > 0);
         QCOMPARE(f.window->recording()->state(), RecordingControl::Unsaved);
 
-        f.link->restoreConnection();
+        f.link->feed().inReach();
         f.memory->setData(elbow, 4.5);
         QTRY_COMPARE(f.valueOf(elbow), QStringLiteral("4.5"));
         QVERIFY(f.status("connectionStatus").startsWith(QStringLiteral("Connected for ")));
@@ -671,8 +671,9 @@ private Q_SLOTS:
         f.connectRobot();
         f.watch(elbow);
         QTest::keyClicks(f.search(), QStringLiteral("el"));
-        f.link->loseConnection();
-        f.link->restoreConnection();
+        f.link->feed().outOfReach();
+        QTRY_COMPARE(f.link->state(), RobotLink::Lost);
+        f.link->feed().inReach();
 
         QTRY_VERIFY(f.window->session()->isWatcherRunning());
         f.window->session()->unwatch(f.window->session()->watchedKeys());

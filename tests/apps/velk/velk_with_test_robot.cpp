@@ -48,10 +48,10 @@ void obeySignals(EmbeddedLink* link)
         if (::read(signalPipe[0], &byte, 1) != 1)
             return;
         if (byte == 'L') {
-            link->loseConnection();
+            link->feed().outOfReach();
             return;
         }
-        link->restoreConnection();
+        link->feed().inReach();
         link->memory()->setData(QStringLiteral("Foot/Position"), 7);
         link->memory()->raiseEvent(QStringLiteral("Bumper/Front"), true);
     });
@@ -77,7 +77,7 @@ std::unique_ptr<RobotLink> testLink(const QUrlQuery& query)
     if (query.hasQueryItem(QStringLiteral("queue")))
         link->setQueueCapacity(query.queryItemValue(QStringLiteral("queue")).toInt());
     if (query.hasQueryItem(QStringLiteral("out-of-reach")))
-        link->loseConnection();
+        link->feed().outOfReach();
     obeySignals(link.get());
     return link;
 }

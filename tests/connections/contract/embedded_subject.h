@@ -14,20 +14,20 @@
 
 namespace Velk {
 
-/// A robot memory in the process. The first link may be another one than the plain embedded link, which then brings its
-/// memory; further links are plain ones to that memory.
+/// A robot memory in the process. The first link is to the given feed; further ones are to its memory.
 class EmbeddedSubject : public ContractSubject
 {
 public:
-    explicit EmbeddedSubject(std::unique_ptr<EmbeddedLink> firstLink = nullptr)
-        : m_firstLink(std::move(firstLink))
-        , m_memory(m_firstLink ? m_firstLink->memory() : std::make_shared<RobotMemory>())
-        , m_isRealTimeSupported(!m_firstLink || m_firstLink->isRealTimeSupported())
+    explicit EmbeddedSubject(std::shared_ptr<RobotFeed> firstFeed = std::make_shared<RobotFeed>())
+        : m_firstFeed(std::move(firstFeed))
+        , m_memory(m_firstFeed->memory())
+        , m_isRealTimeSupported(m_firstFeed->isRealTimeSupported())
     {}
 
     std::unique_ptr<RobotLink> createLink() override
     {
-        auto link = m_firstLink ? std::move(m_firstLink) : std::make_unique<EmbeddedLink>(m_memory);
+        std::shared_ptr<RobotFeed> feed = std::exchange(m_firstFeed, nullptr);
+        auto link = std::make_unique<EmbeddedLink>(feed ? std::move(feed) : std::make_shared<RobotFeed>(m_memory));
         m_links.emplace_back(link.get());
         return link;
     }
@@ -41,23 +41,19 @@ public:
     void removeKey(const QString& name) override { m_memory->removeKey(name); }
     bool isRealTimeSupported() const override { return m_isRealTimeSupported; }
 
-    void loseConnection() override
+    void loseConnection() override { forEachFeed(&RobotFeed::outOfReach); }
+    void restoreConnection() override { forEachFeed(&RobotFeed::inReach); }
+
+private:
+    void forEachFeed(void (RobotFeed::*report)())
     {
         for (const QPointer<EmbeddedLink>& link : m_links) {
             if (link)
-                link->loseConnection();
-        }
-    }
-    void restoreConnection() override
-    {
-        for (const QPointer<EmbeddedLink>& link : m_links) {
-            if (link)
-                link->restoreConnection();
+                (link->feed().*report)();
         }
     }
 
-private:
-    std::unique_ptr<EmbeddedLink> m_firstLink;
+    std::shared_ptr<RobotFeed> m_firstFeed;
     const std::shared_ptr<RobotMemory> m_memory;
     const bool m_isRealTimeSupported;
     std::vector<QPointer<EmbeddedLink>> m_links;

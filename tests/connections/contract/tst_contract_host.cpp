@@ -1,9 +1,9 @@
 #include "embedded_subject.h"
 
-#include <connections/host/host_link.h>
+#include <connections/host/host_feed.h>
 
 int main(int argc, char** argv)
 {
     return Velk::runContractSuite(
-        argc, argv, [] { return std::make_unique<Velk::EmbeddedSubject>(std::make_unique<Velk::HostLink>()); });
+        argc, argv, [] { return std::make_unique<Velk::EmbeddedSubject>(std::make_shared<Velk::HostFeed>()); });
 }

@@ -1,11 +1,11 @@
 #include "embedded_subject.h"
 
-#include <connections/simulated/simulated_link.h>
+#include <connections/simulated/simulated_feed.h>
 
 int main(int argc, char** argv)
 {
     return Velk::runContractSuite(argc, argv, [] {
         return std::make_unique<Velk::EmbeddedSubject>(
-            std::make_unique<Velk::SimulatedLink>(Velk::SimulatedRobot::Parameters()));
+            std::make_shared<Velk::SimulatedFeed>(Velk::SimulatedRobot::Parameters()));
     });
 }

@@ -1,13 +1,17 @@
 #include <connections/embedded/embedded_link.h>
 #include <connections/embedded/robot_memory.h>
+#include <connections/link/unix_time.h>
 #include <robotconnection/memory_interface.h>
 
 #include <QFuture>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include <algorithm>
 #include <atomic>
+#include <functional>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -80,11 +84,14 @@ class TestEmbeddedLink : public QObject
 private Q_SLOTS:
     void theLinkHasTheMemoryThatItWasGiven();
     void aLinkWithoutAMemoryMakesOne();
-    void aRobotOutOfReachIsConnectedWhenItIsBack();
-    void aRobotThatGoesWhileItIsConnectedToComesBack();
     void theRealTimeAnswerIsSetForTheNextConnection();
 
     void keysThatAreSampledTogetherShareATimeStamp();
+    void keysOfSeveralPeriodsShareTheTimeStampsThatTheyHaveInCommon();
+    void everyAppendedSampleIsDeliveredOnce();
+    void aWatcherThatStartsLaterSamplesTheNewestAppendedSample();
+    void ticksThatABusyEventLoopMissesAreCounted();
+    void aKeyWithoutSamplesMissesNothing();
     void aTimeStampOfTheRobotIsDeliveredOnce();
     void aDeclaredKeyIsNotSampledBeforeItHasAValue();
     void whatIsRaisedWhileTheWatcherIsStoppedIsNotDelivered();
@@ -112,50 +119,14 @@ void TestEmbeddedLink::theLinkHasTheMemoryThatItWasGiven()
 
 void TestEmbeddedLink::aLinkWithoutAMemoryMakesOne()
 {
-    const EmbeddedLink link(nullptr);
+    const EmbeddedLink link(std::shared_ptr<RobotMemory>(nullptr));
 
     QVERIFY(link.memory());
 }
 
-void TestEmbeddedLink::aRobotOutOfReachIsConnectedWhenItIsBack()
-{
-    EmbeddedLink link(nullptr);
-    QSignalSpy failed(&link, &RobotLink::failed);
-    QSignalSpy lost(&link, &RobotLink::connectionLost);
-    link.loseConnection();
-
-    link.open();
-    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, timeoutMs);
-    QCOMPARE(link.state(), RobotLink::Connecting);
-    link.restoreConnection();
-
-    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
-    QCOMPARE(lost.count(), 0);
-}
-
-void TestEmbeddedLink::aRobotThatGoesWhileItIsConnectedToComesBack()
-{
-    EmbeddedLink link(nullptr);
-    QSignalSpy established(&link, &RobotLink::connectionEstablished);
-
-    link.open();
-    link.loseConnection();
-    link.restoreConnection();
-
-    QTRY_COMPARE_WITH_TIMEOUT(established.count(), 1, timeoutMs);
-    QVERIFY(link.isConnected());
-    link.loseConnection();
-    link.restoreConnection();
-    link.loseConnection();
-    link.restoreConnection();
-    QTRY_COMPARE_WITH_TIMEOUT(established.count(), 2, timeoutMs);
-    QCoreApplication::processEvents();
-    QCOMPARE(established.count(), 2);
-}
-
 void TestEmbeddedLink::theRealTimeAnswerIsSetForTheNextConnection()
 {
-    EmbeddedLink link(nullptr);
+    EmbeddedLink link(std::make_shared<RobotMemory>());
     link.open();
     QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
     QStringList answers;
@@ -185,6 +156,109 @@ void TestEmbeddedLink::keysThatAreSampledTogetherShareATimeStamp()
 
     QTRY_VERIFY_WITH_TIMEOUT(session.stamps.value(data).size() >= 10, timeoutMs);
     QCOMPARE(session.stamps.value(otherData), session.stamps.value(data));
+}
+
+void TestEmbeddedLink::keysOfSeveralPeriodsShareTheTimeStampsThatTheyHaveInCommon()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->setData(data, 1);
+    session.memory->setData(otherData, 2);
+    session.service->watchKey(data, 10);
+    session.service->watchKey(otherData, 20);
+
+    session.service->startWatcher(100, 0);
+
+    QTRY_VERIFY_WITH_TIMEOUT(session.stamps.value(otherData).size() >= 10, timeoutMs);
+    for (const double stamp : session.stamps.value(otherData))
+        QVERIFY(session.stamps.value(data).contains(stamp));
+}
+
+void TestEmbeddedLink::everyAppendedSampleIsDeliveredOnce()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->appendData(data, 0);
+    session.service->watchKey(data, 10);
+    session.service->startWatcher(50, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(session.values.value(data), QStringList(QStringLiteral("0")), timeoutMs);
+    QStringList expected{QStringLiteral("0")};
+
+    for (int i = 1; i <= 1000; ++i) {
+        QVERIFY(session.memory->appendData(data, i));
+        expected << QString::number(i);
+    }
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.values.value(data), expected, timeoutMs);
+    const int batches = session.batches;
+    QTRY_VERIFY_WITH_TIMEOUT(session.batches >= batches + 3, timeoutMs);
+    QCOMPARE(session.values.value(data), expected);
+    const QList<double> stamps = session.stamps.value(data);
+    QVERIFY(std::adjacent_find(stamps.begin(), stamps.end(), std::greater_equal<double>()) == stamps.end());
+}
+
+void TestEmbeddedLink::aWatcherThatStartsLaterSamplesTheNewestAppendedSample()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->appendData(data, 1, 12.5);
+    session.memory->appendData(data, 2, 13.5);
+    session.service->watchKey(data, 10);
+
+    session.service->startWatcher(50, 0);
+
+    QTRY_VERIFY_WITH_TIMEOUT(session.batches >= 3, timeoutMs);
+    QCOMPARE(session.values.value(data), QStringList(QStringLiteral("2")));
+    QCOMPARE(session.stamps.value(data), QList<double>{13.5});
+}
+
+void TestEmbeddedLink::ticksThatABusyEventLoopMissesAreCounted()
+{
+    constexpr int periodMs = 10;
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->setData(data, 1);
+    session.service->watchKey(data, periodMs);
+    session.service->watchKey(anEvent, periodMs);
+    const double before = unixTime();
+    session.service->startWatcher(50, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(session.values.value(data).size() >= 5, timeoutMs);
+    QSignalSpy recorded(session.link.get(), &RobotLink::lossesRecorded);
+
+    QThread::msleep(300);
+    QTRY_VERIFY_WITH_TIMEOUT(recorded.count() > 0, timeoutMs);
+    const qint64 rows = session.values.value(data).size();
+    QTRY_VERIFY_WITH_TIMEOUT(session.values.value(data).size() > rows, timeoutMs);
+
+    const qint64 missed = session.link->losses().missedTicks;
+    QVERIFY2(missed >= 300 / periodMs - 2, qPrintable(QString::number(missed)));
+    // Rows and missed ticks are together what was due until the newest row.
+    const double newest = session.stamps.value(data).last();
+    const double due = (newest - session.stamps.value(data).first()) * 1000 / periodMs + 1;
+    const double counted = double(session.values.value(data).size() + session.link->losses().missedTicks);
+    QVERIFY2(qAbs(counted - due) <= 2, qPrintable(QStringLiteral("%1 of %2").arg(counted).arg(due)));
+    QCOMPARE(session.link->losses(data).missedTicks, session.link->losses().missedTicks);
+    QCOMPARE(session.link->losses(anEvent), SampleLosses());
+    const LossSpan span = session.link->lossLedger().total().span(LossCause::MissedTick);
+    QVERIFY(span.from >= before - 0.1 && span.from <= span.to && span.to <= unixTime());
+}
+
+void TestEmbeddedLink::aKeyWithoutSamplesMissesNothing()
+{
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->declareData(data);
+    session.memory->appendData(otherData, 1);
+    for (const QString& name : {data, otherData, anEvent})
+        session.service->watchKey(name, 5);
+    session.service->startWatcher(20, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(session.batches >= 2, timeoutMs);
+
+    QThread::msleep(50);
+    const int batches = session.batches;
+    QTRY_VERIFY_WITH_TIMEOUT(session.batches >= batches + 2, timeoutMs);
+
+    QCOMPARE(session.link->losses(), SampleLosses());
 }
 
 void TestEmbeddedLink::aTimeStampOfTheRobotIsDeliveredOnce()
@@ -253,7 +327,7 @@ void TestEmbeddedLink::stoppingDiscardsWhatWasCollected()
 
     QCOMPARE(session.values.size(), 0);
     // Nobody was listening any more: that is not a loss.
-    QCOMPARE(session.link->losses(), SampleLosses());
+    QCOMPARE(session.link->losses().dropped, 0);
 }
 
 void TestEmbeddedLink::anOverfullQueueKeepsTheNewestAndCountsTheRest()
@@ -270,9 +344,9 @@ void TestEmbeddedLink::anOverfullQueueKeepsTheNewestAndCountsTheRest()
     QTRY_COMPARE_WITH_TIMEOUT(session.values.value(anEvent),
                               QStringList({QStringLiteral("8"), QStringLiteral("9"), QStringLiteral("10")}), timeoutMs);
     QCOMPARE(session.link->losses(anEvent).dropped, 7);
-    QCOMPARE(session.link->losses(data), SampleLosses());
+    QCOMPARE(session.link->losses(data).dropped, 0);
     QCOMPARE(session.link->losses(QStringLiteral("Nowhere")), SampleLosses());
-    QCOMPARE(session.link->losses().total(), 7);
+    QCOMPARE(session.link->losses().dropped, 7);
 }
 
 void TestEmbeddedLink::lossesOutliveTheConnectionAndEndWithTheNextOpening()
@@ -286,8 +360,9 @@ void TestEmbeddedLink::lossesOutliveTheConnectionAndEndWithTheNextOpening()
     QCOMPARE(session.link->losses().dropped, 1);
 
     session.service->unwatchAll();
-    session.link->loseConnection();
-    session.link->restoreConnection();
+    session.link->feed().outOfReach();
+    QTRY_COMPARE_WITH_TIMEOUT(session.link->state(), RobotLink::Lost, timeoutMs);
+    session.link->feed().inReach();
     QTRY_VERIFY_WITH_TIMEOUT(session.link->isConnected(), timeoutMs);
     QCOMPARE(session.link->losses(anEvent).dropped, 1);
     session.link->close();

@@ -1,5 +1,6 @@
+#include <connections/embedded/embedded_link.h>
 #include <connections/embedded/robot_memory.h>
-#include <connections/simulated/simulated_link.h>
+#include <connections/simulated/simulated_feed.h>
 
 #include <QSignalSpy>
 #include <QTest>
@@ -10,17 +11,22 @@ namespace {
 
 constexpr int timeoutMs = 60000;
 
+std::shared_ptr<RobotFeed> robot(const SimulatedRobot::Parameters& parameters)
+{
+    return std::make_shared<SimulatedFeed>(parameters);
+}
+
 } // namespace
 
-class TestSimulatedLink : public QObject
+class TestSimulatedFeed : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void aUrlNamesTheRobot_data();
     void aUrlNamesTheRobot();
-    void aWrongUrlIsToldWithWhatIsPossible_data();
-    void aWrongUrlIsToldWithWhatIsPossible();
+    void aWrongUrlIsRefusedWithWhatIsPossible_data();
+    void aWrongUrlIsRefusedWithWhatIsPossible();
     void allKeysAreThereWhenTheConnectionStands();
     void theRobotRunsWhileTheLinkIsOpen();
     void theRobotGoesOnWhereItStopped();
@@ -28,7 +34,7 @@ private Q_SLOTS:
     void itSupportsRealTime();
 };
 
-void TestSimulatedLink::aUrlNamesTheRobot_data()
+void TestSimulatedFeed::aUrlNamesTheRobot_data()
 {
     QTest::addColumn<QString>("url");
     QTest::addColumn<QString>("canonical");
@@ -41,21 +47,20 @@ void TestSimulatedLink::aUrlNamesTheRobot_data()
     QTest::newRow("empty query") << QStringLiteral("sim:?") << QStringLiteral("sim:");
 }
 
-void TestSimulatedLink::aUrlNamesTheRobot()
+void TestSimulatedFeed::aUrlNamesTheRobot()
 {
     QFETCH(QString, url);
     QFETCH(QString, canonical);
     QString error;
 
-    const auto link = SimulatedLink::fromUrl(url, &error);
+    const auto feed = SimulatedFeed::fromUrl(url, &error);
 
-    QVERIFY2(link, qPrintable(error));
-    QCOMPARE(link->url(), canonical);
-    QCOMPARE(link->state(), RobotLink::Disconnected);
+    QVERIFY2(feed, qPrintable(error));
+    QCOMPARE(feed->url(), canonical);
     QCOMPARE(error, QString());
 }
 
-void TestSimulatedLink::aWrongUrlIsToldWithWhatIsPossible_data()
+void TestSimulatedFeed::aWrongUrlIsRefusedWithWhatIsPossible_data()
 {
     QTest::addColumn<QString>("url");
     QTest::addColumn<QString>("complaint");
@@ -89,23 +94,23 @@ void TestSimulatedLink::aWrongUrlIsToldWithWhatIsPossible_data()
                                    << QStringLiteral("from 0 to 10000000");
 }
 
-void TestSimulatedLink::aWrongUrlIsToldWithWhatIsPossible()
+void TestSimulatedFeed::aWrongUrlIsRefusedWithWhatIsPossible()
 {
     QFETCH(QString, url);
     QFETCH(QString, complaint);
     QFETCH(QString, advice);
     QString error;
 
-    QVERIFY(!SimulatedLink::fromUrl(url, &error));
+    QVERIFY(!SimulatedFeed::fromUrl(url, &error));
 
     QVERIFY2(error.contains(complaint), qPrintable(error));
     QVERIFY2(error.contains(advice), qPrintable(error));
-    QVERIFY(!SimulatedLink::fromUrl(url, nullptr));
+    QVERIFY(!SimulatedFeed::fromUrl(url, nullptr));
 }
 
-void TestSimulatedLink::allKeysAreThereWhenTheConnectionStands()
+void TestSimulatedFeed::allKeysAreThereWhenTheConnectionStands()
 {
-    SimulatedLink link({1, 20000});
+    EmbeddedLink link(robot({1, 20000}));
     link.open();
     QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
 
@@ -113,10 +118,10 @@ void TestSimulatedLink::allKeysAreThereWhenTheConnectionStands()
     QCOMPARE(link.memory()->eventNames().size(), 4);
 }
 
-void TestSimulatedLink::theRobotRunsWhileTheLinkIsOpen()
+void TestSimulatedFeed::theRobotRunsWhileTheLinkIsOpen()
 {
     const auto x = QStringLiteral("Inertial/Acceleration/X");
-    SimulatedLink link({});
+    EmbeddedLink link(robot({}));
     QVERIFY(!link.memory()->newest(x));
     link.open();
     QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
@@ -127,16 +132,16 @@ void TestSimulatedLink::theRobotRunsWhileTheLinkIsOpen()
 
     // The robot's thread has ended with the call: nothing writes any more.
     const double atClose = link.memory()->newest(x)->timeStamp;
-    SimulatedLink other({});
+    EmbeddedLink other(robot({}));
     other.open();
     QTRY_VERIFY_WITH_TIMEOUT(other.isConnected(), timeoutMs);
     QCOMPARE(link.memory()->newest(x)->timeStamp, atClose);
 }
 
-void TestSimulatedLink::theRobotGoesOnWhereItStopped()
+void TestSimulatedFeed::theRobotGoesOnWhereItStopped()
 {
     const auto charge = QStringLiteral("Battery/Charge");
-    SimulatedLink link({});
+    EmbeddedLink link(robot({}));
     link.open();
     QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
     const double atStart = link.memory()->newest(charge)->value.toDouble();
@@ -150,9 +155,9 @@ void TestSimulatedLink::theRobotGoesOnWhereItStopped()
     QVERIFY(link.memory()->newest(charge)->value.toDouble() <= atClose);
 }
 
-void TestSimulatedLink::closingWhileTheRobotPreparesIsSafe()
+void TestSimulatedFeed::closingWhileTheRobotPreparesIsSafe()
 {
-    SimulatedLink link({1, 200000});
+    EmbeddedLink link(robot({1, 200000}));
     QSignalSpy established(&link, &RobotLink::connectionEstablished);
 
     link.open();
@@ -167,10 +172,10 @@ void TestSimulatedLink::closingWhileTheRobotPreparesIsSafe()
     QCOMPARE(link.memory()->dataNames().filter(QStringLiteral("Extra/")).size(), 200000);
 }
 
-void TestSimulatedLink::itSupportsRealTime()
+void TestSimulatedFeed::itSupportsRealTime()
 {
-    QVERIFY(SimulatedLink({}).isRealTimeSupported());
+    QVERIFY(EmbeddedLink(robot({})).isRealTimeSupported());
 }
 
-QTEST_GUILESS_MAIN(TestSimulatedLink)
-#include "tst_simulated_link.moc"
+QTEST_GUILESS_MAIN(TestSimulatedFeed)
+#include "tst_simulated_feed.moc"

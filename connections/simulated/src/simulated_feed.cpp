@@ -1,4 +1,4 @@
-#include <connections/simulated/simulated_link.h>
+#include <connections/simulated/simulated_feed.h>
 
 #include <connections/embedded/robot_memory.h>
 
@@ -15,21 +15,15 @@ const QLatin1String scheme("sim");
 
 } // namespace
 
-SimulatedLink::SimulatedLink(const SimulatedRobot::Parameters& parameters, QObject* parent)
-    : EmbeddedLink(std::make_shared<RobotMemory>(), parent)
+SimulatedFeed::SimulatedFeed(const SimulatedRobot::Parameters& parameters)
+    : LoopFeed(std::chrono::milliseconds(SimulatedRobot::stepPeriodMs))
     , m_parameters(parameters)
     , m_robot(parameters, memory())
-    , m_loop(
-          std::chrono::milliseconds(SimulatedRobot::stepPeriodMs), [this] { prepareRobot(); },
-          [this] { m_robot.step(); })
 {}
 
-SimulatedLink::~SimulatedLink()
-{
-    m_loop.stop();
-}
+SimulatedFeed::~SimulatedFeed() = default;
 
-std::unique_ptr<SimulatedLink> SimulatedLink::fromUrl(const QString& url, QString* error)
+std::shared_ptr<SimulatedFeed> SimulatedFeed::fromUrl(const QString& url, QString* error)
 {
     const auto fail = [error](const QString& message) {
         if (error)
@@ -67,10 +61,10 @@ std::unique_ptr<SimulatedLink> SimulatedLink::fromUrl(const QString& url, QStrin
             return fail(tr("A simulated robot has no parameter “%1”. It has: seed, keys.").arg(item.first));
         }
     }
-    return std::make_unique<SimulatedLink>(parameters);
+    return std::make_shared<SimulatedFeed>(parameters);
 }
 
-QString SimulatedLink::url() const
+QString SimulatedFeed::url() const
 {
     const SimulatedRobot::Parameters defaults;
     QUrlQuery query;
@@ -82,29 +76,15 @@ QString SimulatedLink::url() const
     return query.isEmpty() ? text : text + QLatin1Char('?') + query.toString();
 }
 
-void SimulatedLink::startRobot()
+void SimulatedFeed::prepare()
 {
-    ++m_run;
-    m_loop.start();
+    m_robot.declareKeys([this] { return !isStopping(); });
+    inReach();
 }
 
-void SimulatedLink::stopRobot()
+void SimulatedFeed::step()
 {
-    m_loop.stop();
-    ++m_run; // what the robot has posted already belongs to the run that ended
-}
-
-void SimulatedLink::prepareRobot()
-{
-    const int run = m_run; // read on the loop's thread, and changed only while there is none
-    m_robot.declareKeys([this] { return !m_loop.isStopping(); });
-    QMetaObject::invokeMethod(
-        this,
-        [this, run] {
-            if (run == m_run)
-                robotStarted();
-        },
-        Qt::QueuedConnection);
+    m_robot.step();
 }
 
 } // namespace Velk

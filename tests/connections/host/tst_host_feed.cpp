@@ -1,5 +1,6 @@
+#include <connections/embedded/embedded_link.h>
 #include <connections/embedded/robot_memory.h>
-#include <connections/host/host_link.h>
+#include <connections/host/host_feed.h>
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -13,21 +14,21 @@ constexpr int timeoutMs = 60000;
 
 } // namespace
 
-class TestHostLink : public QObject
+class TestHostFeed : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void theFiguresAreThereWhenTheConnectionStands();
     void theFiguresAreReadAgainAndAgain();
-    void aComputerThatTellsNothingIsNotConnectedTo();
+    void aComputerThatCannotBeReadIsNotConnectedTo();
     void itHasNoRealTimeSampling();
     void itCanBeClosedAndOpenedAgain();
 };
 
-void TestHostLink::theFiguresAreThereWhenTheConnectionStands()
+void TestHostFeed::theFiguresAreThereWhenTheConnectionStands()
 {
-    HostLink link;
+    EmbeddedLink link(std::make_shared<HostFeed>());
     QCOMPARE(link.url(), QStringLiteral("host:"));
     QCOMPARE(link.memory()->dataNames(), QStringList());
 
@@ -39,9 +40,9 @@ void TestHostLink::theFiguresAreThereWhenTheConnectionStands()
     QVERIFY(link.memory()->eventNames().contains(QStringLiteral("Host/Memory/Low")));
 }
 
-void TestHostLink::theFiguresAreReadAgainAndAgain()
+void TestHostFeed::theFiguresAreReadAgainAndAgain()
 {
-    HostLink link;
+    EmbeddedLink link(std::make_shared<HostFeed>());
     link.open();
     QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
 
@@ -54,10 +55,10 @@ void TestHostLink::theFiguresAreReadAgainAndAgain()
                              timeoutMs);
 }
 
-void TestHostLink::aComputerThatTellsNothingIsNotConnectedTo()
+void TestHostFeed::aComputerThatCannotBeReadIsNotConnectedTo()
 {
     const QTemporaryDir root;
-    HostLink link(root.path());
+    EmbeddedLink link(std::make_shared<HostFeed>(root.path()));
     QSignalSpy failed(&link, &RobotLink::failed);
 
     link.open();
@@ -69,14 +70,14 @@ void TestHostLink::aComputerThatTellsNothingIsNotConnectedTo()
     QCOMPARE(link.state(), RobotLink::Disconnected);
 }
 
-void TestHostLink::itHasNoRealTimeSampling()
+void TestHostFeed::itHasNoRealTimeSampling()
 {
-    QVERIFY(!HostLink().isRealTimeSupported());
+    QVERIFY(!EmbeddedLink(std::make_shared<HostFeed>()).isRealTimeSupported());
 }
 
-void TestHostLink::itCanBeClosedAndOpenedAgain()
+void TestHostFeed::itCanBeClosedAndOpenedAgain()
 {
-    HostLink link;
+    EmbeddedLink link(std::make_shared<HostFeed>());
     link.open();
     link.close();
     link.open();
@@ -86,5 +87,5 @@ void TestHostLink::itCanBeClosedAndOpenedAgain()
     QVERIFY(!link.isConnected());
 }
 
-QTEST_GUILESS_MAIN(TestHostLink)
-#include "tst_host_link.moc"
+QTEST_GUILESS_MAIN(TestHostFeed)
+#include "tst_host_feed.moc"

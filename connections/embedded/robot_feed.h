@@ -1,0 +1,80 @@
+#ifndef CONNECTIONS_EMBEDDED_ROBOT_FEED_H
+#define CONNECTIONS_EMBEDDED_ROBOT_FEED_H
+
+#include <connections/embedded/embedded_export.h>
+#include <connections/embedded/robot_memory.h>
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace Velk {
+
+/// A robot that pushes: it writes into a RobotMemory, and reports whether it is in reach. An EmbeddedLink shows the
+/// memory to the models and follows the reports.
+///
+/// Used as it is, it stands for robot code that runs by itself in this process: in reach as soon as the link is open.
+/// A robot that has to be started derives from it, or from LoopFeed when it writes at a fixed period.
+class EMBEDDED_EXPORT RobotFeed
+{
+public:
+    /// Writes into this memory, or into one of its own when it is null.
+    explicit RobotFeed(std::shared_ptr<RobotMemory> memory = nullptr);
+    virtual ~RobotFeed();
+    RobotFeed(const RobotFeed&) = delete;
+    RobotFeed& operator=(const RobotFeed&) = delete;
+
+    /// Never null.
+    const std::shared_ptr<RobotMemory>& memory() const { return m_memory; }
+    /// The robot's URL, fit to be shown; here "embedded:".
+    virtual QString url() const;
+    /// Whether sampling every 10 ms makes sense; here true.
+    virtual bool isRealTimeSupported() const;
+
+    /// The link was opened: gets the robot going. Called on the link's thread; must not block. Ends, then or later, in
+    /// inReach(), outOfReach() or failed(). Here: inReach(), unless outOfReach() was reported last.
+    virtual void start();
+    /// The link was closed, or is destroyed: nothing is written after this call. Only after start().
+    virtual void stop();
+
+    // Reports, from any thread at any time. Without an open link they have no effect.
+
+    /// The robot writes, and its keys are declared: the link connects.
+    void inReach();
+    /// The connection to the robot broke, or cannot be made at the moment: the link is lost, or waits, until inReach().
+    void outOfReach();
+    /// The robot cannot be started: a short title, and a sentence that says what happened and what to do. The link
+    /// waits for inReach().
+    void failed(const QString& title, const QString& message);
+
+private:
+    friend class EmbeddedLink;
+
+    struct Report
+    {
+        enum Type
+        {
+            InReach,
+            OutOfReach,
+            Failed
+        };
+        Type type;
+        QString title;
+        QString message;
+    };
+
+    /// Where reports go, on the reporting thread; an empty function for nowhere. Returns when no report is under way.
+    void setReceiver(std::function<void(const Report&)> receiver);
+    void report(const Report& report);
+
+    const std::shared_ptr<RobotMemory> m_memory;
+    std::mutex m_mutex;
+    std::function<void(const Report&)> m_receiver;
+    bool m_isOutOfReach = false;
+};
+
+} // namespace Velk
+
+#endif

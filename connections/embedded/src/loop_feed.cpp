@@ -1,0 +1,31 @@
+#include <connections/embedded/loop_feed.h>
+
+#include <utility>
+
+namespace Velk {
+
+LoopFeed::LoopFeed(std::chrono::milliseconds period, std::shared_ptr<RobotMemory> memory)
+    : RobotFeed(std::move(memory))
+    , m_loop(
+          period, [this] { prepare(); }, [this] { step(); })
+{}
+
+LoopFeed::~LoopFeed() = default;
+
+void LoopFeed::start()
+{
+    m_loop.start();
+}
+
+void LoopFeed::stop()
+{
+    m_loop.stop();
+}
+
+void LoopFeed::prepare()
+{
+    step();
+    inReach();
+}
+
+} // namespace Velk

@@ -1,0 +1,287 @@
+#include <connections/embedded/embedded_link.h>
+#include <connections/embedded/loop_feed.h>
+#include <connections/embedded/robot_memory.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+using namespace Velk;
+
+namespace {
+
+constexpr int timeoutMs = 60000;
+
+/// A feed that reports nothing by itself.
+class SilentFeed : public RobotFeed
+{
+public:
+    void start() override { ++starts; }
+    void stop() override { ++stops; }
+    QString url() const override { return "silent:"; }
+    bool isRealTimeSupported() const override { return false; }
+
+    int starts = 0;
+    int stops = 0;
+};
+
+/// Counts in the memory, as long as it may.
+class CountingFeed : public LoopFeed
+{
+public:
+    CountingFeed()
+        : LoopFeed(std::chrono::milliseconds(1))
+    {}
+
+    std::atomic<int> steps{0};
+
+protected:
+    void step() override { memory()->setData("Count", ++steps); }
+};
+
+struct Session
+{
+    std::shared_ptr<SilentFeed> feed = std::make_shared<SilentFeed>();
+    EmbeddedLink link{feed};
+    QSignalSpy established{&link, &RobotLink::connectionEstablished};
+    QSignalSpy lost{&link, &RobotLink::connectionLost};
+    QSignalSpy failed{&link, &RobotLink::failed};
+};
+
+} // namespace
+
+class TestRobotFeed : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aPlainFeedIsInReachAtOnce();
+    void aRobotOutOfReachIsConnectedWhenItIsBack();
+    void theLinkIsThatOfTheFeed();
+    void theFeedRunsWhileTheLinkIsOpen();
+    void theLinkFollowsTheReach();
+    void everyLossAndReturnIsFollowed();
+    void aFailureIsReportedAndTheLinkWaits();
+    void reportsWithoutAnOpenLinkHaveNoEffect();
+    void reportsOfARunThatEndedHaveNoEffect();
+    void reportsComeFromAnyThread();
+    void aFeedMayOutliveItsLink();
+    void aLoopFeedWritesUntilTheLinkIsClosed();
+    void anAppendedSampleOfAFeedIsDelivered();
+};
+
+void TestRobotFeed::aPlainFeedIsInReachAtOnce()
+{
+    EmbeddedLink link(std::make_shared<RobotFeed>());
+    QVERIFY(link.memory());
+
+    link.open();
+
+    QCOMPARE(link.state(), RobotLink::Connecting);
+    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
+    QCOMPARE(link.url(), QStringLiteral("embedded:"));
+}
+
+void TestRobotFeed::aRobotOutOfReachIsConnectedWhenItIsBack()
+{
+    EmbeddedLink link(std::make_shared<RobotMemory>());
+    QSignalSpy failed(&link, &RobotLink::failed);
+    QSignalSpy lost(&link, &RobotLink::connectionLost);
+    link.feed().outOfReach();
+
+    link.open();
+    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, timeoutMs);
+    QCOMPARE(link.state(), RobotLink::Connecting);
+    link.feed().inReach();
+
+    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
+    QCOMPARE(lost.count(), 0);
+}
+
+void TestRobotFeed::theLinkIsThatOfTheFeed()
+{
+    const Session session;
+
+    QCOMPARE(session.link.url(), QStringLiteral("silent:"));
+    QVERIFY(!session.link.isRealTimeSupported());
+    QCOMPARE(session.link.memory().get(), session.feed->memory().get());
+    QCOMPARE(&session.link.feed(), session.feed.get());
+}
+
+void TestRobotFeed::theFeedRunsWhileTheLinkIsOpen()
+{
+    auto session = std::make_unique<Session>();
+    const std::shared_ptr<SilentFeed> feed = session->feed;
+    QCOMPARE(feed->starts, 0);
+    session->link.open();
+    QCOMPARE(feed->starts, 1);
+    QCOMPARE(feed->stops, 0);
+    session->link.close();
+    session->link.close();
+    QCOMPARE(feed->stops, 1);
+    session->link.open();
+
+    session.reset();
+
+    QCOMPARE(feed->starts, 2);
+    QCOMPARE(feed->stops, 2);
+}
+
+void TestRobotFeed::theLinkFollowsTheReach()
+{
+    Session session;
+    session.link.open();
+    session.feed->inReach();
+    QTRY_COMPARE_WITH_TIMEOUT(session.link.state(), RobotLink::Connected, timeoutMs);
+
+    session.feed->outOfReach();
+    QTRY_COMPARE_WITH_TIMEOUT(session.link.state(), RobotLink::Lost, timeoutMs);
+    QCOMPARE(session.failed.count(), 1);
+    session.feed->inReach();
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.link.state(), RobotLink::Connected, timeoutMs);
+}
+
+void TestRobotFeed::everyLossAndReturnIsFollowed()
+{
+    Session session;
+    session.link.open();
+
+    for (int i = 0; i < 3; ++i) {
+        session.feed->inReach();
+        session.feed->inReach();
+        session.feed->outOfReach();
+        session.feed->outOfReach();
+    }
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.lost.count(), 3, timeoutMs);
+    QCOMPARE(session.established.count(), 3);
+}
+
+void TestRobotFeed::aFailureIsReportedAndTheLinkWaits()
+{
+    Session session;
+    session.link.open();
+
+    session.feed->failed("No power", "Switch the robot on.");
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.failed.count(), 1, timeoutMs);
+    QCOMPARE(session.failed.at(0), QVariantList({"No power", "Switch the robot on."}));
+    QCOMPARE(session.link.state(), RobotLink::Connecting);
+    session.feed->inReach();
+    QTRY_VERIFY_WITH_TIMEOUT(session.link.isConnected(), timeoutMs);
+}
+
+void TestRobotFeed::reportsWithoutAnOpenLinkHaveNoEffect()
+{
+    Session session;
+    session.feed->inReach();
+    session.feed->failed("No power", "Switch the robot on.");
+
+    session.link.open();
+    QCoreApplication::processEvents();
+
+    QCOMPARE(session.link.state(), RobotLink::Connecting);
+    QCOMPARE(session.failed.count(), 0);
+}
+
+void TestRobotFeed::reportsOfARunThatEndedHaveNoEffect()
+{
+    Session session;
+    session.link.open();
+    session.feed->inReach();
+
+    session.link.close();
+    session.link.open();
+    QCoreApplication::processEvents();
+
+    QCOMPARE(session.link.state(), RobotLink::Connecting);
+    QCOMPARE(session.established.count(), 0);
+}
+
+void TestRobotFeed::reportsComeFromAnyThread()
+{
+    Session session;
+    session.link.open();
+    std::atomic<bool> isStopping{false};
+    std::thread robot([&] {
+        while (!isStopping) {
+            session.feed->inReach();
+            session.feed->outOfReach();
+        }
+    });
+
+    const bool isFollowed =
+        QTest::qWaitFor([&] { return session.established.count() >= 10 && session.lost.count() >= 10; }, timeoutMs);
+    session.link.close();
+    isStopping = true;
+    robot.join();
+
+    QVERIFY(isFollowed);
+    QCOMPARE(session.link.state(), RobotLink::Disconnected);
+}
+
+void TestRobotFeed::aFeedMayOutliveItsLink()
+{
+    const auto feed = std::make_shared<SilentFeed>();
+    {
+        EmbeddedLink link(feed);
+        link.open();
+        feed->inReach();
+    }
+
+    feed->outOfReach();
+    feed->inReach();
+    QCoreApplication::processEvents();
+
+    QCOMPARE(feed->stops, 1);
+}
+
+void TestRobotFeed::aLoopFeedWritesUntilTheLinkIsClosed()
+{
+    const auto feed = std::make_shared<CountingFeed>();
+    EmbeddedLink link(feed);
+    link.open();
+    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
+    QVERIFY(feed->memory()->newest("Count"));
+    QTRY_VERIFY_WITH_TIMEOUT(feed->steps >= 10, timeoutMs);
+
+    link.close();
+
+    const int steps = feed->steps;
+    EmbeddedLink other(std::make_shared<CountingFeed>());
+    other.open();
+    QTRY_VERIFY_WITH_TIMEOUT(other.memory()->newest("Count") && other.memory()->newest("Count")->value.toInt() > 10,
+                             timeoutMs);
+    QCOMPARE(feed->steps.load(), steps);
+}
+
+void TestRobotFeed::anAppendedSampleOfAFeedIsDelivered()
+{
+    Session session;
+    session.link.open();
+    session.feed->inReach();
+    QTRY_VERIFY_WITH_TIMEOUT(session.link.isConnected(), timeoutMs);
+    const boost::shared_ptr<MemoryInterface> service = session.link.memoryInterface();
+    QStringList values;
+    connect(service.get(), &MemoryInterface::dataGathered, this, [&values](const GatheredData& batch) {
+        for (const QVariant& value : batch.value("Arm"))
+            values << value.toString();
+    });
+    service->watchKey("Arm", 1000);
+    service->startWatcher(20, 0);
+
+    std::thread robot([&session] {
+        for (int i = 1; i <= 5; ++i)
+            session.feed->memory()->appendData("Arm", i, i);
+    });
+    robot.join();
+
+    QTRY_COMPARE_WITH_TIMEOUT(values, QStringList({"1", "2", "3", "4", "5"}), timeoutMs);
+}
+
+QTEST_GUILESS_MAIN(TestRobotFeed)
+#include "tst_robot_feed.moc"

@@ -42,6 +42,9 @@ void DisplayedKeysTask::finish(int status)
             causes << QStringLiteral("%1 occurrences dropped, they came too fast").arg(losses.dropped);
         if (losses.trimmed > 0)
             causes << QStringLiteral("%1 occurrences discarded by the robot").arg(losses.trimmed);
+        if (losses.missedTicks > 0)
+            causes
+                << QStringLiteral("%1 sampling ticks missed, this program was busy or stopped").arg(losses.missedTicks);
         tell(QStringLiteral("Not everything was delivered"), causes.join(QStringLiteral("; ")));
     }
     RobotTask::finish(status);

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void aKeyThatIsNotListedIsWatchedAllTheSame();
     void watchingGoesOnAfterAReconnection();
     void lossesAreReportedAtTheEnd();
+    void ticksThatAStoppedProcessMissesAreReported();
     void ctrlCEndsIt_data();
     void ctrlCEndsIt();
     void aReaderThatHasGoneEndsItQuietly();
@@ -214,6 +215,24 @@ void TestVelkWatch::lossesAreReportedAtTheEnd()
     QCOMPARE(velk.end(), 0);
     QVERIFY2(velk.messages().contains(QRegularExpression(QStringLiteral("delivered: [1-9]\\d* occurrences dropped"))),
              qPrintable(velk.messages()));
+}
+
+void TestVelkWatch::ticksThatAStoppedProcessMissesAreReported()
+{
+    VelkRun velk;
+    velk.start(watch(QStringLiteral("Base/Odometer --period 10"), QStringLiteral("test:")));
+    QVERIFY(velk.waitForOutput(QStringLiteral("(Odometer.*){3}")));
+
+    velk.sendSignal(SIGSTOP);
+    QTest::qSleep(200);
+    velk.sendSignal(SIGCONT);
+    QVERIFY(velk.waitForOutput(QStringLiteral("(Odometer.*){6}")));
+    velk.sendSignal(SIGINT);
+
+    QCOMPARE(velk.end(), 0);
+    QVERIFY2(
+        velk.messages().contains(QRegularExpression(QStringLiteral("delivered: .*[1-9]\\d* sampling ticks missed"))),
+        qPrintable(velk.messages()));
 }
 
 void TestVelkWatch::ctrlCEndsIt_data()

@@ -18,8 +18,8 @@ namespace Velk {
 // Argument-dependent lookup does not search the global namespace for a type of this one: QSet finds the hash here.
 using ::qHash;
 
-/// What kind of key the robot holds a key to be. Single bits: a key carries exactly one of the three, a query takes
-/// several as a mask, MemoryKeyNature(DataNature | EventNature).
+/// The list in which the robot has a key. Single bits: a key has exactly one of the three, and a query takes several as
+/// a mask, MemoryKeyNature(DataNature | EventNature).
 enum MemoryKeyNature : int
 {
     DataNature = 1,   ///< listed by the robot as a data key
@@ -62,14 +62,15 @@ private:
     friend class MemoryKeyListModel;
     friend MEMORYKEYMODEL_EXPORT uint(::qHash)(const MemoryKey& key);
 
-    /// A key whose description is its name and " desc". A robot lists its names by the hundred thousand: the text is
-    /// made when it is asked for.
+    /// A key whose description is its name and " desc". A robot lists hundreds of thousands of names: the text is built
+    /// only when description() is called.
     MemoryKey(const QString& name, MemoryKeyNature nature);
 
     QString m_name;
     QString m_description;
     MemoryKeyNature m_nature;
-    uint m_nameHash; // a key goes through many sets in its life: its name is hashed once
+    uint m_nameHash;                     // computed once: a key is inserted into many sets
+    bool m_isDescriptionDerived = false; // from the name; m_description is then empty
 };
 
 } // namespace Velk

@@ -2,17 +2,6 @@
 
 namespace Velk {
 
-namespace {
-
-// Stands for a description that is made from the name: told by its address, so that it cannot be anybody's text.
-const QString& describedByName()
-{
-    static const QString mark = QStringLiteral("described by name");
-    return mark;
-}
-
-} // namespace
-
 const QString MemoryKey::dataString = QStringLiteral("DATA");
 const QString MemoryKey::eventString = QStringLiteral("EVENT");
 const QString MemoryKey::unknownString = QStringLiteral("UNKNOWN");
@@ -25,14 +14,14 @@ MemoryKey::MemoryKey(const QString& name, const QString& description, MemoryKeyN
 {}
 
 MemoryKey::MemoryKey(const QString& name, MemoryKeyNature nature)
-    : MemoryKey(name, describedByName(), nature)
-{}
+    : MemoryKey(name, QString(), nature)
+{
+    m_isDescriptionDerived = true;
+}
 
 QString MemoryKey::description() const
 {
-    if (m_description.constData() == describedByName().constData())
-        return m_name + QStringLiteral(" desc");
-    return m_description;
+    return m_isDescriptionDerived ? m_name + QStringLiteral(" desc") : m_description;
 }
 
 QString MemoryKey::natureToString() const

@@ -14,7 +14,6 @@
 #include <QVariant>
 
 #include <memory>
-#include <string>
 
 namespace Velk {
 
@@ -122,18 +121,17 @@ private Q_SLOTS:
     void onKeyListModelReady();
 
 private:
+    class MEMORYKEYMODEL_NO_EXPORT Recording;
+
     void xSetMinSamplingPeriod(int period);
     void xSetRecording(bool isRecording);
     void recordData(const QMap<QString, QMap<double, QVariant>>& data);
-    bool writeLine(const std::string& line);
-    void abandonRecordFile(const QString& message);
-    void reportFailedWrite();
-    BatchMatcher& batchMatcher();
+    std::shared_ptr<BatchMatcher> batchMatcher();
     void displayedKeysHaveChanged();
 
     ConnectionManager* m_connectionManager;
-    QPointer<MemoryKeyListModel>
-        m_keyListModel; // guarded: it is the connection manager's child, which others can delete
+    // Guarded: a child of the connection manager, so others can delete it.
+    QPointer<MemoryKeyListModel> m_keyListModel;
     QSet<DisplayedMemoryKey> m_displayedKeys;
     QSet<DisplayedMemoryKey> m_selectedKeys;
     int m_samplingPeriod = 1000;
@@ -141,12 +139,11 @@ private:
     int m_maxSamplingPeriod = 9999990;
     bool m_isWatcherRunning = false;
     bool m_isRecording = false;
-    double m_recordingTimeOrigin = 0.0;
-    QPointer<QTemporaryFile> m_recordFile;
-    // Both hold for the displayed keys as they are: null after a change, until the next batch.
+    // Shared pointers, because the destructor is implicit: a std::unique_ptr would need the complete types here.
+    std::shared_ptr<Recording> m_recording;
+    // Valid for the present displayed keys: null after a change, until the next batch.
     std::shared_ptr<BatchMatcher> m_batchMatcher;
     std::shared_ptr<NewestValues> m_newestValues;
-    int m_recordingRun = 0; // counts the recordings, to tell whether a slot has ended one and started the next
 };
 
 } // namespace Velk

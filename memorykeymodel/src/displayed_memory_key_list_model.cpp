@@ -2,14 +2,11 @@
 
 #include "batch_matcher.h"
 #include "newest_values.h"
+#include "recording.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
-#include <recordtext/record_lines.h>
 #include <robotconnection/connection_manager.h>
 #include <robotconnection/memory_interface.h>
-
-#include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -17,9 +14,9 @@ namespace Velk {
 
 namespace {
 
-// What the robot is asked for at the fastest: it delivers a batch every gather period, and samples the keys every
-// sampling period. The shortest gather period and the shortest sampling period of a robot without real time are two
-// things that happen to be equal.
+// The shortest periods that are requested: a robot delivers a batch every gather period and samples the keys every
+// sampling period. The shortest gather period and the shortest sampling period without real-time support are equal by
+// chance: neither follows from the other.
 constexpr int minGatherPeriodMs = 200;
 constexpr int minSamplingPeriodMs = 200;
 constexpr int minRealTimeSamplingPeriodMs = 10;
@@ -52,6 +49,7 @@ QSet<MemoryKey> keysOf(const QSet<DisplayedMemoryKey>& displayedKeys)
 DisplayedMemoryKeyListModel::DisplayedMemoryKeyListModel(ConnectionManager* connectionManager)
     : QObject(connectionManager)
     , m_connectionManager(connectionManager)
+    , m_recording(std::make_shared<Recording>(this))
 {
     connect(m_connectionManager, &ConnectionManager::connectionEstablished, this,
             &DisplayedMemoryKeyListModel::onConnectionStateChanged);
@@ -174,7 +172,7 @@ void DisplayedMemoryKeyListModel::onConnectionStateChanged()
     for (const DisplayedMemoryKey& displayed : displayedKeys)
         memory->watchKey(displayed.key().name(), displayed.watchPeriod());
 
-    // A catalogue that is held still is not deleted: it belongs to the connection manager.
+    // A catalogue that is replaced here is not deleted: it belongs to the connection manager.
     m_keyListModel = new MemoryKeyListModel(m_connectionManager, keys());
     if (m_keyListModel->isReady())
         onKeyListModelReady();
@@ -186,13 +184,13 @@ void DisplayedMemoryKeyListModel::onConnectionStateChanged()
 
 void DisplayedMemoryKeyListModel::onKeyListModelReady()
 {
-    // A catalogue that was replaced on a later connection still announces itself here. What counts is the one that is
-    // held; without one there is nothing to rebuild from.
+    // A catalogue that was replaced on a later connection still emits ready() to this slot. The held catalogue decides
+    // then; without one there is nothing to rebuild from.
     if (!m_keyListModel)
         return;
 
     const QSet<MemoryKey>& resolvedKeys = m_keyListModel->selectedKeys();
-    // A key that stays displayed stays where it is in the set: the columns of a running recording follow its order.
+    // A key that stays displayed keeps its place in the set: the columns of a running recording follow the set's order.
     QSet<DisplayedMemoryKey> droppedKeys = m_displayedKeys;
     for (const MemoryKey& key : resolvedKeys) {
         const DisplayedMemoryKey displayed(key);
@@ -229,8 +227,8 @@ void DisplayedMemoryKeyListModel::startWatcher(bool ownPeriods)
                    tr("Cannot retrieve memory values as no memory interface was found."));
         return;
     }
-    // Unique: a memory interface that was missing when the watcher was stopped is connected still when it comes back,
-    // and every batch would be taken in twice.
+    // Unique: when the watcher was stopped without a memory interface, the connection to it was left. A second one
+    // would take every batch in twice.
     connect(memory.get(), dataGatheredSignal, this, onDataGatheredSlot,
             Qt::ConnectionType(Qt::AutoConnection | Qt::UniqueConnection));
     memory->startWatcher(gatherPeriodFor(m_samplingPeriod), ownPeriods ? 0 : m_samplingPeriod);
@@ -295,11 +293,11 @@ void DisplayedMemoryKeyListModel::xSetMinSamplingPeriod(int period)
 
 // Intake
 
-BatchMatcher& DisplayedMemoryKeyListModel::batchMatcher()
+std::shared_ptr<BatchMatcher> DisplayedMemoryKeyListModel::batchMatcher()
 {
     if (!m_batchMatcher)
         m_batchMatcher = std::make_shared<BatchMatcher>(m_displayedKeys);
-    return *m_batchMatcher;
+    return m_batchMatcher;
 }
 
 void DisplayedMemoryKeyListModel::displayedKeysHaveChanged()
@@ -311,95 +309,32 @@ void DisplayedMemoryKeyListModel::displayedKeysHaveChanged()
 void DisplayedMemoryKeyListModel::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
 {
     const QMap<QString, QMap<double, QVariant>> batch = data; // the sender's map may change in a slot
+    const std::shared_ptr<BatchMatcher> matcher = batchMatcher();
+    const std::vector<BatchMatcher::Match> matches = matcher->match(batch);
     if (!m_newestValues)
         m_newestValues = std::make_shared<NewestValues>();
-    const QSet<DisplayedMemoryKey> updatedKeys = m_newestValues->keep(batchMatcher().match(batch), &m_displayedKeys);
+    const QSet<DisplayedMemoryKey> updatedKeys = m_newestValues->keep(matches, &m_displayedKeys);
 
     const QPointer<DisplayedMemoryKeyListModel> self(this);
     emit keysUpdated(updatedKeys);
-    if (self && isRecording())
-        recordData(batch);
+    if (!self || !isRecording())
+        return;
+    if (m_batchMatcher == matcher)
+        m_recording->write(matches);
+    else
+        recordData(batch); // a slot has changed the displayed keys
 }
 
 // Recording
 
 void DisplayedMemoryKeyListModel::startRecording()
 {
-    if (isRecording())
-        return;
-    if (!m_recordFile)
-        m_recordFile = new QTemporaryFile(QDir(QDir::tempPath()).filePath(QStringLiteral("MemoryWatcher")), this);
-    if (!m_recordFile->open()) {
-        abandonRecordFile(tr("Could not open temporary file for writing.\n"
-                             "Please check your permissions for accessing %1")
-                              .arg(QFileInfo(*m_recordFile).absoluteFilePath()));
-        return;
-    }
-    QStringList columns;
-    for (const DisplayedMemoryKey& displayed : qAsConst(m_displayedKeys))
-        columns << displayed.key().name();
-    if (!writeLine(recordHeader(columns))) {
-        abandonRecordFile(tr("Could not write data.\n"
-                             "Your disk may be full or inaccessible.\n"
-                             "Please check your permissions."));
-        return;
-    }
-
-    const int run = ++m_recordingRun;
-    m_recordingTimeOrigin = 0.0;
-    const QPointer<DisplayedMemoryKeyListModel> self(this);
-    xSetRecording(true);
-    if (!self || !isRecording() || m_recordingRun != run)
-        return; // a slot ended this recording: its initial values have no file to go to
-
-    QMap<QString, QMap<double, QVariant>> newestValues;
-    for (const DisplayedMemoryKey& displayed : qAsConst(m_displayedKeys)) {
-        const QMap<double, QVariant> history = displayed.valueHistory();
-        if (!history.isEmpty())
-            newestValues[displayed.key().name()].insert(history.lastKey(), history.last());
-    }
-    recordData(newestValues);
-}
-
-void DisplayedMemoryKeyListModel::recordData(const QMap<QString, QMap<double, QVariant>>& data)
-{
-    const QMap<QString, QMap<double, QVariant>> batch = data; // the cells point into it
-    const int columnCount = int(m_displayedKeys.size());
-    SamplesByColumn samplesByColumn(std::size_t(columnCount), nullptr);
-    for (const BatchMatcher::Match& match : batchMatcher().match(batch))
-        samplesByColumn[std::size_t(match.place)] = match.samples;
-    const RecordCells cells = recordCells(samplesByColumn);
-    if (m_recordingTimeOrigin == 0.0 && !cells.empty())
-        m_recordingTimeOrigin = cells.front().time;
-
-    const int run = m_recordingRun;
-    const QPointer<DisplayedMemoryKeyListModel> self(this);
-    std::string line; // one for all rows: it keeps its memory
-    for (auto row = cells.cbegin(); row != cells.cend();) {
-        const auto rowEnd = endOfRow(row, cells.cend());
-        makeRecordLine(&line, row->time - m_recordingTimeOrigin, row, rowEnd, columnCount);
-        row = rowEnd;
-        if (writeLine(line))
-            continue;
-        reportFailedWrite();
-        if (self)
-            stopRecording();
-        // The remaining rows fail as well, each with its own report: nothing is lost in silence. They belong to the
-        // recording that has ended, so one that a slot has started in the meantime does not get them.
-        if (!self || m_recordingRun != run)
-            return;
-    }
+    m_recording->start();
 }
 
 void DisplayedMemoryKeyListModel::stopRecording()
 {
-    if (!isRecording())
-        return;
-    if (m_recordFile)
-        m_recordFile->close();
-    // Before the signal: a recording that a slot starts has a time origin of its own.
-    m_recordingTimeOrigin = 0.0;
-    xSetRecording(false);
+    m_recording->stop();
 }
 
 bool DisplayedMemoryKeyListModel::isRecording()
@@ -409,9 +344,12 @@ bool DisplayedMemoryKeyListModel::isRecording()
 
 QTemporaryFile* DisplayedMemoryKeyListModel::takeRecordFile()
 {
-    QTemporaryFile* const file = m_recordFile;
-    m_recordFile = nullptr;
-    return file;
+    return m_recording->takeFile();
+}
+
+void DisplayedMemoryKeyListModel::recordData(const QMap<QString, QMap<double, QVariant>>& data)
+{
+    m_recording->write(batchMatcher()->match(data));
 }
 
 void DisplayedMemoryKeyListModel::xSetRecording(bool isRecording)
@@ -420,41 +358,6 @@ void DisplayedMemoryKeyListModel::xSetRecording(bool isRecording)
         return;
     m_isRecording = isRecording;
     emit recording(isRecording);
-}
-
-bool DisplayedMemoryKeyListModel::writeLine(const std::string& line)
-{
-    return m_recordFile && m_recordFile->write(line.data(), qint64(line.size())) == qint64(line.size());
-}
-
-void DisplayedMemoryKeyListModel::abandonRecordFile(const QString& message)
-{
-    const QPointer<DisplayedMemoryKeyListModel> self(this);
-    const QPointer<QTemporaryFile> file = m_recordFile;
-    emit error(tr("Memory recording"), message);
-    // A file that a slot has taken is the application's, and one that a slot records to by now is in use.
-    if (self && file && file == m_recordFile && !isRecording())
-        delete file.data();
-}
-
-void DisplayedMemoryKeyListModel::reportFailedWrite()
-{
-    // No batch is to arrive while a slot shows the error, in an event loop of its own perhaps.
-    const QPointer<MemoryInterface> blockedMemory = m_connectionManager->memoryInterface().get();
-    if (blockedMemory)
-        blockedMemory->blockSignals(true);
-
-    const QPointer<ConnectionManager> connectionManager = m_connectionManager;
-    emit error(tr("Memory recording"), tr("Could not write data.\n"
-                                          "Your disk may be full or inaccessible.\n"
-                                          "Please move your recorded data to another disk."));
-    if (connectionManager) {
-        if (const boost::shared_ptr<MemoryInterface> memory = connectionManager->memoryInterface())
-            memory->blockSignals(false);
-    }
-    // The robot may have gone and come back meanwhile; the interface of then is not left mute.
-    if (blockedMemory)
-        blockedMemory->blockSignals(false);
 }
 
 } // namespace Velk

@@ -1,3 +1,4 @@
+#include "support/calling_memory_interface.h"
 #include "support/file_size_limit.h"
 #include "support/recording_robot.h"
 
@@ -223,12 +224,15 @@ private Q_SLOTS:
     void everySignalIsEmittedInTheScene();
     void aRecordingStartedWhenAnotherEndsKeepsItsOwnOrigin();
     void aRecordingThatIsEndedAtItsStartWritesNoRow();
+    void aRecordingThatIsRestartedAtItsStartHasItsInitialValuesOnce();
+    void aFileThatASlotRecordsToAfterAFailureIsKept();
     void aRecordingStartedDuringAFailureGetsNoRowsOfTheFailedOne();
     void aFileTakenDuringAFailureIsTheApplications();
     void anInterfaceThatWentDuringAFailureIsNotLeftMute();
     void keysRemovedWhileABatchIsAnnouncedAreNotRecorded();
     void theSendersBatchMayChangeWhileItIsAnnounced();
     void theRequestedSetMayBeTheOneThatASlotChanges();
+    void theRequestedSetMayBeTheOneThatTheMemoryServiceChanges();
 };
 
 void TestCallbacks::aSlotMayCallAnything_data()
@@ -312,6 +316,41 @@ void TestCallbacks::aRecordingThatIsEndedAtItsStartWritesNoRow()
     QCOMPARE(robot.recorded(), QByteArray("Time;\"A\"\n"));
 }
 
+void TestCallbacks::aRecordingThatIsRestartedAtItsStartHasItsInitialValuesOnce()
+{
+    RecordingRobot robot({"A"});
+    robot.deliver({{"A", {{10.0, 1}}}});
+    bool again = true;
+    connect(&robot.model, &Model::recording, this, [&](bool isRecording) {
+        if (!isRecording || !again)
+            return;
+        again = false;
+        robot.model.stopRecording();
+        robot.model.startRecording();
+    });
+
+    robot.model.startRecording();
+
+    QVERIFY(robot.model.isRecording());
+    QCOMPARE(robot.recorded(), QByteArray("Time;\"A\"\n0;1\n"));
+}
+
+void TestCallbacks::aFileThatASlotRecordsToAfterAFailureIsKept()
+{
+    RecordingRobot robot({QString(20000, 'x')});
+    auto full = std::make_unique<FileSizeLimit>(100);
+    connect(&robot.model, &Model::error, this, [&] {
+        full.reset();
+        robot.recordFile()->close();
+        robot.model.startRecording();
+    });
+
+    robot.model.startRecording();
+
+    QVERIFY(robot.model.isRecording());
+    QCOMPARE(robot.recorded(), robot.header());
+}
+
 void TestCallbacks::aRecordingStartedDuringAFailureGetsNoRowsOfTheFailedOne()
 {
     RecordingRobot robot({"A"});
@@ -391,6 +430,24 @@ void TestCallbacks::theRequestedSetMayBeTheOneThatASlotChanges()
     robot.model.addKeys(wanted);
 
     QCOMPARE(names(robot.model.keys()), (QStringList{"A", "B", "C", "D"}));
+}
+
+void TestCallbacks::theRequestedSetMayBeTheOneThatTheMemoryServiceChanges()
+{
+    FakeConnectionManager connection;
+    QSet<MemoryKey> wanted = keySet({"A", "B", "C"});
+    connection.memory = boost::make_shared<CallingMemoryInterface>(&connection.log, [&](const QString& call, QObject*) {
+        if (call.startsWith("watchKey") || call.startsWith("unwatchKey"))
+            wanted = keySet({"D"});
+    });
+    Model model(&connection);
+
+    model.addKeys(wanted);
+    QCOMPARE(names(model.keys()), (QStringList{"A", "B", "C"}));
+
+    wanted = keySet({"A", "B"});
+    model.removeKeys(wanted);
+    QCOMPARE(names(model.keys()), QStringList{"C"});
 }
 
 QTEST_GUILESS_MAIN(TestCallbacks)

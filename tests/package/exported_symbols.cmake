@@ -16,6 +16,10 @@ foreach(library ${libraries})
         if(line MATCHES " [VWu] [0-9a-f]" OR line MATCHES "^(__bss_start|_edata|_end) ")
             continue()
         endif()
+        # A private class inside an exported one would be exported with it.
+        if(line MATCHES "::Recording::")
+            message(SEND_ERROR "${library} exports: ${line}")
+        endif()
         math(EXPR count "${count} + 1")
         if(NOT line MATCHES "^(vtable for |typeinfo for |typeinfo name for |non-virtual thunk to )?Velk::(MemoryKey|DisplayedMemoryKey|MemoryKeyListModel|DisplayedMemoryKeyListModel|ConnectionManager|MemoryInterface|RecordFileSaver|RecordSaveResult)(::| )"
            AND NOT line MATCHES "^qHash\\(Velk::(Displayed)?MemoryKey const&\\) ")

@@ -87,12 +87,13 @@ private:
     QFutureWatcher<QStringList> m_eventList;
     QFutureWatcher<QStringList> m_microEventList;
     bool m_isReady = false;
-    // Lists whose completion was not delivered yet. The watchers cannot be asked: in Qt 6 they answer for their
-    // futures, which may all be finished before the first list is filed.
+    // Lists whose completion was not delivered yet. The watchers do not count them: in Qt 6 a watcher reports the state
+    // of its future, and all three futures may be finished before the first list is filed.
     int m_awaitedLists = 3;
-    bool m_areNaturesSettled =
-        true; // false from the arrival of a list until a name that is in both sets is an event key only
-    mutable std::array<QSet<MemoryKey>, 8> m_queries; // results of keys() by their mask, until a set changes
+    // False from the arrival of a list until every name of both sets is removed from the data keys.
+    bool m_areNaturesResolved = true;
+    // Results of keys() by their mask, until a set changes.
+    mutable std::array<QSet<MemoryKey>, 8> m_queries;
 };
 
 } // namespace Velk

@@ -31,7 +31,7 @@ std::vector<BatchMatcher::Match> BatchMatcher::match(const QMap<QString, QMap<do
     auto entry = begin;
     auto lastFound = m_lastFound.begin();
     for (auto samples = batch.cbegin(); samples != batch.cend() && entry != end; ++samples, ++lastFound) {
-        // Where the name was in the batch before, most often: robots deliver the same keys, and the same strings.
+        // Most robots deliver the same keys, and the same strings, in every batch: the hint is then right.
         if (*lastFound >= entry - begin && isSameString(begin[*lastFound].name, samples.key())) {
             entry = begin + *lastFound;
         } else {
@@ -49,7 +49,8 @@ std::vector<BatchMatcher::Match> BatchMatcher::match(const QMap<QString, QMap<do
 
 BatchMatcher::Entries::const_iterator BatchMatcher::notBefore(Entries::const_iterator entry, const QString& name) const
 {
-    // Ever longer steps, then halves between the last two: few comparisons for a near name, and not many for a far one.
+    // Doubling steps first, then a binary search between the last two: the number of comparisons grows with the
+    // logarithm of the distance.
     std::ptrdiff_t step = 1;
     while (m_entries.cend() - entry > step && (entry + step)->name < name) {
         entry += step;

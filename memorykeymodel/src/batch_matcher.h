@@ -15,9 +15,12 @@ namespace Velk {
 
 /// Finds the displayed keys of a batch.
 ///
-/// The names of the keys are kept in ascending order, each with its place in the walk over the set. A batch is
-/// ascending by name too, so one walk over both finds every key: no hashing, and mostly no comparing of characters, as
-/// robots deliver the same strings again and again. Holds for as long as no key is added to the set or removed from it.
+/// It holds the names of the keys in ascending order, each with its place in the iteration over the set. A batch is
+/// ascending by name too, so one walk over both finds every key. Nothing is hashed, and characters are seldom compared,
+/// because robots deliver the same strings again and again.
+///
+/// Valid until a key is added to the set or removed from it. Detaching the set is neither: a copy of a QSet has the
+/// order of the original, with every supported version of Qt, so the places hold for the detached set as well.
 class BatchMatcher
 {
 public:
@@ -26,11 +29,11 @@ public:
     /// A displayed key that the batch holds samples of.
     struct Match
     {
-        int place;                             ///< of the key in the walk over the set
+        int place;                             ///< of the key in the iteration over the set
         const QMap<double, QVariant>* samples; ///< in the batch; not empty
     };
 
-    /// Ascending by name. The pointers are into the batch.
+    /// Ascending by name. The pointers are valid as long as the batch.
     std::vector<Match> match(const QMap<QString, QMap<double, QVariant>>& batch);
 
 private:
@@ -45,7 +48,9 @@ private:
     Entries::const_iterator notBefore(Entries::const_iterator entry, const QString& name) const;
 
     Entries m_entries;
-    std::vector<std::ptrdiff_t> m_lastFound; ///< where the names of the last batch were, in the order of the batch
+    /// Hints: the entries of the names of the last batch, in the order of the batch. A hint is only where the search
+    /// starts: an entry counts as found when its name equals that of the batch.
+    std::vector<std::ptrdiff_t> m_lastFound;
 };
 
 } // namespace Velk

@@ -74,7 +74,7 @@ void MemoryKeyListModel::fileNames(const QFutureWatcher<QStringList>& list, QSet
     --m_awaitedLists;
     const QStringList names = list.result();
     forgetQueries();
-    m_areNaturesSettled = false;
+    m_areNaturesResolved = false;
     keys.reserve(keys.size() + names.size());
     for (const QString& name : names)
         keys.insert(MemoryKey(name, nature));
@@ -93,9 +93,9 @@ void MemoryKeyListModel::updateReadiness()
 void MemoryKeyListModel::updateKeyNatures()
 {
     forgetQueries();
-    if (!m_areNaturesSettled) {
+    if (!m_areNaturesResolved) {
         m_dataKeys.subtract(m_eventKeys);
-        m_areNaturesSettled = true;
+        m_areNaturesResolved = true;
     }
 
     // From here on only what is selected and what was typed in is looked at, not every name that the robot lists.

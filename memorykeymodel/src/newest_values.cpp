@@ -8,7 +8,7 @@ QSet<DisplayedMemoryKey> NewestValues::keep(const std::vector<BatchMatcher::Matc
                                             QSet<DisplayedMemoryKey>* keys)
 {
     if (matches.empty())
-        return {}; // and the displayed keys stay shared with whoever holds a copy
+        return {}; // the displayed keys are not detached from their copies
     if (matches.size() == std::size_t(keys->size()))
         return keepAll(matches, keys);
     if (areTheSameKeys(matches))

@@ -11,13 +11,21 @@
 
 namespace Velk {
 
-/// Keeps the newest samples of batches in the displayed keys, and makes up the sets of keys to announce.
+/// Stores the newest samples of batches in the displayed keys, and builds the sets of keys to announce.
 ///
-/// Made for one set of displayed keys; to be made anew when a key is added, removed or otherwise changed.
+/// Valid for one set of displayed keys: create another one when a key was added, removed or otherwise changed.
+///
+/// There are three cases, because what each saves is measurable with thousands of keys. A batch of all keys needs no
+/// set of its own. A batch of the same keys as before changes the set that was announced before. A batch of other keys
+/// builds that set. One walk over all displayed keys for every case would take twice the instructions for a batch that
+/// names one key in ten of 10 000, and a hundred times for one in a thousand.
+///
+/// Places are those of BatchMatcher. They are computed before the set of displayed keys is detached from its copies and
+/// used afterwards: detaching a QSet keeps its order.
 class NewestValues
 {
 public:
-    /// Gives each matched key of `keys` its newest sample of the batch; returns these keys.
+    /// Stores in each matched key of `keys` its newest sample of the batch. Returns these keys.
     QSet<DisplayedMemoryKey> keep(const std::vector<BatchMatcher::Match>& matches, QSet<DisplayedMemoryKey>* keys);
 
 private:
@@ -27,12 +35,12 @@ private:
     void findTheAnnouncedKeys(const std::vector<BatchMatcher::Match>& matches, const QSet<DisplayedMemoryKey>& keys);
     bool areTheSameKeys(const std::vector<BatchMatcher::Match>& matches) const;
 
-    // What was announced last. A robot that samples its keys at different periods delivers the same few again and
-    // again, and giving new values to the elements of a set costs less than making up the set.
+    // The set that was announced last. A robot that samples its keys at different periods delivers the same few again
+    // and again, and changing the values of the elements costs less than building the set.
     QSet<DisplayedMemoryKey> m_announced;
     std::vector<int> m_places;      ///< of the announced keys among the displayed ones, in the order of the matches
-    std::vector<int> m_walkToMatch; ///< from the place in the walk over the announced keys to that in the matches;
-                                    ///< empty until the same keys are delivered for the second time
+    std::vector<int> m_walkToMatch; ///< index of the match for each announced key, in the order of m_announced; empty
+                                    ///< until the same keys are delivered for the second time
 };
 
 } // namespace Velk

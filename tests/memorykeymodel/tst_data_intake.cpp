@@ -19,7 +19,11 @@ private Q_SLOTS:
     void anEmptyBatchIsStillAnnounced();
     void keysHoldTheirNewValuesWhenTheyAreAnnounced();
     void anUpdateKeepsFlagColourAndPeriod();
+    void copiesOfTheApplicationKeepTheirValues_data();
     void copiesOfTheApplicationKeepTheirValues();
+    void exchangedKeysAreAnnouncedWithTheirOwnValues_data();
+    void exchangedKeysAreAnnouncedWithTheirOwnValues();
+    void namesThatShareTheirCharactersAreTwoNames();
     void rowsAreWrittenAfterTheAnnouncement();
 };
 
@@ -150,22 +154,75 @@ void TestDataIntake::anUpdateKeepsFlagColourAndPeriod()
     QCOMPARE(described({a.key()}), QStringList{"A DATA (A desc)"});
 }
 
+void TestDataIntake::copiesOfTheApplicationKeepTheirValues_data()
+{
+    QTest::addColumn<Batch>("first");
+    QTest::addColumn<Batch>("second");
+    const Batch ab{{"A", {{1.0, 1}}}, {"B", {{1.0, 2}}}};
+    QTest::newRow("a batch of all keys") << Batch{{"A", {{1.0, 1}}}, {"B", {{1.0, 2}}}, {"C", {{1.0, 3}}}}
+                                         << Batch{{"A", {{2.0, 4}}}, {"B", {{2.0, 5}}}, {"C", {{2.0, 6}}}};
+    QTest::newRow("a batch of the same keys again") << ab << Batch{{"A", {{2.0, 4}}}, {"B", {{2.0, 5}}}};
+    QTest::newRow("a batch of other keys") << ab << Batch{{"B", {{2.0, 4}}}, {"C", {{2.0, 5}}}};
+}
+
 void TestDataIntake::copiesOfTheApplicationKeepTheirValues()
 {
-    WatchedRobot robot({"A", "B"});
+    QFETCH(Batch, first);
+    QFETCH(Batch, second);
+    WatchedRobot robot({"A", "B", "C"});
     QList<QSet<DisplayedMemoryKey>> announced;
     connect(&robot.model, &DisplayedMemoryKeyListModel::keysUpdated, this,
             [&](const QSet<DisplayedMemoryKey>& keys) { announced << keys; });
-    robot.deliver({{"A", {{1.0, 1}}}, {"B", {{1.0, 2}}}});
-    const QSet<DisplayedMemoryKey> before = robot.model.displayedKeys();
-    const DisplayedMemoryKey a = *before.constFind(DisplayedMemoryKey(key("A")));
+    robot.deliver(first);
+    const QStringList firstDisplayed = robot.displayed();
+    const QSet<DisplayedMemoryKey> copy = robot.model.displayedKeys();
+    const DisplayedMemoryKey b = *copy.constFind(DisplayedMemoryKey(key("B")));
 
-    robot.deliver({{"A", {{2.0, 3}}}, {"B", {{2.0, 4}}}});
+    robot.deliver(second);
+    robot.deliver(second);
 
-    QCOMPARE(histories(before), (QStringList{"A: 1=1", "B: 1=2"}));
-    QCOMPARE(samplesText(a.valueHistory()), QString("1=1"));
-    QCOMPARE(histories(announced[0]), (QStringList{"A: 1=1", "B: 1=2"}));
-    QCOMPARE(histories(announced[1]), (QStringList{"A: 2=3", "B: 2=4"}));
+    QCOMPARE(histories(copy), firstDisplayed);
+    QCOMPARE(samplesText(b.valueHistory()), QString("1=2"));
+    QCOMPARE(announced.size(), 3);
+    QCOMPARE(histories(announced[0]), robot.updates[0]);
+    QCOMPARE(histories(announced[1]), robot.updates[1]);
+    QVERIFY(robot.updates[0] != robot.updates[1]);
+}
+
+void TestDataIntake::exchangedKeysAreAnnouncedWithTheirOwnValues_data()
+{
+    // The new key has the place of the removed one in the set for some of these names.
+    QTest::addColumn<QString>("name");
+    for (int i = 0; i < 16; ++i)
+        QTest::addRow("New%d", i) << QString("New%1").arg(i);
+}
+
+void TestDataIntake::exchangedKeysAreAnnouncedWithTheirOwnValues()
+{
+    QFETCH(QString, name);
+    WatchedRobot robot({"A", "B"});
+    robot.deliver({{"A", {{1.0, 1}}}});
+    robot.model.removeKeys(keySet({"A"}));
+    robot.model.addKeys(keySet({name}));
+    robot.updates.clear();
+
+    robot.deliver({{name, {{2.0, 2}}}});
+
+    QCOMPARE(robot.updates, QList<QStringList>{{name + ": 2=2"}});
+    QCOMPARE(robot.displayed(), (QStringList{"B: ", name + ": 2=2"}));
+}
+
+void TestDataIntake::namesThatShareTheirCharactersAreTwoNames()
+{
+    const QString characters = "Arm/Position";
+    const QString arm = QString::fromRawData(characters.constData(), 3);
+    WatchedRobot robot({characters});
+    robot.deliver({{characters, {{1.0, 1}}}});
+
+    robot.deliver({{arm, {{2.0, 2}}}});
+
+    QCOMPARE(robot.displayed(), QStringList{"Arm/Position: 1=1"});
+    QCOMPARE(robot.updates.last(), QStringList());
 }
 
 void TestDataIntake::rowsAreWrittenAfterTheAnnouncement()

@@ -86,6 +86,7 @@ private Q_SLOTS:
     void aMaskSelectsTheNatures();
     void resolvingTwiceChangesNothing();
     void resultsOfQueriesAreTheCallers();
+    void aQueryAfterAListShowsTheList();
 
     // user keys
     void aUserKeyIsUnknownAndAnnouncedAfterItCanBeQueried();
@@ -457,6 +458,8 @@ void TestMemoryKeyListModel::aSelectedKeyGetsTheCataloguesElement()
 
     QCOMPARE(described(catalogue.selectedKeys()), QStringList{selected});
     QCOMPARE(described(catalogue.keys()), QStringList{selected});
+    const bool isUnknown = !userKey.isNull() || selected.contains("UNKNOWN");
+    QCOMPARE(names(catalogue.keys(UnknownNature)), isUnknown ? QStringList{"Arm"} : QStringList());
 }
 
 void TestMemoryKeyListModel::aSelectedKeyThatNoListHoldsStaysSelectedAsUnknown()
@@ -541,6 +544,23 @@ void TestMemoryKeyListModel::resultsOfQueriesAreTheCallers()
 
     QCOMPARE(names(before), QStringList{"Arm"});
     QCOMPARE(names(catalogue.keys()), (QStringList{"Arm", "Mine"}));
+}
+
+void TestMemoryKeyListModel::aQueryAfterAListShowsTheList()
+{
+    FakeConnectionManager connection;
+    const MemoryKeyListModel catalogue(&connection, {});
+    connection.memory->finishDataList({"Arm"});
+    QCoreApplication::processEvents();
+    QCOMPARE(names(catalogue.keys()), QStringList{"Arm"});
+    QCOMPARE(names(catalogue.keys(EventNature)), QStringList());
+
+    connection.memory->finishEventList({"Bumper"});
+    QCoreApplication::processEvents();
+
+    QVERIFY(!catalogue.isReady());
+    QCOMPARE(names(catalogue.keys()), (QStringList{"Arm", "Bumper"}));
+    QCOMPARE(names(catalogue.keys(EventNature)), QStringList{"Bumper"});
 }
 
 void TestMemoryKeyListModel::aUserKeyIsUnknownAndAnnouncedAfterItCanBeQueried()

@@ -1,22 +1,12 @@
+#include "support/hash_seed.h"
 #include "support/recording_robot.h"
 
-#include <QHash>
 #include <QRandomGenerator>
 #include <QtTest>
 
 using namespace Velk;
 
 namespace {
-
-/// Gives hashes that are made from now on another iteration order: 0 the fixed one, others as many different ones.
-void setHashSeed(int seed)
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    seed == 0 ? QHashSeed::setDeterministicGlobalSeed() : QHashSeed::resetRandomGlobalSeed();
-#else
-    qSetGlobalQHashSeed(seed);
-#endif
-}
 
 QStringList manyNames(int count)
 {

@@ -14,14 +14,14 @@ QT_END_NAMESPACE
 
 namespace Velk {
 
-/// What became of a save: where the recording is now, and what to tell the user.
+/// The result of a save: where the recording is now, and a text for the user.
 struct RecordSaveResult
 {
     enum Outcome
     {
         Saved,           ///< all of it is at the destination
-        SavedIncomplete, ///< its complete rows are at the destination; rows were lost before, when the disk was full
-        Exists,          ///< nothing was done: the destination exists and was not to be replaced
+        SavedIncomplete, ///< its complete rows are at the destination; the recording had lost rows, on a full disk
+        Exists,          ///< nothing was changed: the destination exists and was not to be replaced
         NotSaved         ///< the destination is as it was
     };
 
@@ -35,11 +35,16 @@ struct RecordSaveResult
 /// Takes a finished record file over from the displayed key set, and saves it under the name that the user chose.
 ///
 /// The file is complete before its name appears at the destination. Until it is saved or discarded it stays on disk at
-/// temporaryPath(), also when this object or the process ends: a recording is not lost because it could not be saved.
+/// temporaryPath(), also when this object or the process ends: a recording that cannot be saved is not lost.
 ///
-/// A file that served several recordings without being taken is never emptied by the displayed key set: past the end
-/// of the newest recording it still holds what an older, longer one had written there. Nothing in the file tells the
-/// two apart, so take it after each recording, and the next one gets a file of its own.
+/// Take the file after each recording. A file that is not taken is used for the next recording too, and is not emptied:
+/// after the end of a shorter recording the rest of the longer one follows, and nothing in the file separates the two.
+///
+///     model.stopRecording();
+///     RecordFileSaver saver(model.takeRecordFile());
+///     const RecordSaveResult result = saver.save(path);
+///     if (!result.isSaved())
+///         report(result.title, result.message); // the recording is at saver.temporaryPath()
 ///
 /// Not a QObject; one thread at a time. Nothing throws.
 class RECORDFILE_EXPORT RecordFileSaver
@@ -53,9 +58,8 @@ public:
         ReplaceExisting
     };
 
-    /// Takes the file over, with ownership, as DisplayedMemoryKeyListModel::takeRecordFile() gave it after
-    /// stopRecording(); null stands for no recording. Reads it once to count its rows. A file that is still open
-    /// is closed.
+    /// Takes ownership of the file that DisplayedMemoryKeyListModel::takeRecordFile() returned after stopRecording();
+    /// null means that there is no recording. Closes the file if it is open. Reads it once to count its rows.
     explicit RecordFileSaver(QTemporaryFile* file);
     /// Leaves a recording that was neither saved nor discarded at temporaryPath().
     ~RecordFileSaver();
@@ -64,27 +68,28 @@ public:
 
     /// Whether there is a recording that was neither saved nor discarded.
     bool hasRecording() const { return m_file != nullptr; }
-    /// Where the recording is until then. Empty without a recording, and when the system gave the file no name.
+    /// The path of the recording until then. Empty without a recording, and when the system gave the file no name.
     QString temporaryPath() const { return m_temporaryPath; }
 
-    /// The complete rows, the header not counted.
+    /// The number of complete rows, without the header.
     qint64 rows() const { return m_rows; }
-    /// The bytes of the header and the complete rows: the size of the saved file.
+    /// The size of the saved file in bytes: the header and the complete rows.
     qint64 bytes() const { return m_bytes; }
-    /// The bytes of a partly written last line, which is not saved.
+    /// The size of a partly written last line in bytes. It is not saved.
     qint64 partialLineBytes() const { return m_partialLineBytes; }
-    /// Whether rows were lost: the file could not be written or read to its end, or ends in a partly written line.
+    /// Whether rows were lost: the file could not be written or read to its end, or its last line is partly written.
     bool isIncomplete() const { return !m_lossReason.isEmpty(); }
 
-    /// Whether the recording could be saved there as far as can be told beforehand: isSaved(), or what save() would
-    /// tell. For asking before a recording begins.
+    /// Checks, before a recording begins, whether it could be saved there: isSaved(), or the result that save() would
+    /// return. A disk that becomes full later is not foreseen.
     static RecordSaveResult checkDestination(const QString& destination, ExistingFile existing = KeepExisting);
 
-    /// Moves the recording to the destination, or copies it there from another file system. After isSaved() there is
-    /// no recording here any more; otherwise it is still at temporaryPath(), and another destination can be tried.
+    /// Moves the recording to the destination, or copies it there from another file system. When the result isSaved(),
+    /// this object has no recording left. Otherwise the recording is still at temporaryPath(), and another destination
+    /// can be tried.
     ///
-    /// A destination that exists is replaced in one step when asked for, and keeps its permissions; where it is a
-    /// symbolic link, the file that it points to is replaced. What is not a regular file is never replaced.
+    /// With ReplaceExisting a file at the destination is replaced in one step, and its permissions are kept. Of a
+    /// symbolic link, the file that it points to is replaced. Only regular files are replaced.
     RecordSaveResult save(const QString& destination, ExistingFile existing = KeepExisting);
 
     /// Removes the recording from disk.

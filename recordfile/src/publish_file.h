@@ -9,32 +9,36 @@ QT_END_NAMESPACE
 
 namespace Velk {
 
-/// What became of giving a file its final name.
+/// The result of giving a file its final name.
 struct PublishResult
 {
     enum Outcome
     {
         Published,
-        Exists,       ///< the name is taken, and was not to be replaced
+        Exists,       ///< a file has the name already, and was not to be replaced
         MustBeCopied, ///< the two names are on different file systems, or the file has lost its own name
         Failed
     };
 
     Outcome outcome = Failed;
-    int errorNumber = 0; ///< of Failed
+    QString reason; ///< of Failed: the text of the system
 };
 
-/// Gives the file `from` the name `to` on the same file system, in one step: others see no file or the whole one. Never
-/// replaces a file when `replace` is false, also one that another process creates at the same moment.
+/// Gives the file `from` the name `to` on the same file system, in one step: other processes see no file or the whole
+/// file. Without `replace` it never replaces a file, not even one that another process creates at the same moment.
 PublishResult publishFile(const QString& from, const QString& to, bool replace);
 
-/// Writes what the system still buffers for the open file to the disk.
+/// Writes the first `size` bytes of the open file `from`, from its position on, to a new file beside `to`, gives that
+/// file the permissions `mode`, and then the name `to` like publishFile(). Leaves no file behind when it fails.
+PublishResult publishCopy(QFileDevice& from, qint64 size, const QString& to, int mode, bool replace);
+
+/// Writes to the disk what the system still buffers of the open file.
 bool syncToDisk(QFileDevice& file);
 
-/// Gives the open file the permissions of a file that the user creates, or those of the file `mode` was read from.
+/// Sets the permissions of the open file, as far as its file system has any.
 void setPublishedMode(QFileDevice& file, int mode);
 
-/// The permissions of the file at `path`; those of a new file when there is none.
+/// The permissions that a file gets at `path`: those of the file that is there, otherwise those of a new file.
 int publishedMode(const QString& path);
 
 } // namespace Velk

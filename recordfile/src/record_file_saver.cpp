@@ -8,45 +8,15 @@
 #include <QFileInfo>
 #include <QTemporaryFile>
 
-#include <cerrno>
-#include <cstring>
-
 namespace Velk {
 
 namespace {
 
 constexpr qint64 chunkSize = 1 << 20;
 
-QString systemError(int errorNumber)
-{
-    return QString::fromLocal8Bit(std::strerror(errorNumber));
-}
-
 QString shown(const QString& path)
 {
     return QDir::toNativeSeparators(path);
-}
-
-// Copies the first `size` bytes; false with *reason set when it could not.
-bool copyBytes(QFileDevice& from, QFileDevice& to, qint64 size, QString* reason)
-{
-    for (qint64 left = size; left > 0;) {
-        const QByteArray bytes = from.read(qMin(left, chunkSize));
-        if (bytes.isEmpty()) {
-            *reason = from.errorString();
-            return false;
-        }
-        if (to.write(bytes) != bytes.size()) {
-            *reason = to.errorString();
-            return false;
-        }
-        left -= bytes.size();
-    }
-    if (!syncToDisk(to)) {
-        *reason = to.error() != QFileDevice::NoError ? to.errorString() : systemError(errno);
-        return false;
-    }
-    return true;
 }
 
 } // namespace
@@ -58,11 +28,10 @@ RecordFileSaver::RecordFileSaver(QTemporaryFile* file)
         return;
     m_file->setParent(nullptr);
     m_file->close();
-    // Asked now: opening the file for reading forgets what closing it could not write.
+    // Before the file is opened for reading, which clears the error of closing it.
     if (m_file->error() != QFileDevice::NoError)
         m_lossReason = m_file->errorString();
-    // A temporary file need not have a name until it is asked for one, and one without a name is gone when it is
-    // closed.
+    // This call gives the file a name if it has none yet. A file without a name would be lost when it is closed.
     m_temporaryPath = m_file->fileName();
     m_file->setAutoRemove(false);
 
@@ -139,37 +108,27 @@ RecordSaveResult RecordFileSaver::save(const QString& destination, ExistingFile 
         return failure(destination, m_file->errorString());
     m_partialLineBytes = 0;
 
-    PublishResult published{PublishResult::MustBeCopied, 0};
+    PublishResult published{PublishResult::MustBeCopied, QString()};
     if (!m_temporaryPath.isEmpty() && syncToDisk(*m_file))
         published = publishFile(m_temporaryPath, target, replace);
-    if (published.outcome == PublishResult::Published) {
+    if (published.outcome == PublishResult::Published)
         setPublishedMode(*m_file, mode);
-        return success(destination);
-    }
-    if (published.outcome == PublishResult::Exists)
-        return refusal(existsResult(destination));
-    if (published.outcome == PublishResult::Failed)
-        return failure(destination, systemError(published.errorNumber));
+    const bool isCopied = published.outcome == PublishResult::MustBeCopied;
+    if (isCopied)
+        published = publishCopy(*m_file, m_bytes, target, mode, replace);
 
-    // Written beside the destination under another name, and renamed: the same last step as above, which QSaveFile
-    // does not offer, since it replaces whatever has come up under the name meanwhile.
-    QTemporaryFile copy(QFileInfo(target).absolutePath() + QStringLiteral("/.record-XXXXXX"));
-    if (!copy.open())
-        return failure(destination, copy.errorString());
-    const QString copyPath = copy.fileName();
-    QString reason;
-    if (!copyBytes(*m_file, copy, m_bytes, &reason))
-        return failure(destination, reason);
-    published = publishFile(copyPath, target, replace);
-    if (published.outcome == PublishResult::Exists)
+    switch (published.outcome) {
+    case PublishResult::Published:
+        if (isCopied && !m_temporaryPath.isEmpty())
+            QFile::remove(m_temporaryPath);
+        return success(destination);
+    case PublishResult::Exists:
         return refusal(existsResult(destination));
-    if (published.outcome != PublishResult::Published)
-        return failure(destination, systemError(published.errorNumber));
-    copy.setAutoRemove(false);
-    setPublishedMode(copy, mode);
-    if (!m_temporaryPath.isEmpty())
-        QFile::remove(m_temporaryPath);
-    return success(destination);
+    case PublishResult::MustBeCopied: // not of a copy, which is beside its target
+    case PublishResult::Failed:
+        break;
+    }
+    return failure(destination, published.reason);
 }
 
 void RecordFileSaver::discard()

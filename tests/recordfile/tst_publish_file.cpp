@@ -1,10 +1,15 @@
 #include <recordfile/src/publish_file.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cerrno>
+#include <cstring>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Velk;
 
@@ -37,9 +42,18 @@ private Q_SLOTS:
     void anotherFileSystemNeedsACopy_data();
     void anotherFileSystemNeedsACopy();
     void aFileWithoutANameNeedsACopy();
-    void aFailureHasItsErrorNumber();
+    void aFailureHasTheReasonOfTheSystem();
+    void aCopyIsCompleteAndHasTheGivenPermissions();
+    void aCopyThatCannotBePublishedLeavesNoFile_data();
+    void aCopyThatCannotBePublishedLeavesNoFile();
+    void aPipeHasNothingToSync();
 
 private:
+    QStringList namesInDirectory() const
+    {
+        return QDir(m_directory->path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+    }
+
     QScopedPointer<QTemporaryDir> m_directory;
     QString m_from;
     QString m_to;
@@ -84,8 +98,8 @@ void TestPublishFile::aNameThatIsTakenIsReplacedWhenAskedFor()
 void TestPublishFile::anotherFileSystemNeedsACopy_data()
 {
     QTest::addColumn<bool>("replace");
-    QTest::newRow("keeping what exists") << false;
-    QTest::newRow("replacing it") << true;
+    QTest::newRow("an existing file is kept") << false;
+    QTest::newRow("an existing file is replaced") << true;
 }
 
 void TestPublishFile::anotherFileSystemNeedsACopy()
@@ -105,13 +119,66 @@ void TestPublishFile::aFileWithoutANameNeedsACopy()
     QCOMPARE(publishFile(m_from, m_to, false).outcome, PublishResult::MustBeCopied);
 }
 
-void TestPublishFile::aFailureHasItsErrorNumber()
+void TestPublishFile::aFailureHasTheReasonOfTheSystem()
 {
     const PublishResult result = publishFile(m_from, m_directory->filePath(QStringLiteral("nowhere/to")), false);
 
     QCOMPARE(result.outcome, PublishResult::Failed);
-    QCOMPARE(result.errorNumber, ENOENT);
+    QCOMPARE(result.reason, QString::fromLocal8Bit(std::strerror(ENOENT)));
     QCOMPARE(contentOf(m_from), QByteArray("new"));
+}
+
+void TestPublishFile::aCopyIsCompleteAndHasTheGivenPermissions()
+{
+    QFile from(m_from);
+    QVERIFY(from.open(QIODevice::ReadOnly));
+
+    QCOMPARE(publishCopy(from, 2, m_to, 0604, false).outcome, PublishResult::Published);
+
+    QCOMPARE(contentOf(m_to), QByteArray("ne"));
+    struct stat status;
+    QCOMPARE(::stat(QFile::encodeName(m_to).constData(), &status), 0);
+    QCOMPARE(int(status.st_mode & 0777), 0604);
+    QCOMPARE(namesInDirectory(), (QStringList{"from", "to"}));
+}
+
+void TestPublishFile::aCopyThatCannotBePublishedLeavesNoFile_data()
+{
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<int>("outcome");
+    QTest::newRow("the name is taken") << qint64(3) << "taken" << int(PublishResult::Exists);
+    QTest::newRow("the source ends early") << qint64(4) << "to" << int(PublishResult::Failed);
+    QTest::newRow("no directory") << qint64(3) << "nowhere/to" << int(PublishResult::Failed);
+}
+
+void TestPublishFile::aCopyThatCannotBePublishedLeavesNoFile()
+{
+    QFETCH(qint64, size);
+    QFETCH(QString, to);
+    QFETCH(int, outcome);
+    writeFile(m_directory->filePath("taken"), "precious");
+    QFile from(m_from);
+    QVERIFY(from.open(QIODevice::ReadOnly));
+
+    const PublishResult result = publishCopy(from, size, m_directory->filePath(to), 0600, false);
+
+    QCOMPARE(int(result.outcome), outcome);
+    QCOMPARE(result.reason.isEmpty(), outcome != PublishResult::Failed);
+    QCOMPARE(namesInDirectory(), (QStringList{"from", "taken"}));
+    QCOMPARE(contentOf(m_directory->filePath("taken")), QByteArray("precious"));
+}
+
+void TestPublishFile::aPipeHasNothingToSync()
+{
+    int ends[2];
+    QCOMPARE(::pipe(ends), 0);
+    QFile pipe;
+    QVERIFY(pipe.open(ends[1], QIODevice::WriteOnly, QFileDevice::AutoCloseHandle));
+
+    QVERIFY(syncToDisk(pipe));
+
+    ::close(ends[0]);
 }
 
 QTEST_APPLESS_MAIN(TestPublishFile)

@@ -1,3 +1,5 @@
+#include "support/file_size_limit.h"
+
 #include <recordfile/record_file_saver.h>
 
 #include <QDir>
@@ -8,9 +10,8 @@
 #include <QTemporaryFile>
 #include <QTest>
 
-#include <csignal>
+#include <memory>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace Velk;
@@ -19,7 +20,7 @@ namespace {
 
 const QByteArray record = "Time;\"Arm/Position\"\n0;1.5\n0.2;1.75\n";
 
-// As the displayed key set makes it, but where the test says; closed, as after the end of a recording.
+/// A record file as the displayed key set leaves it after a recording, closed, but in the given directory.
 QTemporaryFile* recordFile(const QString& directory, const QByteArray& content)
 {
     auto* file = new QTemporaryFile(QDir(directory).filePath(QStringLiteral("MemoryWatcher")));
@@ -53,30 +54,6 @@ int permissionsOf(const QString& path)
     return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? int(status.st_mode & 0777) : -1;
 }
 
-// No file grows beyond the limit while this lives: what a full disk is to a writer.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_limit);
-        const rlimit limit{bytes, m_limit.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_limit);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    void (*m_handler)(int);
-    rlimit m_limit{};
-};
-
 } // namespace
 
 class TestRecordFileSaver : public QObject
@@ -87,6 +64,7 @@ private Q_SLOTS:
     void aRecordingIsMovedToItsDestination();
     void aRecordingIsCopiedToAnotherFileSystem();
     void aRecordingWhoseTemporaryFileWasDeletedIsSaved();
+    void aSavedFileHasThePermissionsOfANewFile_data();
     void aSavedFileHasThePermissionsOfANewFile();
     void anExistingFileIsKept();
     void anExistingFileIsKeptByACopyToo();
@@ -98,12 +76,15 @@ private Q_SLOTS:
     void aDestinationThatCannotBeWrittenLeavesTheRecording();
     void aFullDiskAtTheDestinationLeavesTheRecording();
     void afterAFailureAnotherDestinationCanBeTried();
-    void aPartlyWrittenLineIsCutOffAndTold();
-    void whatClosingCouldNotWriteIsTold();
+    void aPartlyWrittenLineIsCutOffAndReported();
+    void rowsThatClosingCouldNotWriteAreReported();
     void aFileWithoutACompleteLineIsNotSaved();
     void noRecordingIsAnError();
     void aFileThatIsStillOpenIsClosedFirst();
+    void aRefusedSaveLeavesNoFileOpen();
+    void aFileThatWasCutMeanwhileIsNotSavedByACopy();
     void anUnsavedRecordingOutlivesTheSaverAndTheModel();
+    void aRecordingIsSavedAfterItsModelWasDeleted();
     void aDiscardedRecordingIsRemoved();
 };
 
@@ -133,7 +114,7 @@ void TestRecordFileSaver::aRecordingIsCopiedToAnotherFileSystem()
     QTemporaryDir destination(QStringLiteral("/dev/shm/record-XXXXXX"));
     QVERIFY2(QStorageInfo(directory.path()).device() != QStorageInfo(destination.path()).device(),
              "The test needs two file systems: the temporary directory and /dev/shm.");
-    const QByteArray longRecord = record + QByteArray("0.4;2\n").repeated(500000); // longer than one piece of a copy
+    const QByteArray longRecord = record + QByteArray("0.4;2\n").repeated(500000); // longer than one chunk of a copy
     RecordFileSaver saver(recordFile(directory.path(), longRecord));
 
     const RecordSaveResult result = saver.save(destination.filePath(QStringLiteral("run.csv")));
@@ -156,17 +137,26 @@ void TestRecordFileSaver::aRecordingWhoseTemporaryFileWasDeletedIsSaved()
     QCOMPARE(contentOf(directory.filePath(QStringLiteral("run.csv"))), record);
 }
 
+void TestRecordFileSaver::aSavedFileHasThePermissionsOfANewFile_data()
+{
+    QTest::addColumn<QString>("destination");
+    QTest::newRow("moved") << QDir::tempPath() + "/record-XXXXXX";
+    QTest::newRow("copied") << "/dev/shm/record-XXXXXX";
+}
+
 void TestRecordFileSaver::aSavedFileHasThePermissionsOfANewFile()
 {
+    QFETCH(QString, destination);
     QTemporaryDir directory;
+    QTemporaryDir target(destination);
     const mode_t mask = ::umask(027);
     RecordFileSaver saver(recordFile(directory.path(), record));
 
-    const RecordSaveResult result = saver.save(directory.filePath(QStringLiteral("run.csv")));
+    const RecordSaveResult result = saver.save(target.filePath(QStringLiteral("run.csv")));
     const mode_t maskAfter = ::umask(mask);
 
     QCOMPARE(result.outcome, RecordSaveResult::Saved);
-    QCOMPARE(permissionsOf(directory.filePath(QStringLiteral("run.csv"))), 0640);
+    QCOMPARE(permissionsOf(target.filePath(QStringLiteral("run.csv"))), 0640);
     QCOMPARE(int(maskAfter), 027);
 }
 
@@ -243,34 +233,52 @@ void TestRecordFileSaver::theFileBehindALinkIsReplaced()
 
 void TestRecordFileSaver::aDestinationIsRefusedBeforehand_data()
 {
-    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("reason");
 
-    QTest::newRow("no name") << QString() << QStringLiteral("No file name");
-    QTest::newRow("a directory") << QStringLiteral("/tmp") << QStringLiteral("is a directory");
-    QTest::newRow("a name that ends like a directory") << QStringLiteral("/tmp/") << QStringLiteral("is a directory");
-    QTest::newRow("a directory that does not exist")
-        << QStringLiteral("/nowhere/run.csv") << QStringLiteral("/nowhere does not exist");
-    QTest::newRow("a file as a directory")
-        << QStringLiteral("/etc/passwd/run.csv") << QStringLiteral("/etc/passwd does not exist");
-    QTest::newRow("a device") << QStringLiteral("/dev/null") << QStringLiteral("not a regular file");
+    QTest::newRow("no name") << QString() << "No file name";
+    QTest::newRow("a directory") << "directory"
+                                 << "is a directory";
+    QTest::newRow("a name that ends like a directory") << "directory/"
+                                                       << "is a directory";
+    QTest::newRow("a directory that does not exist") << "nowhere/run.csv"
+                                                     << "nowhere does not exist";
+    QTest::newRow("a directory that is a file") << "file/run.csv"
+                                                << "file does not exist";
+    QTest::newRow("a pipe") << "pipe"
+                            << "not a regular file";
+    QTest::newRow("a link to a file that does not exist") << "link"
+                                                          << "is a symbolic link to a file that does not exist";
 }
 
 void TestRecordFileSaver::aDestinationIsRefusedBeforehand()
 {
-    QFETCH(QString, path);
+    QFETCH(QString, name);
     QFETCH(QString, reason);
+    // Everything that a broken saver could replace is in this folder.
+    QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir("directory"));
+    writeFile(folder.filePath("file"), "precious");
+    QCOMPARE(::mkfifo(QFile::encodeName(folder.filePath("pipe")).constData(), 0600), 0);
+    QVERIFY(QFile::link(folder.filePath("missing"), folder.filePath("link")));
+    const QString path = name.isEmpty() ? QString() : folder.filePath(name);
     QTemporaryDir directory;
     RecordFileSaver saver(recordFile(directory.path(), record));
+    const auto names = [&] { return QDir(folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden); };
+    const QStringList namesBefore = names();
 
     const RecordSaveResult check = RecordFileSaver::checkDestination(path, RecordFileSaver::ReplaceExisting);
     const RecordSaveResult result = saver.save(path, RecordFileSaver::ReplaceExisting);
+    const RecordSaveResult keptResult = saver.save(path, RecordFileSaver::KeepExisting);
 
     QCOMPARE(check.outcome, RecordSaveResult::NotSaved);
     QVERIFY2(check.message.contains(reason), qPrintable(check.message));
     QCOMPARE(result.outcome, RecordSaveResult::NotSaved);
     QVERIFY2(result.message.startsWith(check.message), qPrintable(result.message));
+    QCOMPARE(keptResult.message, result.message);
     QCOMPARE(contentOf(saver.temporaryPath()), record);
+    QCOMPARE(names(), namesBefore);
+    QCOMPARE(contentOf(folder.filePath("file")), QByteArray("precious"));
 }
 
 void TestRecordFileSaver::aDestinationThatCannotBeWrittenLeavesTheRecording()
@@ -294,7 +302,7 @@ void TestRecordFileSaver::aFullDiskAtTheDestinationLeavesTheRecording()
 
     RecordSaveResult result;
     {
-        const FullDisk full(100000);
+        const FileSizeLimit full(100000);
         result = saver.save(destination.filePath(QStringLiteral("run.csv")));
     }
 
@@ -316,7 +324,7 @@ void TestRecordFileSaver::afterAFailureAnotherDestinationCanBeTried()
     QCOMPARE(namesIn(directory.path()), QStringList{QStringLiteral("run.csv")});
 }
 
-void TestRecordFileSaver::aPartlyWrittenLineIsCutOffAndTold()
+void TestRecordFileSaver::aPartlyWrittenLineIsCutOffAndReported()
 {
     QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("run.csv"));
@@ -331,16 +339,17 @@ void TestRecordFileSaver::aPartlyWrittenLineIsCutOffAndTold()
     QCOMPARE(contentOf(path), record);
 }
 
-void TestRecordFileSaver::whatClosingCouldNotWriteIsTold()
+void TestRecordFileSaver::rowsThatClosingCouldNotWriteAreReported()
 {
     QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("run.csv"));
     auto* file = new QTemporaryFile(directory.filePath(QStringLiteral("MemoryWatcher")));
     QVERIFY(file->open());
     {
-        const FullDisk full(8009); // the header and 2000 rows: nothing in the file itself tells that more is missing
+        const FileSizeLimit full(
+            8009); // the header and 2000 rows: nothing in the file shows that more rows are missing
         QCOMPARE(file->write(QByteArray("Time;\"A\"\n")), qint64(9));
-        // Within the file object's buffer: each write succeeds, and closing finds out that the disk is full.
+        // Within the buffer of the file object: each write succeeds, and closing fails because the disk is full.
         QCOMPARE(file->write(QByteArray("0;1\n").repeated(2500)), qint64(10000));
         file->close();
     }
@@ -364,6 +373,7 @@ void TestRecordFileSaver::aFileWithoutACompleteLineIsNotSaved()
     const RecordSaveResult result = saver.save(directory.filePath(QStringLiteral("run.csv")));
 
     QCOMPARE(result.outcome, RecordSaveResult::NotSaved);
+    QCOMPARE(saver.rows(), qint64(0));
     QVERIFY2(result.message.contains(QStringLiteral("no complete line")), qPrintable(result.message));
     QVERIFY(!QFileInfo::exists(directory.filePath(QStringLiteral("run.csv"))));
 }
@@ -391,6 +401,44 @@ void TestRecordFileSaver::aFileThatIsStillOpenIsClosedFirst()
     QCOMPARE(saver.save(directory.filePath(QStringLiteral("run.csv"))).outcome, RecordSaveResult::Saved);
 
     QCOMPARE(contentOf(directory.filePath(QStringLiteral("run.csv"))), record);
+}
+
+void TestRecordFileSaver::aRefusedSaveLeavesNoFileOpen()
+{
+    QTemporaryDir directory;
+    RecordFileSaver saver(recordFile(directory.path(), record));
+    const QStringList openFiles = QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System);
+
+    QCOMPARE(saver.save("/proc/run.csv").outcome, RecordSaveResult::NotSaved);
+
+    QCOMPARE(QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System), openFiles);
+}
+
+void TestRecordFileSaver::aFileThatWasCutMeanwhileIsNotSavedByACopy()
+{
+    QTemporaryDir directory;
+    QTemporaryDir destination(QStringLiteral("/dev/shm/record-XXXXXX"));
+    RecordFileSaver saver(recordFile(directory.path(), record));
+    QVERIFY(QFile::resize(saver.temporaryPath(), 10));
+
+    QCOMPARE(saver.save(destination.filePath("run.csv")).outcome, RecordSaveResult::NotSaved);
+
+    QCOMPARE(namesIn(destination.path()), QStringList());
+    QVERIFY(saver.hasRecording());
+}
+
+void TestRecordFileSaver::aRecordingIsSavedAfterItsModelWasDeleted()
+{
+    QTemporaryDir directory;
+    auto model = std::make_unique<QObject>();
+    QTemporaryFile* const file = recordFile(directory.path(), record);
+    file->setParent(model.get());
+    RecordFileSaver saver(file);
+    model.reset();
+
+    QCOMPARE(saver.save(directory.filePath("run.csv")).outcome, RecordSaveResult::Saved);
+
+    QCOMPARE(contentOf(directory.filePath("run.csv")), record);
 }
 
 void TestRecordFileSaver::anUnsavedRecordingOutlivesTheSaverAndTheModel()

@@ -30,6 +30,7 @@ void TestRecordScan::linesAreCountedUpToTheLastLineFeed_data()
         << QByteArray("Time;\"A\"\n0;\"x\"\"\ny\"\n") << qint64(2) << qint64(19);
     QTest::newRow("cut off inside a text cell, after its line feed")
         << QByteArray("Time;\"A\"\n0;\"x\ny") << qint64(1) << qint64(9);
+    QTest::newRow("a quote as the first byte") << QByteArray("\"a\nb\";1\n") << qint64(1) << qint64(8);
 }
 
 void TestRecordScan::linesAreCountedUpToTheLastLineFeed()

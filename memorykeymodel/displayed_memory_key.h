@@ -14,11 +14,11 @@ namespace Velk {
 /// The history of a key that has no value yet.
 static const QMap<double, QVariant> emptyValueHistory{};
 
-/// A key that the application displays: the key, how it is drawn, how it is watched, and what was received for it.
-/// A plain value, cheap to copy however long its history is.
+/// A key that the application displays, with its display state, its watch period and its history. A plain value: the
+/// cost of a copy does not depend on the length of the history.
 ///
-/// Equality and hash see the key's name only, so a set holds one displayed key of a name, and inserting another one
-/// of that name leaves the stored one with its colour and history.
+/// Equality and hash use the name of the key only. A set therefore has at most one displayed key of a name, and
+/// inserting another one of that name changes nothing.
 class MEMORYKEYMODEL_EXPORT DisplayedMemoryKey
 {
 public:
@@ -28,11 +28,11 @@ public:
 
     const MemoryKey& key() const { return m_key; }
 
-    /// For the application to show or hide the key; the models set it on creation and never read it.
+    /// For the application, to show or hide the key. The models set it on creation and never read it.
     bool displayFlag() const { return m_displayFlag; }
     void setDisplayFlag(bool displayFlag) { m_displayFlag = displayFlag; }
 
-    /// The colour in which the application shows the key. The models give every key that they create the same one.
+    /// The colour in which the application shows the key. The models create every key with the same colour.
     QColor color() const { return m_color; }
     void setColor(const QColor& color) { m_color = color; }
 
@@ -51,9 +51,9 @@ private:
     friend class DisplayedMemoryKeyListModel;
     friend class NewestValues;
 
-    // A set hands out its elements const, and replacing one by removing and inserting can move it: whoever walks the
-    // set twice, such as a record file's header and rows, would see another order. The displayed key set therefore
-    // changes a stored key where it stands. The state below is mutable for these two alone; the name stays the same.
+    // The elements of a set are const, and removing and inserting one can move it. The header and the rows of a record
+    // file, which follow the order of the set, would then differ. So the displayed key set changes a stored key in its
+    // place: the members are mutable for the two friends only, and the name never changes.
     void keepNewest(const QMap<double, QVariant>& samples) const;
     void replaceAllButName(const DisplayedMemoryKey& other) const;
 

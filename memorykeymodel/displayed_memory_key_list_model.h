@@ -24,94 +24,97 @@ class NewestValues;
 
 /// The displayed key set: the keys that the user watches on the connected robot, each with its newest value.
 ///
-/// It follows its connection manager for life and keeps its keys across disconnections: on every connection it watches
-/// them again and learns their natures from a catalogue of its own. It starts the robot's watcher when keys
-/// are added and takes in the batches that the robot delivers; while recording it writes every delivered sample of the
-/// displayed keys to a temporary file that the application takes afterwards (docs/record-file.md).
+/// It follows its connection manager as long as it lives and keeps its keys across disconnections. On every connection
+/// it watches the keys again and gets their natures from a catalogue of its own. It starts the robot's watcher when
+/// keys are added, and stores the newest value of each key from the batches that the robot delivers. While recording it
+/// writes every delivered sample of the displayed keys to a temporary file, which the application takes afterwards
+/// (docs/record-file.md).
 ///
 /// Owned by its connection manager. Everything runs, and every signal arrives, on that object's thread. Nothing throws:
-/// what goes wrong is told by error(). A slot of any signal may call any operation here, and may delete the model.
+/// errors are reported by error(). A slot of any signal may call any operation here, and may delete the model.
 class MEMORYKEYMODEL_EXPORT DisplayedMemoryKeyListModel : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Becomes a Qt child of the connection manager. Nothing is displayed, watched or asked yet.
+    /// Becomes a Qt child of the connection manager. Displays no key and calls nothing of the robot.
     explicit DisplayedMemoryKeyListModel(ConnectionManager* connectionManager);
 
     ConnectionManager* connectionManager();
-    /// Asks the connection manager, every time.
+    /// The present answer of the connection manager.
     bool isRobotConnected();
 
     /// The displayed keys.
     QSet<MemoryKey> keys() const;
     /// The displayed keys with their display state and newest values: a copy, which later changes do not touch.
     QSet<DisplayedMemoryKey> displayedKeys() const;
-    /// Displays the keys that are not displayed yet and watches them with samplingPeriod(); starts the watcher when
-    /// any key is displayed then, also when none was added. Without a memory service the keys are displayed and watched
+    /// Displays the keys that are not displayed yet and watches them with samplingPeriod(). Then starts the watcher if
+    /// any key is displayed, even if none was added. Without a memory service the keys are displayed now and watched
     /// from the next connection on. Emits keysAdded() at the end.
     void addKeys(const QSet<MemoryKey>& keys);
-    /// Takes the keys off display and out of the selection, and ends their subscriptions, also of names that are not
-    /// displayed; stops the watcher when nothing is displayed then. Emits keysRemoved() at the end.
+    /// Removes the keys from the displayed keys and from the selection, and ends their subscriptions, including those
+    /// of names that are not displayed. Stops the watcher when no key is displayed any longer. Emits keysRemoved() at
+    /// the end.
     void removeKeys(const QSet<MemoryKey>& keys);
 
-    /// The application's selection among the displayed keys, as it was when it was set. A key that the robot connection
-    /// dropped from display stays selected until it is removed or another selection is set.
+    /// The application's selection among the displayed keys, with the natures of the moment when it was set. A key that
+    /// a connection removes from the displayed keys stays selected until removeKeys() or another selection.
     QSet<MemoryKey> selectedKeys() const;
-    /// Selects the displayed keys that are named in `keys` and no others; names that are not displayed are ignored.
+    /// Selects the displayed keys whose names are in `keys`, and no others. Names that are not displayed are ignored.
     /// Emits nothing.
     void setSelectedKeys(const QSet<MemoryKey>& keys);
 
-    /// Starts the robot's watcher, with samplingPeriod(), or with each key's own watch period when `ownPeriods` is
-    /// true. Values are delivered every samplingPeriod(), not more often than every 200 ms. Nothing when the watcher
-    /// runs; error() without a robot or a memory service.
+    /// Starts the robot's watcher, with samplingPeriod(), or with each key's own watch period if `ownPeriods` is true.
+    /// The robot delivers every samplingPeriod(), but at most every 200 ms. Does nothing when the watcher runs. Emits
+    /// error() without a robot or a memory service.
     ///
-    /// A lost connection stops the watcher. A new one does not start it: call this, or addKeys().
+    /// A lost connection stops the watcher, and a new one does not start it: call this function or addKeys() again.
     void startWatcher(bool ownPeriods);
-    /// Stops the robot's watcher; nothing when it does not run.
+    /// Stops the robot's watcher. Does nothing when it does not run.
     void stopWatcher();
 
-    /// Milliseconds between two samples of a key; 1000 at first.
+    /// Milliseconds between two samples of a key; 1000 by default.
     int samplingPeriod() const;
-    /// The limits of setSamplingPeriod(), in milliseconds: 10 on a robot with real-time sampling and 200 on any other,
-    /// to 9999990. A robot with a higher minimum does not change a period that was chosen earlier.
+    /// The limits of setSamplingPeriod() in milliseconds. The minimum is 10 on a robot with real-time sampling and 200
+    /// on any other; the maximum is 9999990. A higher minimum of another robot does not change a period that was set
+    /// earlier.
     int minSamplingPeriod() const;
     int maxSamplingPeriod() const;
-    /// Asks for a new period in milliseconds, kept within the limits. Emits sampligPeriodUpdated() when a robot was
-    /// told; nothing when the period is in force already. Without a robot it holds from the next startWatcher() on.
+    /// Sets the period in milliseconds, bounded by the limits. Sends it to the robot and emits sampligPeriodUpdated().
+    /// Without a robot it is only stored, for the next startWatcher(). Does nothing when it is the present period.
     void setSamplingPeriod(int period);
 
-    /// Opens the record file, writes its header and the newest known values, and records every batch from then on.
-    /// A file that was not taken is used again, and not emptied. Emits recording(), or error() when the file cannot
-    /// be opened or written; nothing when a recording runs.
+    /// Opens the record file, writes its header and the newest known values, and records every later batch. A file that
+    /// was not taken is used again, and not emptied. Emits recording(), or error() when the file cannot be opened or
+    /// written. Does nothing when a recording runs.
     void startRecording();
-    /// Closes the record file and emits recording(); nothing when no recording runs.
+    /// Closes the record file and emits recording(). Does nothing when no recording runs.
     void stopRecording();
     bool isRecording();
-    /// Hands the record file over: null when there is none. Stop the recording first: a running one ends with an
-    /// error() at its next row. The file stays a Qt child of the model, and is removed from disk when it is destroyed:
-    /// give it another parent and call setAutoRemove(false) to keep it. Its error() tells whether closing could write
-    /// all.
+    /// Returns the record file and forgets it; null when there is none. Stop the recording first: a running one ends
+    /// with an error() at its next row. The file stays a Qt child of the model and is removed from disk when it is
+    /// destroyed. To keep it, give it another parent and call setAutoRemove(false). QTemporaryFile::error() shows
+    /// whether closing the file wrote all its data.
     QTemporaryFile* takeRecordFile();
 
 Q_SIGNALS:
-    /// The connection came up and the keys are watched again (true), or it went away and the watcher and the
-    /// recording have stopped (false). Emitted for every signal of the connection manager, also for a repeated one.
+    /// True: the robot is connected and the keys are watched again. False: it is not connected, and the watcher and the
+    /// recording have stopped. Emitted for every signal of the connection manager, also for a repeated one.
     void robotConnected(bool connected);
-    /// Ends every addKeys(): the keys that were added, possibly none.
+    /// The end of every addKeys(): the keys that were added, possibly none.
     void keysAdded(QSet<DisplayedMemoryKey> key);
-    /// Ends every removeKeys(): the keys that were removed, as they were stored, possibly none.
+    /// The end of every removeKeys(): the keys that were removed, as they were stored, possibly none.
     void keysRemoved(QSet<DisplayedMemoryKey> key);
-    /// After every batch: the keys that got a value, possibly none; the record rows of the batch are written after the
+    /// After every batch: the keys that got a value, possibly none. The rows of the batch are recorded after the
     /// signal. Also after a connection, when the natures are known: all keys, in their initial display state.
     void keysUpdated(QSet<DisplayedMemoryKey> key);
     /// minSamplingPeriod() changed.
     void minSamplingPeriodUpdated(int period);
-    /// The robot was given a new sampling period. (The spelling is part of the interface.)
+    /// A new sampling period was sent to the robot. (The spelling is part of the interface.)
     void sampligPeriodUpdated(int period);
     /// isRecording() changed.
     void recording(bool isRecording);
-    /// Something went wrong: a short title, and a sentence that says what happened; both translated.
+    /// An error: a short title, and a sentence that says what happened. Both are translated.
     void error(const QString& type, const QString& message);
 
 private Q_SLOTS:

@@ -27,14 +27,14 @@ enum MemoryKeyNature : int
     UnknownNature = 4 ///< typed in by the user, or selected, and not listed by the robot
 };
 
-/// One key of the robot's memory. A plain value: copies may be handed between threads.
+/// One key of the robot's memory. A plain value: copies may be used in several threads.
 ///
-/// The name alone is the key's identity. Equality and hash see nothing else, so a set holds one key of a name, and
-/// inserting another one of that name leaves the stored key with its description and nature.
+/// The name alone identifies the key: equality and hash use nothing else. A set therefore has at most one key of a
+/// name, and inserting another key of that name changes nothing: the stored description and nature stay.
 class MEMORYKEYMODEL_EXPORT MemoryKey
 {
 public:
-    /// Stores the three values as they are given: the name is neither checked nor normalised.
+    /// Stores the three values unchanged: the name is neither checked nor normalised.
     MemoryKey(const QString& name, const QString& description, MemoryKeyNature nature);
     MemoryKey(const MemoryKey& other) = default;
     MemoryKey(MemoryKey&& other) noexcept = default;
@@ -44,16 +44,16 @@ public:
 
     /// The key's name as the robot's memory spells it.
     QString name() const { return m_name; }
-    /// Free text, shown beside the name.
+    /// Free text that a view shows beside the name.
     QString description() const;
     MemoryKeyNature nature() const { return m_nature; }
-    /// "DATA", "EVENT" or "UNKNOWN"; a null string for a value that is not exactly one nature.
+    /// "DATA", "EVENT" or "UNKNOWN"; a null string when nature() is not exactly one of the three.
     QString natureToString() const;
 
     /// Whether the names are equal, code unit by code unit.
     bool operator==(const MemoryKey& other) const { return m_nameHash == other.m_nameHash && m_name == other.m_name; }
 
-    /// The natures' display texts.
+    /// The display texts of the natures.
     static const QString dataString;
     static const QString eventString;
     static const QString unknownString;

@@ -15,56 +15,56 @@ namespace Velk {
 
 class ConnectionManager;
 
-/// The catalogue: every key that the robot's memory lists, with its nature, together with the keys that the user typed
-/// in and a selection whose natures the catalogue resolves.
+/// The catalogue: every key that the robot's memory lists, with its nature; the keys that the user typed in; and a
+/// selection, whose natures the catalogue resolves.
 ///
-/// Made for one connection: it fetches the robot's three key lists once, in the background, on construction. It can be
-/// asked at any time and answers from what has arrived. Owned by its connection manager. Everything runs, and every
-/// signal arrives, on that object's thread. It reports no errors: without a memory service it is ready at once
-/// with no fetched keys, and a fetch that never ends leaves it not ready.
+/// A catalogue is for one connection: on construction it fetches the robot's three key lists once, in the background.
+/// It can be queried at any time and answers from the lists that have arrived. Owned by its connection manager.
+/// Everything runs, and every signal arrives, on that object's thread. It reports no errors: without a memory service
+/// it is ready at once with no fetched keys, and a fetch that never ends leaves it not ready.
 class MEMORYKEYMODEL_EXPORT MemoryKeyListModel : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Starts fetching. The catalogue may be ready when the constructor returns, with ready() emitted to nobody: ask
-    /// isReady() before you connect to ready().
+    /// Starts fetching. The catalogue may be ready when the constructor returns: ready() was then emitted before
+    /// anything could connect to it. Call isReady() before you connect.
     MemoryKeyListModel(ConnectionManager* connectionManager, QSet<MemoryKey> selectedKeys);
-    /// Neither waits for nor cancels a fetch that still runs. Emits nothing.
+    /// Does not wait for a running fetch and does not cancel it. Emits nothing.
     ~MemoryKeyListModel() override;
 
-    /// Whether all lists are in and the natures are settled; never false again afterwards.
+    /// Whether all lists have arrived and the natures are resolved. Once true, it stays true.
     bool isReady() const { return m_isReady; }
 
-    /// Every key once. A name that is in several sets is given as the robot lists it: data, event, then unknown.
+    /// Every key once. A name with several natures has the first of them in this order: data, event, unknown.
     QSet<MemoryKey> keys() const;
-    /// The keys of the natures whose bits are set in `nature`; other bits are ignored. UnknownNature gives every user
-    /// key as unknown, also one that the robot lists.
+    /// The keys of the natures whose bits are set in `nature`; other bits are ignored. With UnknownNature alone, every
+    /// user key is returned as unknown, also a key that the robot lists.
     QSet<MemoryKey> keys(MemoryKeyNature nature) const;
 
-    /// The selection: a reference to the set itself, which shows every later change and is valid as long as the
-    /// catalogue. Selected keys that the robot does not list stay selected, with UnknownNature.
+    /// The selection: a reference to the set itself, which shows later changes and is valid as long as the catalogue
+    /// exists. Selected keys that the robot does not list stay selected, with UnknownNature.
     const QSet<MemoryKey>& selectedKeys() const { return m_selectedKeys; }
-    /// Replaces the whole selection and gives each key the nature and description that the catalogue has for its name.
+    /// Replaces the whole selection. Each key gets the nature and the description that the catalogue has for its name.
     /// Emits nothing.
     void selectKeys(const QSet<MemoryKey>& keys);
 
-    /// Adds a key that the user typed in; any name is accepted as it stands. Emits userKeyAdded() every time, also when
+    /// Adds a key that the user typed in. Any name is accepted, unchanged. Emits userKeyAdded() every time, also when
     /// the name is a user key already or the robot lists it.
     void addUserKey(const QString& name);
 
 Q_SIGNALS:
-    /// All three lists are filed and the natures settled. Emitted once in the life of a catalogue, as the last thing it
-    /// does: a slot may delete it. (A const signal: the declaration is part of the interface.)
+    /// All three lists have arrived and the natures are resolved. Emitted once by each catalogue, as its last
+    /// statement: a slot may delete the catalogue. (A const signal: the declaration is part of the interface.)
     void ready() const;
-    /// Ends every addUserKey(): the user key as it is stored, with UnknownNature. keys() holds the name already, and
-    /// tells the nature that the robot gives it.
+    /// The end of every addUserKey(): the user key as it is stored, with UnknownNature. keys() contains the name by
+    /// then, with the nature that the robot gives it.
     void userKeyAdded(const MemoryKey& key);
 
 protected:
-    /// Called by the constructor only.
+    /// Only for the constructor.
     void fetchKeys();
-    /// Called by the three slots only.
+    /// Only for the three slots.
     void updateReadiness();
 
 protected Q_SLOTS:

@@ -69,7 +69,7 @@ public:
     /// The line of the error as a text editor counts, from 1: a line feed inside a text cell begins a line too. 0
     /// without an error.
     qint64 errorLine() const { return m_errorLine; }
-    /// What is wrong, as a sentence without full stop, translated; empty without an error.
+    /// The error as a sentence without full stop, translated; empty without an error.
     QString errorString() const { return m_errorString; }
 
     /// At the end of the file: the bytes of a last line that was not written to its end. Empty without one, and after

@@ -10,11 +10,11 @@
 
 namespace Velk {
 
-/// The connection to one robot: whether it stands, and the robot's memory service while it does.
+/// The connection to one robot: its state, and the robot's memory service while it is connected.
 ///
-/// A connection library derives from this class. The models that are created for a connection manager become its
-/// Qt children and are deleted with it; they keep a plain pointer to it and call it on its own thread only.
-/// The three signals are emitted on that thread, each after isConnected() has changed.
+/// A connection library derives from this class. The models that are created for a connection manager become its Qt
+/// children and are deleted with it. They keep a plain pointer to it and call it on its own thread only. The three
+/// signals are emitted on that thread, each after isConnected() has changed.
 class ROBOTCONNECTION_EXPORT ConnectionManager : public QObject
 {
     Q_OBJECT
@@ -23,19 +23,19 @@ public:
     explicit ConnectionManager(QObject* parent = nullptr);
     ~ConnectionManager() override;
 
-    /// The memory service of the present connection; empty when there is none at the moment. The models ask afresh
-    /// for every operation and let go of the pointer when the operation returns.
+    /// The memory service of the present connection; empty when there is none at the moment. The models call this for
+    /// every operation and keep the pointer until the operation returns.
     virtual boost::shared_ptr<MemoryInterface> memoryInterface() = 0;
 
-    /// Whether a robot is connected now. Gives the new state already when one of the signals below is emitted.
+    /// Whether a robot is connected now. The new state is returned before one of the signals below is emitted.
     virtual bool isConnected() const = 0;
 
 Q_SIGNALS:
-    /// A robot connection has come up.
+    /// The robot is connected.
     void connectionEstablished();
-    /// The connection broke.
+    /// The connection was lost.
     void connectionLost();
-    /// The connection was closed on purpose.
+    /// The connection was closed by the application.
     void disconnected();
 };
 

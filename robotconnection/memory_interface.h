@@ -12,12 +12,12 @@
 
 namespace Velk {
 
-/// The samples of one key: time stamp to value.
+/// The samples of one key: time stamp to value, ascending.
 using Samples = QMap<double, QVariant>;
 /// One delivery: the samples of each key, by key name.
 using GatheredData = QMap<QString, Samples>;
 
-/// The memory service of a connected robot: the names of its keys, and the values of those that are watched.
+/// The memory service of a connected robot: the names of its keys, and the values of the watched keys.
 ///
 /// A connection library derives from this class and hands it out as boost::shared_ptr through
 /// ConnectionManager::memoryInterface(). Every operation is called on the thread that owns the models, returns
@@ -40,34 +40,34 @@ public:
     virtual QFuture<QStringList> getEventList() = 0;
     virtual QFuture<QStringList> getMicroEventList() = 0;
 
-    /// Subscribes the key: from now on its values are sampled every `period` ms and delivered by dataGathered()
-    /// while the watcher runs. A key that is watched already gets the new period.
+    /// Subscribes the key: its values are sampled every `period` ms and delivered by dataGathered() while the watcher
+    /// runs. A key that is watched already gets the new period.
     virtual void watchKey(const QString& name, int period) = 0;
-    /// Ends the subscription of the key; nothing when it is not watched.
+    /// Ends the subscription of the key. Does nothing when it is not watched.
     virtual void unwatchKey(const QString& name) = 0;
     /// Ends every subscription.
     virtual void unwatchAll() = 0;
 
-    /// Starts sampling, and delivering every `gatherPeriod` ms (the models never ask for less than 200).
-    /// A `samplingPeriod` of 0 stands for sampling each key at the period of its own watchKey().
+    /// Starts sampling every `samplingPeriod` ms, and delivering every `gatherPeriod` ms (at least 200 from the
+    /// models). With a `samplingPeriod` of 0 each key is sampled at the period of its own watchKey().
     virtual void startWatcher(int gatherPeriod, int samplingPeriod) = 0;
     /// Stops sampling and delivering.
     virtual void stopWatcher() = 0;
-    /// Changes the delivery period of the running watcher (the models never ask for less than 200).
+    /// Changes the delivery period of the running watcher, in milliseconds (at least 200 from the models).
     virtual void setGatherPeriod(int period) = 0;
-    /// Changes the sampling period of the running watcher.
+    /// Changes the sampling period of the running watcher, in milliseconds.
     virtual void setSamplingPeriod(int period) = 0;
 
-    /// Finds out whether the robot supports real-time sampling. The answer, now or later, is the invocation of the
-    /// method of `receiver` whose plain name is `member` (no argument list, as QMetaObject::invokeMethod takes it)
-    /// with one bool, true when supported. An answer from another thread is queued to the receiver's.
+    /// Asks whether the robot supports real-time sampling. The answer, now or later, invokes the method of `receiver`
+    /// with the plain name `member` (without argument list, as for QMetaObject::invokeMethod) and one bool, true when
+    /// supported. An answer from another thread is queued to the thread of the receiver.
     virtual void isRealTimeSupported(QObject* receiver, const char* member) = 0;
 
 Q_SIGNALS:
-    /// The values that were gathered for the watched keys, by key name and by time stamp. Emitted every gather period
-    /// while the watcher runs, on the models' thread; an implementation that emits it elsewhere registers the
-    /// argument's type with Qt's meta-type system, so that it can be queued. The argument is a GatheredData; it is
-    /// spelt out because string-based connections compare the text.
+    /// The values of the watched keys, by key name and by time stamp. Emitted every gather period while the watcher
+    /// runs, on the thread of the models. An implementation that emits it on another thread registers the type of the
+    /// argument with Qt's meta-type system, so that it can be queued. The argument is a GatheredData. The type is
+    /// written in full, because string-based connections compare the text.
     void dataGathered(const QMap<QString, QMap<double, QVariant>>& data);
 };
 

@@ -9,7 +9,7 @@ using namespace Velk;
 
 namespace {
 
-/// Nine data keys to one event key.
+/// Nine data keys for each event key.
 void giveNames(BenchMemory& memory, int size)
 {
     const QStringList names = keyNames(size);
@@ -40,7 +40,7 @@ void untilReady(benchmark::State& state, int size)
     }
 }
 
-// The names of both lists, each once, in a list that a view can show.
+// The names of both lists, without duplicates, in a model that a view can show.
 void stringListModel(benchmark::State& state, int size)
 {
     BenchConnection connection;

@@ -14,7 +14,7 @@ struct Pattern
     int samplesPerKey;
 };
 
-/// Two batches in turn: no key gets the value that it has.
+/// Two batches in turn, so that every batch changes every value.
 class Batches
 {
 public:

@@ -24,7 +24,7 @@ void selectOneKey(benchmark::State& state, int size)
         bench.model.setSelectedKeys(key);
 }
 
-// The walk itself that a look-up by name is: the names of the displayed keys, compared one by one.
+// One look-up by name: a comparison with the name of each displayed key.
 void scan(benchmark::State& state, int size)
 {
     BenchModel bench(keyNames(size));

@@ -41,7 +41,7 @@ void ours(benchmark::State& state, const Pattern& pattern, int size)
     }
 }
 
-// Taking the batch in is part of our row only: what it costs by itself, to be taken off.
+// Only the row of this library includes the intake of the batch. This is its share, to be subtracted.
 void oursWithoutRecording(benchmark::State& state, const Pattern& pattern, int size)
 {
     const QStringList names = keyNames(size);
@@ -67,7 +67,7 @@ void writer(benchmark::State& state, const Pattern& pattern, int size)
     }
 }
 
-// The same bytes, formatted beforehand, one write for each line.
+// The same bytes, already formatted, with one write for each line.
 void floorOfTheFile(benchmark::State& state, const Pattern& pattern, int size)
 {
     const QStringList names = keyNames(size);

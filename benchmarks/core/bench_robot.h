@@ -17,7 +17,7 @@ namespace Velk {
 using Samples = QMap<double, QVariant>;
 using Batch = QMap<QString, Samples>;
 
-/// A robot that costs nothing: it listens to no call and delivers what it is given.
+/// A robot without a cost of its own: it ignores all calls and delivers the batches of the benchmark.
 class BenchMemory : public MemoryInterface
 {
 public:
@@ -56,7 +56,7 @@ public:
     boost::shared_ptr<BenchMemory> memory = boost::make_shared<BenchMemory>();
 };
 
-/// Names as robots have them.
+/// Names like those of a robot.
 inline QStringList keyNames(int count)
 {
     static const char* const parts[] = {"Arm/Elbow", "Arm/Shoulder", "Base/Wheel/Left", "Battery", "Imu"};
@@ -120,7 +120,7 @@ inline Batch makeBatch(const QStringList& names, double time, Values values = Va
     return batch;
 }
 
-/// A displayed key set with its keys, the watcher running, and a view that listens.
+/// A displayed key set with keys, a running watcher and a connected view.
 struct BenchModel
 {
     explicit BenchModel(const QStringList& names)

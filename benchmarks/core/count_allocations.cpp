@@ -1,4 +1,4 @@
-// Counts what the library allocates for one unit of each work. The numbers are exact and repeatable.
+// Counts the allocations of the library for one unit of each work. The numbers are exact and repeatable.
 #include "bench_robot.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-// The C library's own allocator, under the names that it keeps for those who count its calls.
+// The allocator of the C library, under the names that remain available when malloc() is replaced.
 extern "C" {
 void* __libc_malloc(std::size_t);
 void* __libc_calloc(std::size_t, std::size_t);

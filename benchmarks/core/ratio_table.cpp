@@ -38,7 +38,7 @@ void RatioTable::ReportRuns(const std::vector<Run>& runs)
         if (whose == ours)
             times.ours = nanoseconds;
         else
-            times.others[whose] = nanoseconds; // of repetitions the median, which comes last
+            times.others[whose] = nanoseconds; // with repetitions: the median, which is reported last
     }
 }
 

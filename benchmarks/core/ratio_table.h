@@ -10,8 +10,8 @@
 /// Names a benchmark for the table: "work | whose | size".
 std::string rowName(const std::string& work, const std::string& whose, int size);
 
-/// Prints every result as it comes, and at the end, for each work and size, how many times as long the others take as
-/// this library does.
+/// Prints every result when it is measured. At the end prints a table: for each work and size, the time of the others
+/// divided by the time of this library.
 class RatioTable : public benchmark::ConsoleReporter
 {
 public:

@@ -14,7 +14,7 @@
 
 namespace Velk {
 
-// What a Qt or C++ developer writes instead of using this library: the same job, as one would do it by hand.
+// Code for the same work as a Qt or C++ developer writes it without this library.
 
 /// Newest values in a hash, with a signal for each change.
 class HashStore : public QObject
@@ -45,7 +45,7 @@ private:
     QHash<QString, int> m_rows;
 };
 
-/// The rows of a batch: every writer below sorts its samples into them, since all write one line for each time stamp.
+/// The rows of a batch. Every writer below writes one line for each time stamp.
 using Row = QVector<QVariant>;
 QMap<double, Row> sortIntoRows(const Batch& batch, const QHash<QString, int>& columns);
 QHash<QString, int> columnsOf(const QStringList& names);

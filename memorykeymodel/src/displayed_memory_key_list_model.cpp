@@ -102,7 +102,7 @@ void DisplayedMemoryKeyListModel::addKeys(const QSet<MemoryKey>& keys)
 {
     QSet<DisplayedMemoryKey> addedKeys;
     const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
-    const QSet<MemoryKey> requestedKeys = keys; // the caller's set may change in a slot
+    const QSet<MemoryKey> requestedKeys = keys; // a slot may change the caller's set
     for (const MemoryKey& key : requestedKeys) {
         if (findByName(m_displayedKeys, key.name()) != m_displayedKeys.cend())
             continue;
@@ -126,7 +126,7 @@ void DisplayedMemoryKeyListModel::removeKeys(const QSet<MemoryKey>& keys)
 {
     QSet<DisplayedMemoryKey> removedKeys;
     const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
-    const QSet<MemoryKey> requestedKeys = keys; // the caller's set may change in a slot
+    const QSet<MemoryKey> requestedKeys = keys; // a slot may change the caller's set
     for (const MemoryKey& key : requestedKeys) {
         const auto found = findByName(m_displayedKeys, key.name());
         if (found != m_displayedKeys.cend()) {
@@ -308,7 +308,7 @@ void DisplayedMemoryKeyListModel::displayedKeysHaveChanged()
 
 void DisplayedMemoryKeyListModel::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
 {
-    const QMap<QString, QMap<double, QVariant>> batch = data; // the sender's map may change in a slot
+    const QMap<QString, QMap<double, QVariant>> batch = data; // a slot may change the sender's map
     const std::shared_ptr<BatchMatcher> matcher = batchMatcher();
     const std::vector<BatchMatcher::Match> matches = matcher->match(batch);
     if (!m_newestValues)

@@ -7,8 +7,7 @@ namespace Velk {
 
 namespace {
 
-// The union that every result here is built by: an element that is there stays, whatever the other set holds
-// under its name.
+// Adds the keys whose names are not in `keys` yet. The other elements stay unchanged.
 void unite(QSet<MemoryKey>& keys, const QSet<MemoryKey>& others)
 {
     if (keys.isEmpty())
@@ -69,8 +68,7 @@ void MemoryKeyListModel::onMicroEventKeysReceived()
 void MemoryKeyListModel::fileNames(const QFutureWatcher<QStringList>& list, QSet<MemoryKey>& keys,
                                    MemoryKeyNature nature)
 {
-    // Counted before the result is read: reading it raises the exception of a fetch that failed, and the
-    // list has been delivered all the same.
+    // Before the result is read: reading the result of a failed fetch throws, and that list counts as delivered too.
     --m_awaitedLists;
     const QStringList names = list.result();
     forgetQueries();
@@ -98,17 +96,17 @@ void MemoryKeyListModel::updateKeyNatures()
         m_areNaturesResolved = true;
     }
 
-    // From here on only what is selected and what was typed in is looked at, not every name that the robot lists.
+    // The rest visits the selected keys and the user keys only, not every name that the robot lists.
     m_unknownKeys.clear();
     for (const MemoryKey& key : qAsConst(m_selectedKeys)) {
         if (!m_dataKeys.contains(key) && !m_eventKeys.contains(key))
             m_unknownKeys.insert(MemoryKey(key.name(), key.description(), UnknownNature));
     }
-    // After the selected keys: of a key that was selected and typed in, the selected one is kept.
+    // After the selected keys: the element of a key that is selected and typed in is the selected one.
     unite(m_unknownKeys, m_userKeys);
 
-    // Every selected key is in one of the three sets now, so none is lost. The catalogue's element replaces the
-    // selected one, which an intersection of the two sets could keep instead.
+    // Every selected key is in one of the three sets now, so none is lost. Not an intersection of sets: QSet may keep
+    // the element of either operand, and the catalogue's element must replace the selected one.
     QSet<MemoryKey> selectedKeys;
     selectedKeys.reserve(m_selectedKeys.size());
     for (const MemoryKey& key : qAsConst(m_selectedKeys)) {
@@ -156,7 +154,7 @@ void MemoryKeyListModel::selectKeys(const QSet<MemoryKey>& keys)
 
 void MemoryKeyListModel::addUserKey(const QString& name)
 {
-    // A copy of the stored key: a slot may delete this catalogue while others still read the argument.
+    // A copy of the stored key: a slot may delete this catalogue before the next slot reads the argument.
     const MemoryKey key = *m_userKeys.insert(MemoryKey(name, UnknownNature));
     updateKeyNatures();
     emit userKeyAdded(key);

@@ -19,8 +19,8 @@ const T& valueAs(const QVariant& value)
 
 void appendCell(std::string* line, const QVariant& value)
 {
-    // The one-byte character types are missing here on purpose: Qt converts them like numbers, but whoever stores one
-    // means a character. They are quoted like text.
+    // The one-byte character types are missing here on purpose: Qt converts them like numbers, but their values are
+    // characters. They are quoted like text.
     switch (value.userType()) {
     case QMetaType::UnknownType:
     case QMetaType::VoidStar:

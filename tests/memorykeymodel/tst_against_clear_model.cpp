@@ -14,7 +14,7 @@ using namespace Velk;
 
 namespace {
 
-/// The product and the clear model, led through the same history.
+/// The product and the clear model with the same random operations.
 class History
 {
 public:
@@ -46,7 +46,7 @@ public:
         m_robot.connection.connected = false;
     }
 
-    /// One random operation on both; false when they differ then.
+    /// Does one random operation on both. Returns false when they differ afterwards.
     bool step()
     {
         const QString operation = perform();
@@ -155,7 +155,7 @@ private:
             m_robot.connection.memory = m_clear.hasMemory ? m_memory : nullptr;
             return "memory interface comes or goes";
         default: {
-            // The same keys again and again, other values: what robots do.
+            // Like a robot: the same keys in most batches, with other values.
             if (m_random.bounded(4) == 0)
                 m_deliveredNames = someNames();
             Batch batch;
@@ -228,7 +228,7 @@ private:
         return result.values();
     }
 
-    /// Calls for the keys of a set come in the set's order, which means nothing.
+    /// Sorts calls that were made in the order of a set, which is arbitrary.
     static QStringList sortedCalls(QStringList log)
     {
         const auto isKeyCall = [](const QString& line) {

@@ -17,7 +17,7 @@ namespace {
 
 using Model = DisplayedMemoryKeyListModel;
 
-/// A robot, a displayed key set on the heap and a catalogue of the application's, with one slot on one of their
+/// A robot, a displayed key set on the heap and a catalogue of the application, with one slot connected to one of their
 /// signals.
 class Scene
 {
@@ -51,7 +51,7 @@ public:
         m_signal = signal;
     }
 
-    /// A life that makes the model emit each of its signals; it goes on with whatever the slot has left.
+    /// Makes the model emit each of its signals. Continues with the objects that the slot has not deleted.
     void play()
     {
         step([this] { model->startWatcher(false); }); // error
@@ -95,7 +95,7 @@ public:
     std::unique_ptr<FakeConnectionManager> connection;
     boost::shared_ptr<FakeMemoryInterface> memory;
     QPointer<Model> model;
-    QPointer<MemoryKeyListModel> catalogue; ///< the application's own
+    QPointer<MemoryKeyListModel> catalogue; ///< of the application
     int slotRuns = 0;
 
 private:
@@ -111,7 +111,7 @@ private:
 
     void finishLists(const QStringList& data, const QStringList& events = {}, const QStringList& microEvents = {})
     {
-        if (memory->fetchCount() > 0) // none was started if a slot had taken the memory interface away
+        if (memory->fetchCount() > 0) // no fetch was started if a slot had removed the memory interface
             memory->finishLists(data, events, microEvents);
         QCoreApplication::processEvents();
     }
@@ -119,7 +119,7 @@ private:
     void runSlot()
     {
         if (m_depth == 3 || slotRuns == 50)
-            return; // a slot that calls the operation which emits its own signal goes round a few times, not for ever
+            return; // bounds a slot that causes its own signal
         ++slotRuns;
         ++m_depth;
         m_slot(*this);
@@ -133,7 +133,7 @@ private:
         action();
         if (!model)
             return;
-        // Whatever the slot did: one element for each name, one connection for the batches, no recording without a
+        // After any slot: one element for each name, one connection for the batches, no recording without a
         // robot that was lost, and a memory interface that can deliver.
         QCOMPARE(model->keys().size(), model->displayedKeys().size());
         QVERIFY(memory->dataGatheredReceivers() <= 1);
@@ -227,8 +227,8 @@ private Q_SLOTS:
     void aRecordingThatIsRestartedAtItsStartHasItsInitialValuesOnce();
     void aFileThatASlotRecordsToAfterAFailureIsKept();
     void aRecordingStartedDuringAFailureGetsNoRowsOfTheFailedOne();
-    void aFileTakenDuringAFailureIsTheApplications();
-    void anInterfaceThatWentDuringAFailureIsNotLeftMute();
+    void aFileTakenDuringAFailureBelongsToTheApplication();
+    void anInterfaceThatDisappearsDuringAFailureIsUnblocked();
     void keysRemovedWhileABatchIsAnnouncedAreNotRecorded();
     void theSendersBatchMayChangeWhileItIsAnnounced();
     void theRequestedSetMayBeTheOneThatASlotChanges();
@@ -371,7 +371,7 @@ void TestCallbacks::aRecordingStartedDuringAFailureGetsNoRowsOfTheFailedOne()
     QCOMPARE(robot.recorded(), QByteArray("Time;\"A\"\n0;2\n1;3\n"));
 }
 
-void TestCallbacks::aFileTakenDuringAFailureIsTheApplications()
+void TestCallbacks::aFileTakenDuringAFailureBelongsToTheApplication()
 {
     RecordingRobot robot({QString(20000, 'x')});
     QPointer<QTemporaryFile> taken;
@@ -384,7 +384,7 @@ void TestCallbacks::aFileTakenDuringAFailureIsTheApplications()
     QVERIFY(!robot.model.takeRecordFile());
 }
 
-void TestCallbacks::anInterfaceThatWentDuringAFailureIsNotLeftMute()
+void TestCallbacks::anInterfaceThatDisappearsDuringAFailureIsUnblocked()
 {
     RecordingRobot robot({"A"});
     robot.model.startRecording();

@@ -16,7 +16,7 @@ private Q_SLOTS:
     void aKeyIsWatchedWithItsOwnPeriodOnConnection();
     void aConnectionDoesNotStartTheWatcher();
     void aCatalogueThatIsReadyAtOnceIsUsedBeforeTheConnectionIsAnnounced();
-    void withoutAMemoryInterfaceAConnectionChangesAndTellsNothing();
+    void aConnectionWithoutAMemoryInterfaceChangesAndEmitsNothing();
     void aLostConnectionStopsRecordingThenWatcherThenIsAnnounced();
     void everySignalOfTheConnectionIsFollowed_data();
     void everySignalOfTheConnectionIsFollowed();
@@ -25,7 +25,7 @@ private Q_SLOTS:
     void keysSurviveTheDisconnection();
     void keysAddedWhileDisconnectedAreSubscribedOnConnection();
     void theModelGivesTheNewCatalogueItsDisplayedKeys();
-    void theWholeRoadFromConnectionToRecordedValues();
+    void valuesAreRecordedFromTheConnectionToTheFile();
     void sequencesOfEventsLeaveAConsistentModel_data();
     void sequencesOfEventsLeaveAConsistentModel();
 };
@@ -91,7 +91,7 @@ void TestConnectionLifecycle::aConnectionDoesNotStartTheWatcher()
 
 void TestConnectionLifecycle::aCatalogueThatIsReadyAtOnceIsUsedBeforeTheConnectionIsAnnounced()
 {
-    // The memory service goes away between the two times that it is asked for.
+    // The memory service disappears between the two calls of memoryInterface().
     class FleetingConnection : public FakeConnectionManager
     {
     public:
@@ -116,7 +116,7 @@ void TestConnectionLifecycle::aCatalogueThatIsReadyAtOnceIsUsedBeforeTheConnecti
     QCOMPARE(connection.findChildren<MemoryKeyListModel*>().size(), 0);
 }
 
-void TestConnectionLifecycle::withoutAMemoryInterfaceAConnectionChangesAndTellsNothing()
+void TestConnectionLifecycle::aConnectionWithoutAMemoryInterfaceChangesAndEmitsNothing()
 {
     WatchedRobot robot;
     robot.connection.establish();
@@ -151,8 +151,8 @@ void TestConnectionLifecycle::everySignalOfTheConnectionIsFollowed_data()
     QTest::newRow("established") << "established" << true;
     QTest::newRow("lost") << "lost" << false;
     QTest::newRow("disconnected") << "disconnected" << false;
-    QTest::newRow("established, but not connected any more") << "established" << false;
-    QTest::newRow("lost, but connected again by now") << "lost" << true;
+    QTest::newRow("established, but disconnected since") << "established" << false;
+    QTest::newRow("lost, but connected again since") << "lost" << true;
 }
 
 void TestConnectionLifecycle::everySignalOfTheConnectionIsFollowed()
@@ -236,7 +236,7 @@ void TestConnectionLifecycle::theModelGivesTheNewCatalogueItsDisplayedKeys()
     QCOMPARE(described(catalogues.first()->selectedKeys()), QStringList{"Arm DATA (the arm)"});
 }
 
-void TestConnectionLifecycle::theWholeRoadFromConnectionToRecordedValues()
+void TestConnectionLifecycle::valuesAreRecordedFromTheConnectionToTheFile()
 {
     WatchedRobot robot;
     robot.connection.establish();
@@ -301,7 +301,7 @@ void TestConnectionLifecycle::sequencesOfEventsLeaveAConsistentModel()
             qDeleteAll(robot.connection.findChildren<MemoryKeyListModel*>());
             finished = fetches;
         }
-        // One delivery is taken in by at most one connection, and none while the robot is away.
+        // A batch arrives once at most, and never while the robot is disconnected.
         QVERIFY(robot.connection.memory->dataGatheredReceivers() <= (robot.connection.connected ? 1 : 0));
         QVERIFY(!(event == "lose" || event == "close") || !robot.model.isRecording());
     }

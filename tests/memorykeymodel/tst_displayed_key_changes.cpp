@@ -15,8 +15,8 @@ private Q_SLOTS:
     void aNewKeyIsInItsInitialState();
     void aDisplayedKeyIsNotWatchedAgainButTheWatcherIsStarted();
     void onlyNewKeysAreWatchedAndAnnounced();
-    void addingNothingToNothingStartsNoWatcher();
-    void addingNothingToSomethingStartsTheWatcher();
+    void addingNoKeyStartsNoWatcherWhileNoneIsDisplayed();
+    void addingNoKeyStartsTheWatcherWhileOneIsDisplayed();
     void keysAreDisplayedWhenTheyAreAnnounced();
     void addingWithoutARobotDisplaysTheKeysAndReportsIt();
     void addingWithoutAMemoryInterfaceDisplaysTheKeysAndReportsIt();
@@ -25,8 +25,8 @@ private Q_SLOTS:
     // removing
     void aRemovedKeyIsUnwatchedAndAnnouncedAsItWasStored();
     void removingTheLastKeyStopsTheWatcher();
-    void aKeyThatIsNotDisplayedIsUnwatchedAllTheSame();
-    void removingNothingFromNothingStopsTheWatcher();
+    void aKeyThatIsNotDisplayedIsUnwatchedToo();
+    void removingNoKeyStopsTheWatcherWhileNoneIsDisplayed();
     void aRemovedKeyLeavesTheSelection();
     void removingWithoutAMemoryInterfaceSendsNothing();
     void keysRemovedWhileConnectedAreNotWatchedAgain();
@@ -102,7 +102,7 @@ void TestDisplayedKeyChanges::onlyNewKeysAreWatchedAndAnnounced()
     QCOMPARE(names(robot.model.keys()), (QStringList{"Arm", "Leg"}));
 }
 
-void TestDisplayedKeyChanges::addingNothingToNothingStartsNoWatcher()
+void TestDisplayedKeyChanges::addingNoKeyStartsNoWatcherWhileNoneIsDisplayed()
 {
     WatchedRobot robot;
 
@@ -111,7 +111,7 @@ void TestDisplayedKeyChanges::addingNothingToNothingStartsNoWatcher()
     QCOMPARE(robot.takeLog(), QStringList{"keysAdded"});
 }
 
-void TestDisplayedKeyChanges::addingNothingToSomethingStartsTheWatcher()
+void TestDisplayedKeyChanges::addingNoKeyStartsTheWatcherWhileOneIsDisplayed()
 {
     WatchedRobot robot;
     robot.model.addKeys(keySet({"Arm"}));
@@ -205,7 +205,7 @@ void TestDisplayedKeyChanges::removingTheLastKeyStopsTheWatcher()
     QCOMPARE(robot.takeLog(), (QStringList{"unwatchKey Arm", "stopWatcher", "keysRemoved Arm"}));
 }
 
-void TestDisplayedKeyChanges::aKeyThatIsNotDisplayedIsUnwatchedAllTheSame()
+void TestDisplayedKeyChanges::aKeyThatIsNotDisplayedIsUnwatchedToo()
 {
     WatchedRobot robot;
     robot.model.addKeys(keySet({"Arm"}));
@@ -216,7 +216,7 @@ void TestDisplayedKeyChanges::aKeyThatIsNotDisplayedIsUnwatchedAllTheSame()
     QCOMPARE(robot.takeLog(), (QStringList{"unwatchKey Tail", "keysRemoved"}));
 }
 
-void TestDisplayedKeyChanges::removingNothingFromNothingStopsTheWatcher()
+void TestDisplayedKeyChanges::removingNoKeyStopsTheWatcherWhileNoneIsDisplayed()
 {
     WatchedRobot robot;
     robot.model.startWatcher(false);

@@ -27,9 +27,9 @@ class TestDisplayedMemoryKey : public QObject
 
 private Q_SLOTS:
     void startsShownInChartreuseWithoutHistory();
-    void keepsWhatItIsBuiltWith();
-    void changingAKeyLeavesItsCopiesAsTheyWere();
-    void isTheSameKeyWhateverItsState();
+    void keepsTheValuesOfItsConstructor();
+    void changingAKeyDoesNotChangeItsCopies();
+    void equalityIgnoresTheState();
     void differsByNameOnly();
     void aSetKeepsTheKeyThatItHas();
 };
@@ -48,7 +48,7 @@ void TestDisplayedMemoryKey::startsShownInChartreuseWithoutHistory()
     QVERIFY(emptyValueHistory.isEmpty());
 }
 
-void TestDisplayedMemoryKey::keepsWhatItIsBuiltWith()
+void TestDisplayedMemoryKey::keepsTheValuesOfItsConstructor()
 {
     const DisplayedMemoryKey displayed(armKey(), false, QColor(Qt::red), 40, {{1.5, 7}});
 
@@ -58,7 +58,7 @@ void TestDisplayedMemoryKey::keepsWhatItIsBuiltWith()
     QCOMPARE(displayed.valueHistory(), (QMap<double, QVariant>{{1.5, 7}}));
 }
 
-void TestDisplayedMemoryKey::changingAKeyLeavesItsCopiesAsTheyWere()
+void TestDisplayedMemoryKey::changingAKeyDoesNotChangeItsCopies()
 {
     DisplayedMemoryKey displayed(armKey(), true, QColor(Qt::red), 40, {{1.5, 7}});
     const DisplayedMemoryKey copy = displayed;
@@ -75,7 +75,7 @@ void TestDisplayedMemoryKey::changingAKeyLeavesItsCopiesAsTheyWere()
     QCOMPARE(copy.valueHistory(), (QMap<double, QVariant>{{1.5, 7}}));
 }
 
-void TestDisplayedMemoryKey::isTheSameKeyWhateverItsState()
+void TestDisplayedMemoryKey::equalityIgnoresTheState()
 {
     const DisplayedMemoryKey displayed(armKey());
     const DisplayedMemoryKey other(MemoryKey(QStringLiteral("Arm"), QStringLiteral("another text"), EventNature), false,

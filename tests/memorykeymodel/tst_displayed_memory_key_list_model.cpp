@@ -16,37 +16,37 @@ class TestDisplayedMemoryKeyListModel : public QObject
 private Q_SLOTS:
     // the object
     void startsWithItsDefaults();
-    void isAChildOfItsConnectionManagerAndGoesWithIt();
-    void asksTheRobotNothingOnConstruction();
+    void isAChildOfItsConnectionManagerAndIsDeletedWithIt();
+    void callsNothingOfTheRobotOnConstruction();
     void asksTheConnectionManagerForTheConnectionEveryTime();
     void hasTheSignalsAndSlotsOfItsInterface();
     void registersTheBatchTypeUnderItsPublishedName();
-    void handsOutCopiesOfItsKeys();
+    void returnsCopiesOfItsKeys();
 
     // selection
     void selectsTheDisplayedKeysThatAreNamed();
     void anEmptySelectionEmptiesIt();
     void aSelectedKeyHasTheNatureOfTheDisplayedOne();
-    void selectingTellsNobody();
+    void selectingEmitsNothing();
 
     // synchronisation with the catalogue
     void rebuildsItsKeysFromTheReadyCatalogue();
     void aRebuildResetsColourFlagAndHistory();
     void aRebuildSendsNothingToTheRobot();
-    void aRebuildOfNothingIsAnnouncedToo();
+    void aRebuildWithoutKeysIsAnnouncedToo();
     void keysAddedWhileTheCatalogueWasPendingAreDroppedAndStayWatched();
     void keysRemovedWhileTheCatalogueWasPendingComeBackUnwatched();
     void theSelectionIsNotTouchedByARebuild();
     void theUsedCatalogueIsDeleted();
-    void aCatalogueThatBecomesReadyAfterTheRobotWentIsUsedAllTheSame();
+    void aCatalogueThatBecomesReadyAfterADisconnectionIsUsed();
     void aReplacedCatalogueRebuildsFromTheHeldOneAndLivesOn();
-    void aReplacedCatalogueWithNoHeldOneChangesNothing();
-    void theSameHoldsWhenTheHeldCatalogueIsUsedFirst();
+    void aReplacedCatalogueChangesNothingWithoutAHeldOne();
+    void aReplacedCatalogueChangesNothingRightAfterTheHeldOne();
 };
 
 namespace {
 
-/// A model with displayed keys on a robot that is connected, its catalogue pending.
+/// A model with displayed keys on a connected robot; its catalogue is pending.
 struct ConnectedModel
 {
     explicit ConnectedModel(const QStringList& names)
@@ -87,7 +87,7 @@ void TestDisplayedMemoryKeyListModel::startsWithItsDefaults()
     QVERIFY(model.selectedKeys().isEmpty());
 }
 
-void TestDisplayedMemoryKeyListModel::isAChildOfItsConnectionManagerAndGoesWithIt()
+void TestDisplayedMemoryKeyListModel::isAChildOfItsConnectionManagerAndIsDeletedWithIt()
 {
     QPointer<DisplayedMemoryKeyListModel> model;
     {
@@ -99,7 +99,7 @@ void TestDisplayedMemoryKeyListModel::isAChildOfItsConnectionManagerAndGoesWithI
     QVERIFY(!model);
 }
 
-void TestDisplayedMemoryKeyListModel::asksTheRobotNothingOnConstruction()
+void TestDisplayedMemoryKeyListModel::callsNothingOfTheRobotOnConstruction()
 {
     FakeConnectionManager connection;
     connection.connected = true;
@@ -163,7 +163,7 @@ void TestDisplayedMemoryKeyListModel::registersTheBatchTypeUnderItsPublishedName
 #endif
 }
 
-void TestDisplayedMemoryKeyListModel::handsOutCopiesOfItsKeys()
+void TestDisplayedMemoryKeyListModel::returnsCopiesOfItsKeys()
 {
     FakeConnectionManager connection;
     DisplayedMemoryKeyListModel model(&connection);
@@ -213,7 +213,7 @@ void TestDisplayedMemoryKeyListModel::aSelectedKeyHasTheNatureOfTheDisplayedOne(
     QCOMPARE(described(model.selectedKeys()), QStringList{"Arm EVENT (the arm)"});
 }
 
-void TestDisplayedMemoryKeyListModel::selectingTellsNobody()
+void TestDisplayedMemoryKeyListModel::selectingEmitsNothing()
 {
     ConnectedModel connected({"Arm"});
 
@@ -258,7 +258,7 @@ void TestDisplayedMemoryKeyListModel::aRebuildSendsNothingToTheRobot()
     QCOMPARE(connected.connection.takeLog(), QStringList{"keysUpdated Arm"});
 }
 
-void TestDisplayedMemoryKeyListModel::aRebuildOfNothingIsAnnouncedToo()
+void TestDisplayedMemoryKeyListModel::aRebuildWithoutKeysIsAnnouncedToo()
 {
     ConnectedModel connected({});
 
@@ -318,7 +318,7 @@ void TestDisplayedMemoryKeyListModel::theUsedCatalogueIsDeleted()
     QCOMPARE(connected.catalogues().size(), 0);
 }
 
-void TestDisplayedMemoryKeyListModel::aCatalogueThatBecomesReadyAfterTheRobotWentIsUsedAllTheSame()
+void TestDisplayedMemoryKeyListModel::aCatalogueThatBecomesReadyAfterADisconnectionIsUsed()
 {
     ConnectedModel connected({"Arm"});
     connected.connection.lose();
@@ -342,13 +342,13 @@ void TestDisplayedMemoryKeyListModel::aReplacedCatalogueRebuildsFromTheHeldOneAn
 
     connected.finishLists({}, {"Arm"}, 0);
 
-    // The held catalogue is pending: its selection is as it was given, natures included.
+    // The held catalogue is pending: its selection has the natures that it was created with.
     QCOMPARE(connected.connection.takeLog(), QStringList{"keysUpdated Arm Leg"});
     QCOMPARE(described(connected.model.keys()), (QStringList{"Arm DATA (Arm desc)", "Leg DATA (Leg desc)"}));
     QCOMPARE(connected.catalogues(), QList<MemoryKeyListModel*>{replaced});
 }
 
-void TestDisplayedMemoryKeyListModel::aReplacedCatalogueWithNoHeldOneChangesNothing()
+void TestDisplayedMemoryKeyListModel::aReplacedCatalogueChangesNothingWithoutAHeldOne()
 {
     ConnectedModel connected({"Arm"});
     connected.connection.establish();
@@ -363,7 +363,7 @@ void TestDisplayedMemoryKeyListModel::aReplacedCatalogueWithNoHeldOneChangesNoth
     QCOMPARE(connected.catalogues().size(), 1);
 }
 
-void TestDisplayedMemoryKeyListModel::theSameHoldsWhenTheHeldCatalogueIsUsedFirst()
+void TestDisplayedMemoryKeyListModel::aReplacedCatalogueChangesNothingRightAfterTheHeldOne()
 {
     ConnectedModel connected({"Arm"});
     connected.connection.establish();

@@ -1,5 +1,5 @@
-// What a program sees that includes the public headers and nothing else: every file below compiles with one of them as
-// its first include, and the sets of keys work whatever came before.
+// The public headers as a program sees them that includes nothing else: each file in headers/ compiles with one of them
+// as its first include, and sets of keys work before and after any other header.
 #include <memorykeymodel/displayed_memory_key.h>
 #include <memorykeymodel/memory_key.h>
 
@@ -16,10 +16,10 @@ class TestInterface : public QObject
 private Q_SLOTS:
     void setsOfKeysWorkWithTheSetHeaderFirst() { QCOMPARE(keysInSetsIncludedFirst(), 2); }
     void setsOfKeysWorkWithTheSetHeaderLast() { QCOMPARE(keysInSetsIncludedLast(), 2); }
-    void aHashCanBeAskedForByItsQualifiedName();
+    void theHashIsCallableByItsQualifiedName();
 };
 
-void TestInterface::aHashCanBeAskedForByItsQualifiedName()
+void TestInterface::theHashIsCallableByItsQualifiedName()
 {
     const Velk::MemoryKey key(QStringLiteral("Arm"), QString(), Velk::DataNature);
 

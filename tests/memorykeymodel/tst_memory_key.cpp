@@ -19,18 +19,18 @@ class TestMemoryKey : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsWhatItIsBuiltWith();
+    void keepsTheValuesOfItsConstructor();
     void aCopyHasTheSameNameDescriptionAndNature();
     void assignmentReplacesAllThree();
     void natureHasADisplayText_data();
     void natureHasADisplayText();
-    void displayTextIsTheSharedOne();
+    void theDisplayTextIsShared();
     void equalityIsOfNames_data();
     void equalityIsOfNames();
     void aSetKeepsTheKeyThatItHas();
 };
 
-void TestMemoryKey::keepsWhatItIsBuiltWith()
+void TestMemoryKey::keepsTheValuesOfItsConstructor()
 {
     const MemoryKey key(QStringLiteral(" Arm "), QString(), EventNature);
 
@@ -85,7 +85,7 @@ void TestMemoryKey::natureHasADisplayText()
     QCOMPARE(shown.isNull(), text.isNull());
 }
 
-void TestMemoryKey::displayTextIsTheSharedOne()
+void TestMemoryKey::theDisplayTextIsShared()
 {
     QCOMPARE(MemoryKey::dataString, QStringLiteral("DATA"));
     QCOMPARE(MemoryKey::eventString, QStringLiteral("EVENT"));
@@ -100,8 +100,8 @@ void TestMemoryKey::equalityIsOfNames_data()
     QTest::addColumn<QString>("description");
     QTest::addColumn<int>("nature");
     QTest::addColumn<bool>("equal");
-    QTest::newRow("all the same") << "A"
-                                  << "a" << int(DataNature) << true;
+    QTest::newRow("equal in everything") << "A"
+                                         << "a" << int(DataNature) << true;
     QTest::newRow("other nature") << "A"
                                   << "a" << int(EventNature) << true;
     QTest::newRow("other description") << "A"

@@ -12,7 +12,7 @@ using namespace Velk;
 
 namespace {
 
-/// The catalogue's lists and the order in which they finish.
+/// The three lists of the catalogue.
 enum List
 {
     Data,
@@ -62,17 +62,17 @@ private Q_SLOTS:
     // fetching and readiness
     void asksForTheThreeListsAtOnce();
     void isReadyAtOnceWithoutAMemoryInterface();
-    void presenceOfTheMemoryInterfaceCountsNotTheConnection();
+    void needsTheMemoryInterfaceAndNotTheConnection();
     void becomesReadyWithTheLastList_data();
     void becomesReadyWithTheLastList();
     void becomesReadyOnceWhenAllListsFinishBeforeTheEventLoopRuns();
-    void filesNothingFromInsideTheConstructor();
-    void filesNamesAsTheyCome();
-    void emptyListsAreANormalResult();
-    void settlesNaturesBeforeItAnnouncesItself();
+    void storesNoNameInsideTheConstructor();
+    void storesNamesUnchanged();
+    void emptyListsAreValid();
+    void resolvesNaturesBeforeItIsReady();
     void mayBeDeletedByAReceiverOfReady();
     void destructionNeitherWaitsNorEmits();
-    void anExceptionOfTheFetchLeavesTheSlotBeforeAnythingIsFiled();
+    void anExceptionOfAFetchIsThrownBeforeAnyNameIsStored();
     void listsThatArriveAfterAFailedOneMakeTheCatalogueReady();
     void neverBecomesReadyWhileAListIsOutstanding();
 
@@ -85,7 +85,7 @@ private Q_SLOTS:
     void aMaskSelectsTheNatures_data();
     void aMaskSelectsTheNatures();
     void resolvingTwiceChangesNothing();
-    void resultsOfQueriesAreTheCallers();
+    void resultsOfQueriesAreCopies();
     void aQueryAfterAListShowsTheList();
 
     // user keys
@@ -103,8 +103,8 @@ private Q_SLOTS:
     void deselectingAnUnknownKeyDropsItAtOnceButNotAUserKey();
     void anEmptySelectionLeavesTheUserKeysUnknown();
     void aReferenceToTheSelectionShowsLaterChanges();
-    void aSelectionBeforeReadinessIsResolvedAgainstWhatHasArrived();
-    void theInitialSelectionIsAsGivenUntilTheFirstResolution();
+    void aSelectionBeforeReadinessIsResolvedWithTheListsSoFar();
+    void theInitialSelectionIsUnchangedUntilTheFirstResolution();
 };
 
 void TestMemoryKeyListModel::isAChildOfItsConnectionManager()
@@ -163,7 +163,7 @@ void TestMemoryKeyListModel::isReadyAtOnceWithoutAMemoryInterface()
     QCOMPARE(names(catalogue.keys(MemoryKeyNature(DataNature | EventNature))), QStringList());
 }
 
-void TestMemoryKeyListModel::presenceOfTheMemoryInterfaceCountsNotTheConnection()
+void TestMemoryKeyListModel::needsTheMemoryInterfaceAndNotTheConnection()
 {
     FakeConnectionManager connection;
     connection.connected = false;
@@ -231,9 +231,9 @@ void TestMemoryKeyListModel::becomesReadyOnceWhenAllListsFinishBeforeTheEventLoo
     QCOMPARE(keysAtReady, (QStringList{"Arm", "Bumper", "Missed"}));
 }
 
-void TestMemoryKeyListModel::filesNothingFromInsideTheConstructor()
+void TestMemoryKeyListModel::storesNoNameInsideTheConstructor()
 {
-    // A service that answers before it returns: the futures are finished when they are attached.
+    // The service answers before it returns: its futures are finished already.
     class PromptMemory : public FakeMemoryInterface
     {
     public:
@@ -270,7 +270,7 @@ void TestMemoryKeyListModel::filesNothingFromInsideTheConstructor()
     QCOMPARE(names(catalogue.keys()), QStringList{"Arm"});
 }
 
-void TestMemoryKeyListModel::filesNamesAsTheyCome()
+void TestMemoryKeyListModel::storesNamesUnchanged()
 {
     FakeConnectionManager connection;
     MemoryKeyListModel catalogue(&connection, {});
@@ -282,7 +282,7 @@ void TestMemoryKeyListModel::filesNamesAsTheyCome()
              (QStringList{" Arm DATA ( Arm desc)", " DATA ( desc)", "Arm DATA (Arm desc)", "arm DATA (arm desc)"}));
 }
 
-void TestMemoryKeyListModel::emptyListsAreANormalResult()
+void TestMemoryKeyListModel::emptyListsAreValid()
 {
     FakeConnectionManager connection;
     MemoryKeyListModel catalogue(&connection, {});
@@ -298,7 +298,7 @@ void TestMemoryKeyListModel::emptyListsAreANormalResult()
     QVERIFY(catalogue.selectedKeys().isEmpty());
 }
 
-void TestMemoryKeyListModel::settlesNaturesBeforeItAnnouncesItself()
+void TestMemoryKeyListModel::resolvesNaturesBeforeItIsReady()
 {
     FakeConnectionManager connection;
     MemoryKeyListModel catalogue(&connection, keySet({"Bumper"}));
@@ -344,7 +344,7 @@ void TestMemoryKeyListModel::destructionNeitherWaitsNorEmits()
     QCOMPARE(readyCount, 0);
 }
 
-void TestMemoryKeyListModel::anExceptionOfTheFetchLeavesTheSlotBeforeAnythingIsFiled()
+void TestMemoryKeyListModel::anExceptionOfAFetchIsThrownBeforeAnyNameIsStored()
 {
     FakeConnectionManager connection;
     MemoryKeyListModel catalogue(&connection, {});
@@ -447,7 +447,7 @@ void TestMemoryKeyListModel::aSelectedKeyGetsTheCataloguesElement()
     QFETCH(QString, userKey);
     QFETCH(QString, selected);
     FakeConnectionManager connection;
-    // The nature that the key had on another connection counts for nothing.
+    // The nature that the key had on an earlier connection has no effect.
     MemoryKeyListModel catalogue(&connection,
                                  {MemoryKey("Arm", "given text", events.isEmpty() ? EventNature : DataNature)});
     if (!userKey.isNull())
@@ -523,14 +523,14 @@ void TestMemoryKeyListModel::resolvingTwiceChangesNothing()
     const QStringList unknownKeys = described(catalogue.keys(UnknownNature));
     const QStringList selectedKeys = described(catalogue.selectedKeys());
 
-    catalogue.selectKeys(catalogue.selectedKeys()); // the set itself: resolution must stand its argument changing
+    catalogue.selectKeys(catalogue.selectedKeys()); // the set itself, which changes while it is resolved
 
     QCOMPARE(described(catalogue.keys()), keys);
     QCOMPARE(described(catalogue.keys(UnknownNature)), unknownKeys);
     QCOMPARE(described(catalogue.selectedKeys()), selectedKeys);
 }
 
-void TestMemoryKeyListModel::resultsOfQueriesAreTheCallers()
+void TestMemoryKeyListModel::resultsOfQueriesAreCopies()
 {
     FakeConnectionManager connection;
     MemoryKeyListModel catalogue(&connection, {});
@@ -736,7 +736,7 @@ void TestMemoryKeyListModel::aReferenceToTheSelectionShowsLaterChanges()
     QCOMPARE(&selection, &catalogue.selectedKeys());
 }
 
-void TestMemoryKeyListModel::aSelectionBeforeReadinessIsResolvedAgainstWhatHasArrived()
+void TestMemoryKeyListModel::aSelectionBeforeReadinessIsResolvedWithTheListsSoFar()
 {
     FakeConnectionManager connection;
     MemoryKeyListModel catalogue(&connection, {});
@@ -754,7 +754,7 @@ void TestMemoryKeyListModel::aSelectionBeforeReadinessIsResolvedAgainstWhatHasAr
              (QStringList{"Both EVENT (Both desc)", "Bumper EVENT (Bumper desc)"}));
 }
 
-void TestMemoryKeyListModel::theInitialSelectionIsAsGivenUntilTheFirstResolution()
+void TestMemoryKeyListModel::theInitialSelectionIsUnchangedUntilTheFirstResolution()
 {
     FakeConnectionManager connection;
     const MemoryKeyListModel catalogue(&connection, {MemoryKey("Arm", "given text", EventNature)});

@@ -16,7 +16,7 @@ QStringList manyNames(int count)
     return result;
 }
 
-/// A batch with a sample or two of about one key in three, each value the name of its key.
+/// A batch with one or two samples of about every third key. Each value is the name of its key.
 Batch randomBatch(QRandomGenerator& random, const QStringList& keyNames, double time)
 {
     Batch batch;
@@ -30,7 +30,7 @@ Batch randomBatch(QRandomGenerator& random, const QStringList& keyNames, double 
     return batch;
 }
 
-/// The cells that stand under a column of another name, and the rows that are not as long as the header.
+/// The cells in the column of another name, and the rows that are not as long as the header.
 QStringList misplacedCells(const QByteArray& recorded)
 {
     QStringList misplaced;
@@ -51,20 +51,20 @@ QStringList misplacedCells(const QByteArray& recorded)
 
 } // namespace
 
-/// As long as no key is added or removed, every cell stands under the name of its key.
+/// As long as no key is added or removed, every cell is in the column of its key.
 class TestRecordColumns : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyCellStandsUnderItsName_data();
-    void everyCellStandsUnderItsName();
-    void columnsOutliveASecondConnection_data();
-    void columnsOutliveASecondConnection();
+    void everyCellIsInTheColumnOfItsName_data();
+    void everyCellIsInTheColumnOfItsName();
+    void columnsStayAfterASecondConnection_data();
+    void columnsStayAfterASecondConnection();
     void columnsDoNotMoveWhileTheApplicationHoldsCopies();
 };
 
-void TestRecordColumns::everyCellStandsUnderItsName_data()
+void TestRecordColumns::everyCellIsInTheColumnOfItsName_data()
 {
     QTest::addColumn<int>("keyCount");
     QTest::addColumn<int>("hashSeed");
@@ -75,7 +75,7 @@ void TestRecordColumns::everyCellStandsUnderItsName_data()
     }
 }
 
-void TestRecordColumns::everyCellStandsUnderItsName()
+void TestRecordColumns::everyCellIsInTheColumnOfItsName()
 {
     QFETCH(int, keyCount);
     QFETCH(int, hashSeed);
@@ -92,12 +92,12 @@ void TestRecordColumns::everyCellStandsUnderItsName()
     QCOMPARE(misplacedCells(robot.recorded()), QStringList());
 }
 
-void TestRecordColumns::columnsOutliveASecondConnection_data()
+void TestRecordColumns::columnsStayAfterASecondConnection_data()
 {
-    everyCellStandsUnderItsName_data();
+    everyCellIsInTheColumnOfItsName_data();
 }
 
-void TestRecordColumns::columnsOutliveASecondConnection()
+void TestRecordColumns::columnsStayAfterASecondConnection()
 {
     QFETCH(int, keyCount);
     QFETCH(int, hashSeed);
@@ -109,7 +109,7 @@ void TestRecordColumns::columnsOutliveASecondConnection()
     robot.model.startRecording();
     for (int i = 1; i <= 10; ++i) {
         robot.deliver(randomBatch(random, keyNames, i));
-        setHashSeed(i % 4); // the catalogue's sets are in an order of their own
+        setHashSeed(i % 4); // gives the sets of the catalogue another order
         robot.connection.establish();
         robot.deliver(randomBatch(random, keyNames, i + 0.5));
         robot.connection.memory->finishLists(keyNames.mid(0, keyCount / 2), keyNames.mid(keyCount / 3));

@@ -23,7 +23,7 @@ class TestRecording : public QObject
 
 private Q_SLOTS:
     // the recording
-    void writesTheHeaderAndAnnouncesItself();
+    void writesTheHeaderAndIsAnnounced();
     void theFileIsInTheTemporaryDirectory();
     void aRecordingWithoutDisplayedKeysHasATimeColumnOnly();
     void startsWithTheNewestKnownValues();
@@ -32,11 +32,11 @@ private Q_SLOTS:
     void stoppingClosesTheFileAndAnnouncesItOnce();
     void stoppingWithoutARecordingDoesNothing();
     void nothingIsRecordedAfterTheStop();
-    void takingHandsTheClosedFileOverOnce();
+    void takingReturnsTheClosedFileOnce();
     void aNewFileIsMadeAfterTheLastOneWasTaken();
     void aFileThatWasNotTakenIsUsedAgainAndNotEmptied();
-    void theFileGoesWithTheModel();
-    void takingLeavesParentAndRemovalAsTheyAre();
+    void theFileIsDeletedWithTheModel();
+    void takingKeepsTheParentAndTheAutomaticRemoval();
 
     // rows
     void theFirstRowIsTheTimeOrigin();
@@ -59,7 +59,7 @@ private Q_SLOTS:
     void textIsUtf8WithoutByteOrderMark();
 };
 
-void TestRecording::writesTheHeaderAndAnnouncesItself()
+void TestRecording::writesTheHeaderAndIsAnnounced()
 {
     RecordingRobot robot({"A", "B"});
 
@@ -168,7 +168,7 @@ void TestRecording::nothingIsRecordedAfterTheStop()
     QCOMPARE(robot.recorded(), QByteArray("Time;\"A\"\n"));
 }
 
-void TestRecording::takingHandsTheClosedFileOverOnce()
+void TestRecording::takingReturnsTheClosedFileOnce()
 {
     RecordingRobot robot({"A"});
     robot.model.startRecording();
@@ -214,7 +214,7 @@ void TestRecording::aFileThatWasNotTakenIsUsedAgainAndNotEmptied()
     QCOMPARE(robot.recorded(), QByteArray("Time;\"B\"\n0;\"a long first recording\"\n"));
 }
 
-void TestRecording::theFileGoesWithTheModel()
+void TestRecording::theFileIsDeletedWithTheModel()
 {
     QString fileName;
     {
@@ -226,7 +226,7 @@ void TestRecording::theFileGoesWithTheModel()
     QVERIFY(!QFileInfo::exists(fileName));
 }
 
-void TestRecording::takingLeavesParentAndRemovalAsTheyAre()
+void TestRecording::takingKeepsTheParentAndTheAutomaticRemoval()
 {
     RecordingRobot robot({"A"});
     robot.model.startRecording();

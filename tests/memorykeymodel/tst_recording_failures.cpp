@@ -18,7 +18,7 @@ const QString cannotWriteRow = "error [Memory recording] Could not write data.\n
 // Longer than the buffer of the file object, so that a write reaches the disk at once.
 const QString longText = QString(20000, 'x');
 
-/// A place where no temporary file can be made.
+/// While it lives, no temporary file can be created.
 class NoTemporaryDirectory
 {
 public:
@@ -43,8 +43,8 @@ private Q_SLOTS:
     void aRowThatCannotBeWrittenEndsTheRecording();
     void theFileIsKeptWithTheRowsBefore();
     void everyRemainingRowIsReported();
-    void batchesAreHeldOffWhileTheFailureIsReported();
-    void aFailureWithoutAMemoryInterfaceIsReportedAllTheSame();
+    void batchesAreBlockedWhileTheFailureIsReported();
+    void aFailureWithoutAMemoryInterfaceIsReportedToo();
     void theNextBatchEndsARecordingWhoseFileWasTaken();
     void anEmptyBatchDoesNotEndARecordingWhoseFileWasTaken();
     void aRecordingCanBeStartedAfterAFailure();
@@ -133,7 +133,7 @@ void TestRecordingFailures::theFileIsKeptWithTheRowsBefore()
     RecordingRobot robot({"A"});
     robot.model.startRecording();
     robot.deliver({{"A", {{1.0, 1}}}});
-    robot.recorded(); // what was written is on disk
+    robot.recorded(); // flushes the file
     {
         const FileSizeLimit full(100);
         robot.deliver({{"A", {{2.0, longText}}}});
@@ -160,7 +160,7 @@ void TestRecordingFailures::everyRemainingRowIsReported()
              (QStringList{"keysUpdated A", cannotWriteRow, "recording false", cannotWriteRow, cannotWriteRow}));
 }
 
-void TestRecordingFailures::batchesAreHeldOffWhileTheFailureIsReported()
+void TestRecordingFailures::batchesAreBlockedWhileTheFailureIsReported()
 {
     RecordingRobot robot({"A"});
     robot.model.startRecording();
@@ -182,7 +182,7 @@ void TestRecordingFailures::batchesAreHeldOffWhileTheFailureIsReported()
     QCOMPARE(histories(robot.model.displayedKeys()), QStringList{"A: 2=2"});
 }
 
-void TestRecordingFailures::aFailureWithoutAMemoryInterfaceIsReportedAllTheSame()
+void TestRecordingFailures::aFailureWithoutAMemoryInterfaceIsReportedToo()
 {
     RecordingRobot robot({"A"});
     robot.model.startRecording();

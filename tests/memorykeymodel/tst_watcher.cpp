@@ -10,27 +10,27 @@ class TestWatcher : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startHandsTheRobotItsPeriods_data();
-    void startHandsTheRobotItsPeriods();
+    void startingSendsThePeriodsToTheRobot_data();
+    void startingSendsThePeriodsToTheRobot();
     void startingTwiceStartsOnce();
     void startWithoutARobotReportsIt();
     void startWithoutAMemoryInterfaceReportsIt();
     void aFailedStartCanBeTriedAgain();
     void stoppingDisconnectsThenStops();
     void stoppingTwiceStopsOnce();
-    void stoppingDoesNotAskForTheConnection();
+    void stoppingDoesNotNeedTheConnection();
     void stoppingWithoutAMemoryInterfaceStillStops();
     void noBatchIsTakenInTwiceAfterTheInterfaceWasMissingAtTheStop();
-    void aStoppedWatcherTakesNothingIn();
+    void noBatchIsTakenInAfterTheStop();
 
     void aPeriodIsKeptWithinTheLimits_data();
     void aPeriodIsKeptWithinTheLimits();
-    void aNewPeriodIsGivenToTheRobotThenAnnounced();
-    void theGatherPeriodHasAFloorOfItsOwn();
-    void thePeriodInForceIsNotSetAgain();
+    void aNewPeriodIsSentToTheRobotThenAnnounced();
+    void theGatherPeriodHasItsOwnMinimum();
+    void thePresentPeriodIsNotSetAgain();
     void aPeriodReachesTheRobotWhetherOrNotTheWatcherRuns();
-    void aPeriodSetWithoutARobotIsKeptInSilence();
-    void aPeriodSetWithoutAMemoryInterfaceIsKeptInSilence();
+    void aPeriodSetWithoutARobotIsStoredWithoutASignal();
+    void aPeriodSetWithoutAMemoryInterfaceIsStoredWithoutASignal();
 
     void theMinimumFollowsTheRobotsAnswer();
     void theMinimumIsAnnouncedOnChangeOnly();
@@ -67,7 +67,7 @@ struct WatchedRobot
 
 } // namespace
 
-void TestWatcher::startHandsTheRobotItsPeriods_data()
+void TestWatcher::startingSendsThePeriodsToTheRobot_data()
 {
     QTest::addColumn<int>("period");
     QTest::addColumn<bool>("ownPeriods");
@@ -76,10 +76,10 @@ void TestWatcher::startHandsTheRobotItsPeriods_data()
     QTest::newRow("each key at its own period") << 1000 << true << "startWatcher 1000 0";
     QTest::newRow("deliveries not faster than 200 ms") << 10 << false << "startWatcher 200 10";
     QTest::newRow("own periods, deliveries not faster than 200 ms") << 10 << true << "startWatcher 200 0";
-    QTest::newRow("just above the floor") << 201 << false << "startWatcher 201 201";
+    QTest::newRow("just above the minimum") << 201 << false << "startWatcher 201 201";
 }
 
-void TestWatcher::startHandsTheRobotItsPeriods()
+void TestWatcher::startingSendsThePeriodsToTheRobot()
 {
     QFETCH(int, period);
     QFETCH(bool, ownPeriods);
@@ -142,7 +142,7 @@ void TestWatcher::aFailedStartCanBeTriedAgain()
 
 void TestWatcher::stoppingDisconnectsThenStops()
 {
-    // The service sees that nobody listens any more when it is told to stop.
+    // The signal is disconnected before stopWatcher() is called.
     class ObservantMemory : public FakeMemoryInterface
     {
     public:
@@ -178,7 +178,7 @@ void TestWatcher::stoppingTwiceStopsOnce()
     QCOMPARE(robot.takeLog(), QStringList{"stopWatcher"});
 }
 
-void TestWatcher::stoppingDoesNotAskForTheConnection()
+void TestWatcher::stoppingDoesNotNeedTheConnection()
 {
     WatchedRobot robot;
     robot.model.startWatcher(false);
@@ -222,7 +222,7 @@ void TestWatcher::noBatchIsTakenInTwiceAfterTheInterfaceWasMissingAtTheStop()
     QCOMPARE(robot.takeLog(), QStringList{"keysUpdated"});
 }
 
-void TestWatcher::aStoppedWatcherTakesNothingIn()
+void TestWatcher::noBatchIsTakenInAfterTheStop()
 {
     WatchedRobot robot;
     robot.model.addKeys(keySet({"Arm"}));
@@ -265,7 +265,7 @@ void TestWatcher::aPeriodIsKeptWithinTheLimits()
     QCOMPARE(robot.model.samplingPeriod(), granted);
 }
 
-void TestWatcher::aNewPeriodIsGivenToTheRobotThenAnnounced()
+void TestWatcher::aNewPeriodIsSentToTheRobotThenAnnounced()
 {
     WatchedRobot robot;
     robot.model.startWatcher(false);
@@ -277,7 +277,7 @@ void TestWatcher::aNewPeriodIsGivenToTheRobotThenAnnounced()
              (QStringList{"setGatherPeriod 500", "setSamplingPeriod 500", "sampligPeriodUpdated 500"}));
 }
 
-void TestWatcher::theGatherPeriodHasAFloorOfItsOwn()
+void TestWatcher::theGatherPeriodHasItsOwnMinimum()
 {
     WatchedRobot robot;
     robot.setRealTime(true);
@@ -287,7 +287,7 @@ void TestWatcher::theGatherPeriodHasAFloorOfItsOwn()
     QCOMPARE(robot.takeLog(), (QStringList{"setGatherPeriod 200", "setSamplingPeriod 50", "sampligPeriodUpdated 50"}));
 }
 
-void TestWatcher::thePeriodInForceIsNotSetAgain()
+void TestWatcher::thePresentPeriodIsNotSetAgain()
 {
     WatchedRobot robot;
 
@@ -306,7 +306,7 @@ void TestWatcher::aPeriodReachesTheRobotWhetherOrNotTheWatcherRuns()
              (QStringList{"setGatherPeriod 500", "setSamplingPeriod 500", "sampligPeriodUpdated 500"}));
 }
 
-void TestWatcher::aPeriodSetWithoutARobotIsKeptInSilence()
+void TestWatcher::aPeriodSetWithoutARobotIsStoredWithoutASignal()
 {
     WatchedRobot robot;
     robot.connection.connected = false;
@@ -320,7 +320,7 @@ void TestWatcher::aPeriodSetWithoutARobotIsKeptInSilence()
     QCOMPARE(robot.takeLog(), QStringList{"startWatcher 500 500"});
 }
 
-void TestWatcher::aPeriodSetWithoutAMemoryInterfaceIsKeptInSilence()
+void TestWatcher::aPeriodSetWithoutAMemoryInterfaceIsStoredWithoutASignal()
 {
     WatchedRobot robot;
     robot.connection.memory.reset();

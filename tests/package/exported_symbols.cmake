@@ -1,5 +1,5 @@
 # The libraries export the documented interface and nothing else: the classes of the namespace, the hashes of the keys.
-# What is linked into them privately, such as the record text, does not show.
+# Libraries that are linked into them privately, such as recordtext, are not exported.
 string(REPLACE "," ";" libraries "${LIBRARIES}")
 foreach(library ${libraries})
     execute_process(COMMAND nm --dynamic --defined-only --demangle --format=posix "${library}"

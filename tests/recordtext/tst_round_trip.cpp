@@ -147,18 +147,18 @@ QVariant anyValue(QRandomGenerator& random)
 
 } // namespace
 
-/// What the writer writes, the reader returns.
+/// The reader returns the values that the writer wrote.
 class TestRoundTrip : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void specialValuesComeBack_data();
-    void specialValuesComeBack();
-    void anyTableComesBack();
+    void specialValuesAreReadBack_data();
+    void specialValuesAreReadBack();
+    void anyTableIsReadBack();
 };
 
-void TestRoundTrip::specialValuesComeBack_data()
+void TestRoundTrip::specialValuesAreReadBack_data()
 {
     using Limits = std::numeric_limits<double>;
     QTest::addColumn<QVariant>("value");
@@ -181,7 +181,7 @@ void TestRoundTrip::specialValuesComeBack_data()
     QTest::newRow("a text longer than a piece of the reader") << QVariant(QString(200000, QChar(0xe9)));
 }
 
-void TestRoundTrip::specialValuesComeBack()
+void TestRoundTrip::specialValuesAreReadBack()
 {
     QFETCH(QVariant, value);
 
@@ -189,7 +189,7 @@ void TestRoundTrip::specialValuesComeBack()
     compare({{value.toString()}, {{{1.0, value}}}});
 }
 
-void TestRoundTrip::anyTableComesBack()
+void TestRoundTrip::anyTableIsReadBack()
 {
     QRandomGenerator random(QRandomGenerator::global()->generate());
     const QDeadlineTimer time = fuzzTime();

@@ -12,11 +12,10 @@
 
 namespace Velk {
 
-/// What the displayed key set and the catalogue do, written for clarity and for nothing else: no sets, no sharing, no
-/// signals. It writes the same log as the product and a robot under the test's hand, and the same bytes as the record
-/// file.
+/// The displayed key set and the catalogue, written for clarity only: without sets, sharing and signals. It writes the
+/// same log as the product with a fake robot, and the same bytes as the record file.
 ///
-/// What it cannot know is the order of a set: it is told the order of the columns.
+/// It cannot know the order of a set, so the caller supplies the order of the columns.
 class ClearModel
 {
 public:
@@ -81,11 +80,11 @@ private:
     Keys m_selected;
     bool m_isConnected = false;
     bool m_isWatching = false;
-    bool m_isSubscribed = false; ///< to the batches; stays so when the memory interface is missing at the stop
+    bool m_isSubscribed = false; ///< to the batches; stays true when the memory interface is missing at the stop
     int m_period = 1000;
     int m_minimum = 200;
     int m_fetchCount = 0;
-    QList<Catalogue> m_catalogues; ///< those whose lists are not finished
+    QList<Catalogue> m_catalogues; ///< the catalogues whose lists are not finished
     int m_heldFetch = -1;          ///< the catalogue that the model holds, by its fetch
     bool m_isRecording = false;
     QByteArray m_file;

@@ -16,7 +16,7 @@ namespace Velk {
 using Samples = QMap<double, QVariant>;
 using Batch = QMap<QString, Samples>;
 
-/// The robot's memory service under the test's hand: it writes down what it is asked, and its lists finish when told.
+/// A memory service that the test controls: it logs the calls, and the test finishes its lists.
 class FakeMemoryInterface : public MemoryInterface
 {
 public:
@@ -48,14 +48,14 @@ public:
         m_answerMember = member;
     }
 
-    /// Answers the last isRealTimeSupported(), the way the contract says.
+    /// Answers the last isRealTimeSupported() as the contract requires.
     bool answerRealTimeSupported(bool supported)
     {
         return QMetaObject::invokeMethod(m_questioner, m_answerMember.constData(), Q_ARG(bool, supported));
     }
 
     int fetchCount() const { return int(m_microEventLists.size()); }
-    /// Finish the list of the newest fetch, or of an earlier one, counted from 0.
+    /// Finish the list of the newest fetch, or of the given one, counted from 0.
     void finishDataList(const QStringList& names, int fetch = -1) { finish(m_dataLists, names, fetch); }
     void finishEventList(const QStringList& names, int fetch = -1) { finish(m_eventLists, names, fetch); }
     void finishMicroEventList(const QStringList& names, int fetch = -1) { finish(m_microEventLists, names, fetch); }
@@ -112,7 +112,7 @@ private:
     Fetches m_microEventLists;
 };
 
-/// A connection under the test's hand.
+/// A connection that the test controls.
 class FakeConnectionManager : public ConnectionManager
 {
 public:
@@ -120,7 +120,7 @@ public:
         : ConnectionManager(parent)
         , memory(boost::make_shared<FakeMemoryInterface>(&log))
     {}
-    /// The models are children: they go while the log that their signals are written to is still there.
+    /// Deletes the models, which are children, while the log exists to which their signals are written.
     ~FakeConnectionManager() override { qDeleteAll(findChildren<QObject*>(QString(), Qt::FindDirectChildrenOnly)); }
 
     boost::shared_ptr<MemoryInterface> memoryInterface() override { return memory; }
@@ -142,8 +142,7 @@ public:
         emit disconnected();
     }
 
-    /// What happened since the last call: calls to the memory interface and, with logSignals(), signals, in their
-    /// order.
+    /// The calls to the memory interface since the last takeLog(), and the signals after logSignals(), in their order.
     QStringList takeLog()
     {
         QStringList lines;

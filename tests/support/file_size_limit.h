@@ -6,7 +6,7 @@
 
 namespace Velk {
 
-/// A full disk: while it lives, no file of this process can grow beyond the given number of bytes.
+/// Simulates a full disk: while it lives, no file of this process can grow beyond the given number of bytes.
 class FileSizeLimit
 {
 public:

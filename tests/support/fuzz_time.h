@@ -6,7 +6,7 @@
 
 namespace Velk {
 
-/// How long a randomised test goes on: a second, or as many as the environment says (MEMORYKEYMODEL_FUZZ_SECONDS).
+/// How long a randomised test runs: one second, or the seconds in the environment variable MEMORYKEYMODEL_FUZZ_SECONDS.
 inline QDeadlineTimer fuzzTime()
 {
     return QDeadlineTimer(1000 * qMax(1, qEnvironmentVariableIntValue("MEMORYKEYMODEL_FUZZ_SECONDS")));

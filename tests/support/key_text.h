@@ -84,7 +84,7 @@ inline DisplayedMemoryKey displayedKey(const DisplayedMemoryKeyListModel& model,
     return *keys.constFind(DisplayedMemoryKey(key(name)));
 }
 
-/// Writes every signal of the model to its connection's log, where the calls to the memory interface are too.
+/// Writes every signal of the model to the log of its connection, which has the calls to the memory interface too.
 inline void logSignals(DisplayedMemoryKeyListModel& model, FakeConnectionManager& connection)
 {
     using Model = DisplayedMemoryKeyListModel;

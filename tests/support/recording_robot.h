@@ -8,14 +8,14 @@
 
 namespace Velk {
 
-/// A displayed key set on a robot that is connected, and what it records.
+/// A displayed key set on a connected robot, and its record file.
 struct RecordingRobot
 {
     explicit RecordingRobot(const QStringList& names)
         : model(&connection)
     {
         connection.connected = true;
-        // One call for each key: the order of the columns is the set's, whatever it is.
+        // One call for each key: the columns have the order of the resulting set.
         for (const QString& name : names)
             model.addKeys(keySet({name}));
         logSignals(model, connection);
@@ -45,7 +45,7 @@ struct RecordingRobot
         return line + '\n';
     }
 
-    /// What the file that is recorded to holds, written or not.
+    /// The content of the record file, including the bytes that are still buffered.
     QByteArray recorded() const
     {
         QTemporaryFile* const file = recordFile();

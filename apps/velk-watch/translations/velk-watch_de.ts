@@ -694,6 +694,17 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
     </message>
 </context>
 <context>
+    <name>Velk::PlotCanvas</name>
+    <message>
+        <source>Seconds before now</source>
+        <translation>Sekunden vor jetzt</translation>
+    </message>
+    <message>
+        <source>Seconds before now (frozen)</source>
+        <translation>Sekunden vor jetzt (angehalten)</translation>
+    </message>
+</context>
+<context>
     <name>Velk::PlotCurve</name>
     <message>
         <source>event</source>
@@ -760,6 +771,20 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
     </message>
 </context>
 <context>
+    <name>Velk::PlotReadings</name>
+    <message>
+        <source>%1 s before now</source>
+        <translation>vor %1 s</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und %n weiterer</numerusform>
+            <numerusform>und %n weitere</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Velk::PlotView</name>
     <message>
         <source>Plot of the watched keys</source>
@@ -772,31 +797,6 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
     <message>
         <source>The keys that are shown have no value yet that can be plotted.</source>
         <translation>Die gezeigten Schlüssel haben noch keinen Wert, der sich zeichnen lässt.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::PlotCanvas</name>
-    <message>
-        <source>Seconds before now</source>
-        <translation>Sekunden vor jetzt</translation>
-    </message>
-    <message>
-        <source>Seconds before now (frozen)</source>
-        <translation>Sekunden vor jetzt (angehalten)</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::PlotReadings</name>
-    <message>
-        <source>%1 s before now</source>
-        <translation>vor %1 s</translation>
-    </message>
-    <message numerus="yes">
-        <source>and %n more</source>
-        <translation>
-            <numerusform>und %n weiterer</numerusform>
-            <numerusform>und %n weitere</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -979,7 +979,7 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     </message>
 </context>
 <context>
-    <name>Velk::RedisKeySettler</name>
+    <name>Velk::RedisKeyResolver</name>
     <message>
         <source>Redis: value too long</source>
         <translation>Redis: Wert zu lang</translation>

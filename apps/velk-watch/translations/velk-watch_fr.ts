@@ -694,6 +694,17 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
     </message>
 </context>
 <context>
+    <name>Velk::PlotCanvas</name>
+    <message>
+        <source>Seconds before now</source>
+        <translation>Secondes avant maintenant</translation>
+    </message>
+    <message>
+        <source>Seconds before now (frozen)</source>
+        <translation>Secondes avant maintenant (figé)</translation>
+    </message>
+</context>
+<context>
     <name>Velk::PlotCurve</name>
     <message>
         <source>event</source>
@@ -760,6 +771,20 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
     </message>
 </context>
 <context>
+    <name>Velk::PlotReadings</name>
+    <message>
+        <source>%1 s before now</source>
+        <translation>il y a %1 s</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>et %n autre</numerusform>
+            <numerusform>et %n autres</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Velk::PlotView</name>
     <message>
         <source>Plot of the watched keys</source>
@@ -772,31 +797,6 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
     <message>
         <source>The keys that are shown have no value yet that can be plotted.</source>
         <translation>Les clés montrées n’ont pas encore de valeur que l’on puisse tracer.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::PlotCanvas</name>
-    <message>
-        <source>Seconds before now</source>
-        <translation>Secondes avant maintenant</translation>
-    </message>
-    <message>
-        <source>Seconds before now (frozen)</source>
-        <translation>Secondes avant maintenant (figé)</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::PlotReadings</name>
-    <message>
-        <source>%1 s before now</source>
-        <translation>il y a %1 s</translation>
-    </message>
-    <message numerus="yes">
-        <source>and %n more</source>
-        <translation>
-            <numerusform>et %n autre</numerusform>
-            <numerusform>et %n autres</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -979,7 +979,7 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     </message>
 </context>
 <context>
-    <name>Velk::RedisKeySettler</name>
+    <name>Velk::RedisKeyResolver</name>
     <message>
         <source>Redis: value too long</source>
         <translation>Redis : valeur trop longue</translation>

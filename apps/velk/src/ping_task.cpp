@@ -36,7 +36,7 @@ void PingTask::onListed(const MemoryKeyListModel& catalogue)
             self->addLine(QStringLiteral("server"), server.join(QStringLiteral(", ")));
             self->addLine(QStringLiteral("round trip"), QStringLiteral("%1 ms, the longest of 20 %2 ms")
                                                             .arg(report.roundTripMedianMs, 0, 'f', 3)
-                                                            .arg(report.roundTripMaximumMs, 0, 'f', 3));
+                                                            .arg(report.roundTripLongestMs, 0, 'f', 3));
             self->addLine(QStringLiteral("clock"),
                           QStringLiteral("%1%2 s against this computer's")
                               .arg(report.clockOffsetSeconds < 0 ? QString() : QStringLiteral("+"))

@@ -26,7 +26,8 @@ RedisConnection::RedisConnection(const RedisUrl& url, const RedisHandshake& hand
     connect(&m_pingTimer, &QTimer::timeout, this, &RedisConnection::ping);
     m_pongTimer.setSingleShot(true);
     connect(&m_pongTimer, &QTimer::timeout, this, &RedisConnection::onPongMissing);
-    m_session.openDetour = [this](const NetworkAddress& address) { return RedisConnector::socketTo(m_url, address); };
+    m_session.setRedirectionTimeout(m_url.pongTimeoutMs());
+    m_session.openNode = [this](const NetworkAddress& address) { return RedisConnector::socketTo(m_url, address); };
     connect(&m_session, &RedisSession::refused, this, &RedisConnection::onRefused);
     connect(&m_session, &RedisSession::reported, this, &RedisConnection::report);
 }
@@ -83,7 +84,7 @@ void RedisConnection::onAttemptFailed(const QString& title, const QString& messa
 {
     m_connector.release()->deleteLater(); // it is emitting
     if (m_isEstablished) {
-        lose(title, message); // it was on its way to another node
+        lose(title, message); // it was following a redirection
         return;
     }
     retryLater();
@@ -103,7 +104,7 @@ void RedisConnection::onRefused(const RedisError& error)
         return;
     case RedisError::Ask:
     case RedisError::TryAgain:
-        return; // the keys are on their way, and what was asked for is asked for again
+        return; // the keys are being moved: callers run their commands again
     case RedisError::Password:
     case RedisError::Unavailable:
         lose(error.title(), error.message(m_session.server()));
@@ -137,7 +138,7 @@ void RedisConnection::lose(const QString& title, const QString& message)
         return;
     m_isEstablished = false;
     m_connector.reset();
-    // The keys' owners hear of it while their session is still the one they know.
+    // Receivers of lost() still find the session that they know.
     const QPointer<RedisConnection> self(this);
     const QString titleText = title;
     const QString messageText = message;

@@ -19,8 +19,8 @@ struct Prefix
     RedisError::Kind kind;
 };
 
-// NOAUTH is answered to who gave no password, WRONGPASS to who gave a wrong one; servers with one password for all say
-// so in words only.
+// NOAUTH: no password was given. WRONGPASS: a wrong one was. Servers with one password for all users have no code for
+// it, only words.
 constexpr std::array<Prefix, 16> prefixes = {{
     {"MOVED ", RedisError::Moved},
     {"ASK ", RedisError::Ask},
@@ -61,6 +61,8 @@ RedisError RedisError::of(QByteArrayView reply)
         if (colon == -1 || error.port == 0)
             error.kind = Other;
     }
+    if (error.kind == Oversize)
+        error.valueBytes = qMax<qint64>(1, error.text.split(' ').value(1).toLongLong());
     return error;
 }
 
@@ -117,8 +119,7 @@ QString RedisError::message(const QString& server) const
                 .arg(server, said);
         return tr("%1 cannot serve the robot now (%2). It is asked again.").arg(server, said);
     case Oversize:
-        return tr("A value on %1 is too long to be shown (%2 bytes).")
-            .arg(server, said.section(QLatin1Char(' '), 1, 1));
+        return tr("A value on %1 is too long to be shown (%2 bytes).").arg(server, QString::number(valueBytes));
     case NoSuchKey:
     case Other:
         break;

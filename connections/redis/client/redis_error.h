@@ -7,7 +7,7 @@
 
 namespace Velk {
 
-/// What an error reply says, as far as it matters what is done about it.
+/// An error reply, classified by how it is handled.
 struct RedisError
 {
     enum Kind
@@ -28,6 +28,7 @@ struct RedisError
     QByteArray text;
     QString host; ///< empty: the host that answered
     quint16 port = 0;
+    qint64 valueBytes = 0; ///< Oversize: the length of the value that was taken out, at least 1
 
     static RedisError of(QByteArrayView reply);
 

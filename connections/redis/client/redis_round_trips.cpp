@@ -8,20 +8,17 @@ namespace Velk {
 
 RedisRoundTrips::RedisRoundTrips(RedisSession* session, QObject* parent)
     : QObject(parent)
-    , m_session(session)
+    , m_inquiry(session)
 {
-    connect(session, &RedisSession::replaced, this, [this] {
-        m_timesMs.clear();
-        if (m_done)
-            ping();
-    });
+    connect(&m_inquiry, &RedisInquiry::finished, this, &RedisRoundTrips::onFinished);
+    connect(&m_inquiry, &RedisInquiry::interrupted, this, &RedisRoundTrips::start);
 }
 
 void RedisRoundTrips::measure(std::function<void(const std::vector<double>&)> done)
 {
     m_done = std::move(done);
-    m_timesMs.clear();
-    ping();
+    m_inquiry.cancel();
+    start();
 }
 
 double RedisRoundTrips::percentile99(const std::vector<double>& sortedMs)
@@ -30,19 +27,27 @@ double RedisRoundTrips::percentile99(const std::vector<double>& sortedMs)
     return sortedMs.empty() ? 0.0 : sortedMs[rank - 1];
 }
 
+void RedisRoundTrips::start()
+{
+    m_timesMs.clear();
+    ping();
+}
+
 void RedisRoundTrips::ping()
 {
     m_clock.start();
-    m_session->send(this, {"PING"}, [this](const RedisReply&) {
+    m_inquiry.ask({"PING"}, [this](const RedisReply&) {
         m_timesMs.push_back(double(m_clock.nsecsElapsed()) / 1e6);
-        if (m_timesMs.size() < count) {
+        if (m_timesMs.size() < count)
             ping();
-            return;
-        }
-        std::sort(m_timesMs.begin(), m_timesMs.end());
-        // Last statement on purpose: whoever is told may delete this object.
-        std::exchange(m_done, nullptr)(m_timesMs);
     });
+}
+
+void RedisRoundTrips::onFinished()
+{
+    std::sort(m_timesMs.begin(), m_timesMs.end());
+    // Last statement on purpose: the receiver may delete this object.
+    std::exchange(m_done, nullptr)(m_timesMs);
 }
 
 } // namespace Velk

@@ -1,7 +1,7 @@
 #ifndef CONNECTIONS_REDIS_CLIENT_REDIS_ROUND_TRIPS_H
 #define CONNECTIONS_REDIS_CLIENT_REDIS_ROUND_TRIPS_H
 
-#include "redis_session.h"
+#include "redis_inquiry.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -19,18 +19,20 @@ class RedisRoundTrips : public QObject
 public:
     explicit RedisRoundTrips(RedisSession* session, QObject* parent = nullptr);
 
-    /// Measures and tells the times in milliseconds, ascending; `done` does not come when this object is deleted.
-    /// A connection that is replaced meanwhile is measured from the start.
+    /// Measures, and calls `done` with the times in milliseconds, ascending; not when this object is deleted before. A
+    /// connection that is replaced meanwhile is measured from the start.
     void measure(std::function<void(const std::vector<double>&)> done);
 
     static constexpr int count = 20;
-    /// The smallest of the sorted times that 99 of 100 do not exceed.
+    /// The smallest of the sorted times that 99 of 100 do not exceed: the longest of up to 100.
     static double percentile99(const std::vector<double>& sortedMs);
 
 private:
+    void start();
     void ping();
+    void onFinished();
 
-    RedisSession* m_session;
+    RedisInquiry m_inquiry;
     QElapsedTimer m_clock;
     std::vector<double> m_timesMs;
     std::function<void(const std::vector<double>&)> m_done;

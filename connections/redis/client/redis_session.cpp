@@ -7,68 +7,74 @@
 
 namespace Velk {
 
-struct RedisSession::Errand
+namespace {
+
+constexpr int usualRedirectionTimeoutMs = 1000;
+
+bool isAboutOneKey(const RedisError& error)
+{
+    return error.kind == RedisError::WrongType || error.kind == RedisError::Oversize ||
+           error.kind == RedisError::NoSuchKey;
+}
+
+} // namespace
+
+struct RedisSession::RedirectedCommand
 {
     QPointer<QObject> asker;
-    QByteArray command;
+    QByteArray text;
     RedisSocket::Callback callback;
-    QByteArray refusal;
+    QByteArray refusal; // the error that redirected it
 };
 
 RedisSession::RedisSession(QObject* parent)
     : QObject(parent)
-{}
+{
+    m_redirectionTimer.setSingleShot(true);
+    m_redirectionTimer.setInterval(usualRedirectionTimeoutMs);
+    connect(&m_redirectionTimer, &QTimer::timeout, this, &RedisSession::failRedirectedCommands);
+}
 
 RedisSession::~RedisSession() = default;
 
 void RedisSession::setSocket(RedisSocket* socket)
 {
     m_socket = socket;
-    m_errands.clear();
-    if (m_detour) {
-        m_detour->disconnect(this);
-        m_detour.release()->deleteLater(); // it may be emitting
-    }
+    ++m_generation;
+    m_redirectedCommands.clear();
+    dropAskedNode();
     emit replaced();
 }
 
-void RedisSession::send(QObject* asker, const QByteArrayList& command, RedisSocket::Callback callback)
+void RedisSession::send(QObject* asker, const QByteArrayList& command, RedisSocket::Callback callback,
+                        Permissions permissions)
 {
-    run(asker, RedisSocket::formatted(command), false, std::move(callback));
+    sendFormatted(asker, RedisSocket::formatted(command), std::move(callback), permissions);
 }
 
-void RedisSession::ask(QObject* asker, const QByteArrayList& command, RedisSocket::Callback callback)
-{
-    run(asker, RedisSocket::formatted(command), true, std::move(callback));
-}
-
-void RedisSession::sendFormatted(QObject* asker, const QByteArray& command, RedisSocket::Callback callback)
-{
-    run(asker, command, false, std::move(callback));
-}
-
-void RedisSession::run(QObject* asker, const QByteArray& command, bool isQuestion, RedisSocket::Callback callback)
+void RedisSession::sendFormatted(QObject* asker, const QByteArray& command, RedisSocket::Callback callback,
+                                 Permissions permissions)
 {
     if (!m_socket)
         return;
-    m_socket->sendFormatted(command, [self = QPointer<RedisSession>(this), asked = m_socket,
-                                      asker = QPointer<QObject>(asker), command, isQuestion,
+    m_socket->sendFormatted(command, [self = QPointer<RedisSession>(this), generation = m_generation,
+                                      asker = QPointer<QObject>(asker), command, permissions,
                                       callback = std::move(callback)](const RedisReply& reply) {
-        if (!self || self->m_socket != asked)
+        if (!self || self->m_generation != generation)
             return;
         if (reply.isError()) {
             const RedisError error = RedisError::of(reply.view());
-            if (error.kind == RedisError::Ask && asker && self->openDetour) {
-                self->runErrand({error.host.isEmpty() ? asked->address().host : error.host, error.port},
-                                std::make_shared<Errand>(Errand{asker, command, callback, reply.bytes()}));
+            if (error.kind == RedisError::Ask && asker && self->openNode) {
+                const NetworkAddress node = {error.host.isEmpty() ? self->m_socket->address().host : error.host,
+                                             error.port};
+                self->runAtAskedNode(node, std::make_shared<RedirectedCommand>(
+                                               RedirectedCommand{asker, command, callback, reply.bytes()}));
                 return;
             }
-            const bool isAboutOneKey = error.kind == RedisError::WrongType || error.kind == RedisError::Oversize ||
-                                       error.kind == RedisError::NoSuchKey;
-            const bool isAnswer = isQuestion && error.kind == RedisError::Permission;
-            if (!isAboutOneKey && !isAnswer)
+            const bool isAnswer = permissions == ProbeGranted && error.kind == RedisError::Permission;
+            if (!isAboutOneKey(error) && !isAnswer)
                 emit self->refused(error);
-            if (!self || self->m_socket != asked)
+            if (!self || self->m_generation != generation)
                 return;
         }
         if (asker)
@@ -76,39 +82,61 @@ void RedisSession::run(QObject* asker, const QByteArray& command, bool isQuestio
     });
 }
 
-void RedisSession::runErrand(const NetworkAddress& address, const std::shared_ptr<Errand>& errand)
+void RedisSession::runAtAskedNode(const NetworkAddress& address, const std::shared_ptr<RedirectedCommand>& command)
 {
-    if (!m_detour || !(m_detour->address() == address)) {
-        failErrands();
-        m_detour = openDetour(address);
-        connect(m_detour.get(), &RedisSocket::failed, this, &RedisSession::failErrands);
+    if (!m_askedNode || !(m_askedNode->address() == address)) {
+        failRedirectedCommands();
+        m_askedNode = openNode(address);
+        connect(m_askedNode.get(), &RedisSocket::failed, this, &RedisSession::failRedirectedCommands);
     }
-    m_errands.push_back(errand);
-    m_detour->send({"ASKING"}, RedisSocket::Callback());
-    m_detour->sendFormatted(errand->command, [this, errand](const RedisReply& reply) {
-        m_errands.erase(std::remove(m_errands.begin(), m_errands.end(), errand), m_errands.end());
-        if (errand->asker)
-            errand->callback(reply);
+    m_redirectedCommands.push_back(command);
+    if (!m_redirectionTimer.isActive())
+        m_redirectionTimer.start();
+    m_askedNode->send({"ASKING"}, RedisSocket::Callback());
+    // A node that was dropped is deleted later and may answer until then.
+    m_askedNode->sendFormatted(command->text, [self = QPointer<RedisSession>(this), node = m_askedNode.get(),
+                                               command](const RedisReply& reply) {
+        if (self && self->m_askedNode.get() == node)
+            self->onRedirectedReply(command, reply);
     });
 }
 
-// Those who wait get the refusal that sent their commands on the detour: they ask again sooner or later.
-void RedisSession::failErrands()
+void RedisSession::onRedirectedReply(const std::shared_ptr<RedirectedCommand>& command, const RedisReply& reply)
 {
-    if (m_detour) {
-        m_detour->disconnect(this);
-        m_detour.release()->deleteLater(); // it may be emitting
-    }
-    const std::vector<std::shared_ptr<Errand>> errands = std::exchange(m_errands, {});
+    m_redirectedCommands.erase(std::remove(m_redirectedCommands.begin(), m_redirectedCommands.end(), command),
+                               m_redirectedCommands.end());
+    if (m_redirectedCommands.empty())
+        m_redirectionTimer.stop();
+    else
+        m_redirectionTimer.start();
+    if (command->asker)
+        command->callback(reply);
+}
+
+// Pending callers get the ASK error itself: they run their commands again sooner or later.
+void RedisSession::failRedirectedCommands()
+{
+    dropAskedNode();
+    const std::vector<std::shared_ptr<RedirectedCommand>> commands = std::exchange(m_redirectedCommands, {});
     const QPointer<RedisSession> self(this);
-    for (const std::shared_ptr<Errand>& errand : errands) {
+    const int generation = m_generation;
+    for (const std::shared_ptr<RedirectedCommand>& command : commands) {
         redisReply refusal = {};
         refusal.type = REDIS_REPLY_ERROR;
-        refusal.str = errand->refusal.data();
-        refusal.len = std::size_t(errand->refusal.size());
-        if (self && errand->asker)
-            errand->callback(RedisReply(&refusal));
+        refusal.str = command->refusal.data();
+        refusal.len = std::size_t(command->refusal.size());
+        if (self && m_generation == generation && command->asker)
+            command->callback(RedisReply(&refusal));
     }
+}
+
+void RedisSession::dropAskedNode()
+{
+    m_redirectionTimer.stop();
+    if (!m_askedNode)
+        return;
+    m_askedNode->disconnect(this);
+    m_askedNode.release()->deleteLater(); // it may be emitting
 }
 
 } // namespace Velk

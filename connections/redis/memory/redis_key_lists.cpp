@@ -1,5 +1,7 @@
 #include "redis_key_lists.h"
 
+#include <QTimer>
+
 #include <utility>
 
 namespace Velk {
@@ -7,17 +9,13 @@ namespace Velk {
 namespace {
 
 const QByteArray namesPerPortion = "5000";
+constexpr int movingPauseMs = 250;
 
 } // namespace
 
 RedisKeyLists::RedisKeyLists(RedisSession* session)
     : m_session(session)
-{
-    connect(session, &RedisSession::replaced, this, [this] {
-        for (FetchRef fetch = m_fetches.begin(); fetch != m_fetches.end(); ++fetch)
-            ask(fetch);
-    });
-}
+{}
 
 RedisKeyLists::~RedisKeyLists()
 {
@@ -26,9 +24,9 @@ RedisKeyLists::~RedisKeyLists()
 
 QFuture<QStringList> RedisKeyLists::fetch(const QByteArray& indexKey)
 {
-    m_fetches.emplace_back();
+    m_fetches.emplace_back(m_session, indexKey);
     const FetchRef fetch = std::prev(m_fetches.end());
-    fetch->indexKey = indexKey;
+    connect(&fetch->inquiry, &RedisInquiry::interrupted, this, [this, fetch] { ask(fetch); });
     fetch->promise.start();
     const QFuture<QStringList> future = fetch->promise.future();
     ask(fetch);
@@ -44,9 +42,9 @@ void RedisKeyLists::finishAll()
 void RedisKeyLists::ask(FetchRef fetch)
 {
     fetch->names.clear();
-    m_session->send(this, {"SCARD", fetch->indexKey}, [this, fetch](const RedisReply& reply) {
+    fetch->inquiry.ask({"SCARD", fetch->indexKey}, [this, fetch](const RedisReply& reply) {
         if (reply.isError())
-            finishUnreadable(fetch, reply);
+            onError(fetch, reply);
         else if (reply.integer() > maxNamesAtOnce)
             scan(fetch, "0");
         else
@@ -56,9 +54,9 @@ void RedisKeyLists::ask(FetchRef fetch)
 
 void RedisKeyLists::askAll(FetchRef fetch)
 {
-    m_session->send(this, {"SMEMBERS", fetch->indexKey}, [this, fetch](const RedisReply& reply) {
+    fetch->inquiry.ask({"SMEMBERS", fetch->indexKey}, [this, fetch](const RedisReply& reply) {
         if (reply.isError()) {
-            finishUnreadable(fetch, reply);
+            onError(fetch, reply);
             return;
         }
         QStringList names;
@@ -77,31 +75,33 @@ void RedisKeyLists::askAll(FetchRef fetch)
 
 void RedisKeyLists::scan(FetchRef fetch, const QByteArray& cursor)
 {
-    m_session->send(this, {"SSCAN", fetch->indexKey, cursor, "COUNT", namesPerPortion},
-                    [this, fetch](const RedisReply& reply) {
-                        if (reply.isError()) {
-                            finishUnreadable(fetch, reply);
-                            return;
-                        }
-                        const RedisReply names = reply.at(1);
-                        for (qsizetype i = 0; i < names.size(); ++i) {
-                            if (names.at(i).isText())
-                                fetch->names.insert(names.at(i).text());
-                        }
-                        const QByteArray next = reply.at(0).bytes();
-                        if (next.isEmpty() || next == "0")
-                            finish(fetch, fetch->names.values());
-                        else
-                            scan(fetch, next);
-                    });
+    fetch->inquiry.ask({"SSCAN", fetch->indexKey, cursor, "COUNT", namesPerPortion},
+                       [this, fetch](const RedisReply& reply) {
+                           if (reply.isError()) {
+                               onError(fetch, reply);
+                               return;
+                           }
+                           const RedisReply names = reply.at(1);
+                           for (qsizetype i = 0; i < names.size(); ++i) {
+                               if (names.at(i).isText())
+                                   fetch->names.insert(names.at(i).text());
+                           }
+                           const QByteArray next = reply.at(0).bytes();
+                           if (next.isEmpty() || next == "0")
+                               finish(fetch, fetch->names.values());
+                           else
+                               scan(fetch, next);
+                       });
 }
 
-void RedisKeyLists::finishUnreadable(FetchRef fetch, const RedisReply& reply)
+void RedisKeyLists::onError(FetchRef fetch, const RedisReply& reply)
 {
     const RedisError error = RedisError::of(reply.view());
-    // The connection goes to another node and the names are asked for again there.
-    if (error.kind == RedisError::Moved || error.kind == RedisError::Ask || error.kind == RedisError::TryAgain)
+    if (error.kind == RedisError::Ask || error.kind == RedisError::TryAgain) {
+        // The set is being moved to another node, or the node there does not answer.
+        QTimer::singleShot(movingPauseMs, &fetch->inquiry, [this, fetch] { ask(fetch); });
         return;
+    }
     if (error.kind == RedisError::WrongType)
         m_session->report(error.title(),
                           tr("The key %1 on %2 is not a set, so the robot's keys cannot be listed. Check which program "

@@ -1,7 +1,7 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
 
-#include <connections/redis/client/redis_session.h>
+#include <connections/redis/client/redis_inquiry.h>
 
 #include <QFuture>
 #include <QObject>
@@ -35,6 +35,12 @@ public:
 private:
     struct Fetch
     {
+        Fetch(RedisSession* session, const QByteArray& key)
+            : inquiry(session)
+            , indexKey(key)
+        {}
+
+        RedisInquiry inquiry;
         QByteArray indexKey;
         QPromise<QStringList> promise;
         QSet<QString> names;
@@ -45,7 +51,7 @@ private:
     void askAll(FetchRef fetch);
     void scan(FetchRef fetch, const QByteArray& cursor);
     void finish(FetchRef fetch, const QStringList& names);
-    void finishUnreadable(FetchRef fetch, const RedisReply& reply);
+    void onError(FetchRef fetch, const RedisReply& reply);
 
     RedisSession* m_session;
     std::list<Fetch> m_fetches;

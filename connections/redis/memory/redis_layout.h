@@ -1,6 +1,8 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_LAYOUT_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_LAYOUT_H
 
+#include <connections/link/key_kind.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -15,8 +17,8 @@ namespace Velk {
 ///     mem:{r}:m:NAME   a micro-event key: a stream with the fields t and v
 ///     mem:{r}:meta     a hash about the robot: realtime (0 or 1), name, started
 ///
-/// Every kind has keys of its own, so one name may be of several kinds: whoever watches it gets the samples of all of
-/// them. t is seconds since the epoch; where it is missing, the millisecond of the entry's id stands in.
+/// Every kind has keys of its own, so one name may be of several kinds: viewers of it get the samples of all of them.
+/// t is seconds since the Unix epoch; where it is missing, the millisecond of the entry's id is the time.
 class RedisLayout
 {
 public:
@@ -25,13 +27,16 @@ public:
     {}
 
     QByteArray metadata() const { return m_prefix + "meta"; }
-    QByteArray dataIndex() const { return m_prefix + "data"; }
-    QByteArray eventIndex() const { return m_prefix + "event"; }
-    QByteArray microEventIndex() const { return m_prefix + "microevent"; }
-
-    QByteArray data(const QByteArray& name) const { return m_prefix + "v:" + name; }
-    QByteArray event(const QByteArray& name) const { return m_prefix + "e:" + name; }
-    QByteArray microEvent(const QByteArray& name) const { return m_prefix + "m:" + name; }
+    /// The set of the names of a kind.
+    QByteArray index(KeyKind kind) const
+    {
+        return m_prefix + (kind == KeyKind::Data ? "data" : kind == KeyKind::Event ? "event" : "microevent");
+    }
+    /// The key that holds the value or the occurrences of a name.
+    QByteArray key(KeyKind kind, const QByteArray& name) const
+    {
+        return m_prefix + (kind == KeyKind::Data ? "v:" : kind == KeyKind::Event ? "e:" : "m:") + name;
+    }
 
 private:
     QByteArray m_prefix;

@@ -1,9 +1,5 @@
 #include "redis_memory_interface.h"
 
-#include "redis_plain_keys.h"
-
-#include <connections/redis/client/redis_round_trips.h>
-
 #include <QMetaObject>
 
 #include <utility>
@@ -26,14 +22,11 @@ QFuture<QStringList> emptyList()
 } // namespace
 
 RedisMemoryInterface::RedisMemoryInterface(RedisSession* session, const RedisUrl& url, const RedisMetadata& metadata,
-                                           std::shared_ptr<RedisSamplingHistory> history)
-    : m_session(session)
-    , m_layout(url.robot())
-    , m_isPlain(url.isPlain())
-    , m_metadata(metadata)
-    , m_lists(std::make_unique<RedisKeyLists>(session))
-    , m_plainKeys(m_isPlain ? std::make_unique<RedisPlainKeys>(session, url.plainPattern().toUtf8()) : nullptr)
-    , m_sampler(std::make_unique<RedisSampler>(session, m_layout, std::move(history)))
+                                           std::shared_ptr<RedisCarryOver> carryOver)
+    : m_realTimeSupport(metadata.isRealTimeSupported)
+    , m_roundTrips(std::make_unique<RedisRoundTrips>(session))
+    , m_keySpace(RedisKeySpace::create(session, url))
+    , m_sampler(std::make_unique<RedisSampler>(session, std::move(carryOver)))
 {
     connect(m_sampler.get(), &RedisSampler::gathered, this, &RedisMemoryInterface::dataGathered);
 }
@@ -45,40 +38,47 @@ void RedisMemoryInterface::end(bool comesBack)
     if (!m_sampler)
         return;
     const std::unique_ptr<RedisSampler> sampler = std::move(m_sampler);
-    const std::unique_ptr<RedisKeyLists> lists = std::move(m_lists);
-    const std::unique_ptr<RedisPlainKeys> plainKeys = std::move(m_plainKeys);
-    lists->finishAll();
-    if (plainKeys)
-        plainKeys->finishAll();
+    const std::unique_ptr<RedisKeySpace> keySpace = std::move(m_keySpace);
+    keySpace->finishLists();
+    m_roundTrips.reset();
+    m_realTimeSupport = false;
+    if (!m_askers.empty())
+        answerAskers(false);
     if (comesBack)
         sampler->endForReconnection();
 }
 
+std::vector<QByteArrayList> RedisMemoryInterface::neededCommands() const
+{
+    return m_keySpace ? m_keySpace->neededCommands() : std::vector<QByteArrayList>();
+}
+
+QFuture<QStringList> RedisMemoryInterface::fetchNames(KeyKind kind)
+{
+    return m_keySpace ? m_keySpace->fetchNames(kind) : emptyList();
+}
+
 QFuture<QStringList> RedisMemoryInterface::getDataList()
 {
-    if (m_plainKeys)
-        return m_plainKeys->fetchData();
-    return m_lists ? m_lists->fetch(m_layout.dataIndex()) : emptyList();
+    return fetchNames(KeyKind::Data);
 }
 
 QFuture<QStringList> RedisMemoryInterface::getEventList()
 {
-    if (m_plainKeys)
-        return m_plainKeys->fetchEvents();
-    return m_lists ? m_lists->fetch(m_layout.eventIndex()) : emptyList();
+    return fetchNames(KeyKind::Event);
 }
 
 QFuture<QStringList> RedisMemoryInterface::getMicroEventList()
 {
-    return m_lists && !m_isPlain ? m_lists->fetch(m_layout.microEventIndex()) : emptyList();
+    return fetchNames(KeyKind::MicroEvent);
 }
 
 void RedisMemoryInterface::watchKey(const QString& name, int period)
 {
     if (!m_sampler)
         return;
-    const QByteArray raw = rawName(name);
-    m_sampler->watch(name, raw, sourcesOf(raw), period);
+    const QByteArray rawName = m_keySpace->rawName(name);
+    m_sampler->watch(name, rawName, m_keySpace->sourcesOf(rawName), period);
 }
 
 void RedisMemoryInterface::unwatchKey(const QString& name)
@@ -119,44 +119,28 @@ void RedisMemoryInterface::setSamplingPeriod(int period)
 
 void RedisMemoryInterface::isRealTimeSupported(QObject* receiver, const char* member)
 {
-    const std::optional<bool> said = m_sampler && m_session ? m_metadata.isRealTimeSupported : false;
-    if (said) {
-        answer(receiver, member, *said);
+    m_askers.push_back({receiver, member});
+    if (m_realTimeSupport || !m_roundTrips) {
+        answerAskers(m_realTimeSupport.value_or(false));
         return;
     }
-    auto* const roundTrips = new RedisRoundTrips(m_session, this);
-    roundTrips->measure([this, roundTrips, receiver = QPointer<QObject>(receiver),
-                         member = QByteArray(member)](const std::vector<double>& timesMs) {
-        roundTrips->deleteLater();
-        if (receiver)
-            answer(receiver, member, RedisRoundTrips::percentile99(timesMs) < realTimeRoundTripMs);
+    if (m_askers.size() > 1)
+        return; // it is being measured
+    m_roundTrips->measure([this](const std::vector<double>& timesMs) {
+        answerAskers(RedisRoundTrips::percentile99(timesMs) < realTimeRoundTripMs);
     });
 }
 
-// Never from within the question: the answer can come at any time later, and whoever asks is not ready for it sooner.
-void RedisMemoryInterface::answer(QObject* receiver, const QByteArray& member, bool isSupported)
+void RedisMemoryInterface::answerAskers(bool isSupported)
 {
-    QMetaObject::invokeMethod(receiver, member.constData(), Qt::QueuedConnection, Q_ARG(bool, isSupported));
+    // Queued: the receiver is not ready for the answer before it has asked.
+    for (const Asker& asker : std::exchange(m_askers, {})) {
+        if (asker.receiver)
+            QMetaObject::invokeMethod(asker.receiver, asker.member.constData(), Qt::QueuedConnection,
+                                      Q_ARG(bool, isSupported));
+    }
+    m_realTimeSupport = isSupported;
     emit realTimeAnswered(isSupported);
-}
-
-QByteArray RedisMemoryInterface::rawName(const QString& name) const
-{
-    return m_plainKeys ? m_plainKeys->rawName(name) : name.toUtf8();
-}
-
-std::vector<RedisSource> RedisMemoryInterface::sourcesOf(const QByteArray& rawName) const
-{
-    if (m_isPlain)
-        return RedisPlainKeys::sourcesOf(rawName);
-    std::vector<RedisSource> sources(3);
-    sources[0].nature = RedisSource::Data;
-    sources[0].key = m_layout.data(rawName);
-    sources[1].nature = RedisSource::Event;
-    sources[1].key = m_layout.event(rawName);
-    sources[2].nature = RedisSource::MicroEvent;
-    sources[2].key = m_layout.microEvent(rawName);
-    return sources;
 }
 
 } // namespace Velk

@@ -1,13 +1,12 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_MEMORY_INTERFACE_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_MEMORY_INTERFACE_H
 
-#include "redis_key_lists.h"
-#include "redis_layout.h"
+#include "redis_carry_over.h"
+#include "redis_key_space.h"
 #include "redis_metadata.h"
 #include "redis_sampler.h"
-#include "redis_sampling_history.h"
 
-#include <connections/redis/client/redis_session.h>
+#include <connections/redis/client/redis_round_trips.h>
 #include <connections/redis/client/redis_url.h>
 #include <robotconnection/memory_interface.h>
 
@@ -18,10 +17,8 @@
 
 namespace Velk {
 
-class RedisPlainKeys;
-
 /// The memory service of one connection. After end() it answers every call with what the contract allows of a service
-/// that fails, so that whoever still holds it comes to no harm.
+/// that fails, for callers that still hold it.
 class RedisMemoryInterface : public MemoryInterface
 {
     Q_OBJECT
@@ -30,12 +27,15 @@ public:
     /// The session outlives this object's use: end() comes before the session goes. `metadata` is what the robot says
     /// about itself.
     RedisMemoryInterface(RedisSession* session, const RedisUrl& url, const RedisMetadata& metadata,
-                         std::shared_ptr<RedisSamplingHistory> history);
+                         std::shared_ptr<RedisCarryOver> carryOver);
     ~RedisMemoryInterface() override;
 
     /// The connection is lost or closed. Unfinished lists finish empty. When it is to come back, what was gathered is
     /// delivered first, and streams will be read on where they are.
     void end(bool comesBack);
+
+    /// As RedisKeySpace::neededCommands(); none after end().
+    std::vector<QByteArrayList> neededCommands() const;
 
     QFuture<QStringList> getDataList() override;
     QFuture<QStringList> getEventList() override;
@@ -50,21 +50,24 @@ public:
     void isRealTimeSupported(QObject* receiver, const char* member) override;
 
 Q_SIGNALS:
-    /// isRealTimeSupported() has queued an answer.
+    /// The first answer to isRealTimeSupported() is queued; later ones are the same.
     void realTimeAnswered(bool isSupported);
 
 private:
-    void answer(QObject* receiver, const QByteArray& member, bool isSupported);
-    QByteArray rawName(const QString& name) const;
-    std::vector<RedisSource> sourcesOf(const QByteArray& rawName) const;
+    struct Asker
+    {
+        QPointer<QObject> receiver;
+        QByteArray member;
+    };
 
-    QPointer<RedisSession> m_session;
-    RedisLayout m_layout;
-    bool m_isPlain;
-    RedisMetadata m_metadata;
+    void answerAskers(bool isSupported);
+    QFuture<QStringList> fetchNames(KeyKind kind);
+
+    std::optional<bool> m_realTimeSupport; // nothing: not measured yet
+    std::vector<Asker> m_askers;           // of real time, not answered yet
     // All null after end().
-    std::unique_ptr<RedisKeyLists> m_lists;
-    std::unique_ptr<RedisPlainKeys> m_plainKeys;
+    std::unique_ptr<RedisRoundTrips> m_roundTrips;
+    std::unique_ptr<RedisKeySpace> m_keySpace;
     std::unique_ptr<RedisSampler> m_sampler;
 };
 

@@ -1,9 +1,9 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_PLAIN_KEYS_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_PLAIN_KEYS_H
 
-#include "redis_watched_key.h"
+#include "redis_key_space.h"
 
-#include <connections/redis/client/redis_session.h>
+#include <connections/redis/client/redis_inquiry.h>
 
 #include <QFuture>
 #include <QHash>
@@ -18,7 +18,7 @@ namespace Velk {
 
 /// The keys of a server whose programs know nothing of the robot memory's layout: strings are data keys, streams are
 /// event keys, and each field of a hash is a data key named KEY#FIELD. Only ever reads.
-class RedisPlainKeys : public QObject
+class RedisPlainKeys : public QObject, public RedisKeySpace
 {
     Q_OBJECT
 
@@ -28,40 +28,45 @@ public:
     /// Finishes what is being fetched.
     ~RedisPlainKeys() override;
 
-    /// Both lists come from one walk through the server's keys, which a list that is asked for meanwhile joins.
-    QFuture<QStringList> fetchData() { return fetch(&m_dataPromises); }
-    QFuture<QStringList> fetchEvents() { return fetch(&m_eventPromises); }
-    void finishAll();
+    /// The lists come from one walk through the server's keys, which a list that is asked for meanwhile joins. There
+    /// are no micro-events.
+    QFuture<QStringList> fetchNames(KeyKind kind) override;
+    void finishLists() override;
 
-    /// The bytes of a name of the lists: a name that is not UTF-8 cannot be told from its text.
-    QByteArray rawName(const QString& name) const { return m_rawNames.value(name, name.toUtf8()); }
-
-    static std::vector<RedisSource> sourcesOf(const QByteArray& rawName);
+    /// The bytes of a name that is not UTF-8 are remembered: its text does not say them.
+    QByteArray rawName(const QString& name) const override { return m_rawNames.value(name, name.toUtf8()); }
+    /// Either the key itself or, with a separator in the name, a field of a hash as well.
+    std::vector<RedisSource> sourcesOf(const QByteArray& rawName) const override;
+    std::vector<QByteArrayList> neededCommands() const override;
 
 private:
-    using Promises = std::vector<QPromise<QStringList>>;
+    struct Walk
+    {
+        QByteArray nextCursor; ///< empty: no portion is left
+        QSet<QByteArray> seen;
+        QSet<QString> data;
+        QSet<QString> events;
+    };
+    struct Pending
+    {
+        KeyKind kind;
+        QPromise<QStringList> promise;
+    };
 
-    QFuture<QStringList> fetch(Promises* promises);
     void startWalk();
     void scan(const QByteArray& cursor);
     void onPortion(const RedisReply& reply);
     void askType(const QByteArray& key);
     void scanFields(const QByteArray& key, const QByteArray& cursor);
     void addName(QSet<QString>* names, const QByteArray& rawName);
-    void startCommand(const QByteArrayList& command, RedisSocket::Callback callback);
-    void finish();
-    static void answer(Promises* promises, const QSet<QString>& names);
+    void onPortionKnown();
+    void finish(const Walk& walk);
 
-    RedisSession* m_session;
+    RedisInquiry m_inquiry;
     QByteArray m_pattern;
-    Promises m_dataPromises;
-    Promises m_eventPromises;
+    std::vector<Pending> m_pending; // lists that are being fetched
     bool m_isWalking = false;
-    int m_outstanding = 0;
-    QByteArray m_nextCursor; // empty: no portion is left
-    QSet<QByteArray> m_seen;
-    QSet<QString> m_data;
-    QSet<QString> m_events;
+    Walk m_walk;
     QHash<QString, QByteArray> m_rawNames; // only of names that are not UTF-8
 };
 

@@ -22,8 +22,8 @@ double stampAfter(double previous)
 
 } // namespace
 
-RedisSampleQueue::RedisSampleQueue(std::shared_ptr<RedisSamplingHistory> history, const Limits& limits)
-    : m_history(std::move(history))
+RedisSampleQueue::RedisSampleQueue(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits)
+    : m_carryOver(std::move(carryOver))
     , m_limits(limits)
 {}
 
@@ -33,7 +33,7 @@ void RedisSampleQueue::add(RedisWatchedKey& key, double stamp, const QVariant& v
         countDropped(key, 1);
         return;
     }
-    double& newestStamp = key.history->newestStamp;
+    double& newestStamp = key.carried->newestStamp;
     newestStamp = stamp > newestStamp ? stamp : stampAfter(newestStamp);
     key.samples.insert(key.samples.cend(), newestStamp, value);
     ++m_size;
@@ -43,13 +43,13 @@ void RedisSampleQueue::add(RedisWatchedKey& key, double stamp, const QVariant& v
 void RedisSampleQueue::countDropped(RedisWatchedKey& key, qint64 count)
 {
     const double now = unixTime();
-    m_history->ledger->record(key.history->losses, LossCause::Dropped, count, now, now);
+    m_carryOver->ledger->record(key.carried->losses, LossCause::Dropped, count, now, now);
 }
 
 void RedisSampleQueue::countTrimmed(RedisWatchedKey& key, qint64 count)
 {
     const double now = unixTime();
-    m_history->ledger->record(key.history->losses, LossCause::Trimmed, count, now, now);
+    m_carryOver->ledger->record(key.carried->losses, LossCause::Trimmed, count, now, now);
 }
 
 int RedisSampleQueue::room() const

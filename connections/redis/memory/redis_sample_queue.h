@@ -1,7 +1,7 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_QUEUE_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_QUEUE_H
 
-#include "redis_sampling_history.h"
+#include "redis_carry_over.h"
 #include "redis_watched_key.h"
 
 #include <QMap>
@@ -24,10 +24,10 @@ public:
         qint64 bytes = 64 * 1024 * 1024;
     };
 
-    explicit RedisSampleQueue(std::shared_ptr<RedisSamplingHistory> history)
-        : RedisSampleQueue(std::move(history), Limits())
+    explicit RedisSampleQueue(std::shared_ptr<RedisCarryOver> carryOver)
+        : RedisSampleQueue(std::move(carryOver), Limits())
     {}
-    RedisSampleQueue(std::shared_ptr<RedisSamplingHistory> history, const Limits& limits);
+    RedisSampleQueue(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits);
 
     /// A stamp that is not newer than the one before is moved to just after it. `bytes` is what the value takes beside
     /// what other samples share with it.
@@ -42,7 +42,7 @@ public:
     QMap<QString, QMap<double, QVariant>> take(const std::vector<RedisWatchedKeyPtr>& keys);
 
 private:
-    std::shared_ptr<RedisSamplingHistory> m_history;
+    std::shared_ptr<RedisCarryOver> m_carryOver;
     Limits m_limits;
     int m_size = 0;
     qint64 m_bytes = 0;

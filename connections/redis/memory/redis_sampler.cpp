@@ -9,30 +9,29 @@ namespace Velk {
 
 namespace {
 
-constexpr int settlePeriodMs = 1000;
+constexpr int resolvePeriodMs = 1000;
 // What is read between two deliveries is delivered late anyway; more often than that keeps the replies short.
 constexpr int minStreamPeriodMs = 10;
 constexpr int maxStreamPeriodMs = 100;
 // Keys that are looked for again in one go.
-constexpr int openKeysPerPeriod = 1000;
+constexpr int unresolvedKeysPerPeriod = 1000;
 
 } // namespace
 
-RedisSampler::RedisSampler(RedisSession* session, const RedisLayout& layout,
-                           std::shared_ptr<RedisSamplingHistory> history)
+RedisSampler::RedisSampler(RedisSession* session, std::shared_ptr<RedisCarryOver> carryOver)
     : m_session(session)
-    , m_history(history)
-    , m_queue(history)
-    , m_settler(session, &m_queue, layout)
+    , m_carryOver(carryOver)
+    , m_queue(carryOver)
+    , m_resolver(session, &m_queue)
     , m_streams(session, &m_queue)
 {
     connect(&m_gatherTimer, &RedisPeriodicTimer::timeout, this, &RedisSampler::deliver);
     connect(&m_streamTimer, &RedisPeriodicTimer::timeout, &m_streams, &RedisStreamReader::read);
-    m_settleTimer.setInterval(settlePeriodMs);
-    connect(&m_settleTimer, &QTimer::timeout, this, &RedisSampler::settleOpenKeys);
+    m_resolveTimer.setInterval(resolvePeriodMs);
+    connect(&m_resolveTimer, &QTimer::timeout, this, &RedisSampler::resolveAgain);
     m_groupTimer.setSingleShot(true);
     connect(&m_groupTimer, &QTimer::timeout, this, &RedisSampler::group);
-    m_settler.settled = [this](const std::vector<RedisWatchedKeyPtr>&) { scheduleGrouping(); };
+    connect(&m_resolver, &RedisKeyResolver::resolved, this, &RedisSampler::scheduleGrouping);
 }
 
 RedisSampler::~RedisSampler() = default;
@@ -49,9 +48,9 @@ void RedisSampler::watch(const QString& name, const QByteArray& rawName, std::ve
         key->rawName = rawName;
         key->periodMs = boundedPeriodMs;
         key->sources = std::move(sources);
-        key->history = m_history->ofKey(name);
+        key->carried = m_carryOver->ofKey(name);
         m_keys.emplace(name, key);
-        m_unsettled.push_back(key);
+        m_unresolved.push_back(key);
     }
     if (isRunning())
         scheduleGrouping();
@@ -63,7 +62,7 @@ void RedisSampler::unwatch(const QString& name)
     if (found == m_keys.end())
         return;
     found->second->isWatched = false;
-    found->second->history->positions.clear();
+    found->second->carried->positions.clear();
     m_keys.erase(found);
     if (isRunning())
         scheduleGrouping();
@@ -75,8 +74,8 @@ void RedisSampler::unwatchAll()
     for (const auto& [name, key] : m_keys)
         key->isWatched = false;
     m_keys.clear();
-    m_unsettled.clear();
-    m_settler.clear();
+    m_unresolved.clear();
+    m_resolver.clear();
     if (isRunning())
         scheduleGrouping();
 }
@@ -85,7 +84,7 @@ void RedisSampler::start(int gatherPeriodMs, int samplingPeriodMs)
 {
     m_samplingPeriodMs = samplingPeriodMs;
     startTimers(gatherPeriodMs);
-    m_settleTimer.start();
+    m_resolveTimer.start();
     scheduleGrouping();
 }
 
@@ -99,11 +98,11 @@ void RedisSampler::stopTimers()
 {
     m_gatherTimer.stop();
     m_streamTimer.stop();
-    m_settleTimer.stop();
+    m_resolveTimer.stop();
     m_groupTimer.stop();
     m_groups.clear();
     m_streams.setSources({});
-    m_settler.clear();
+    m_resolver.clear();
 }
 
 void RedisSampler::stop()
@@ -112,22 +111,22 @@ void RedisSampler::stop()
         return;
     stopTimers();
     forgetPositions();
-    m_unsettled.clear();
+    m_unresolved.clear();
     for (const auto& [name, key] : m_keys) {
         for (RedisSource& source : key->sources) {
-            source.type = RedisSource::Unasked;
+            source.type = RedisSource::Unresolved;
             source.hasPosition = false;
         }
-        key->wasSettled = false;
-        m_unsettled.push_back(key);
+        key->wasResolved = false;
+        m_unresolved.push_back(key);
     }
-    m_queue.take(m_unsettled);
+    m_queue.take(m_unresolved);
 }
 
 void RedisSampler::forgetPositions()
 {
-    for (auto& [name, history] : m_history->keys)
-        history.positions.clear();
+    for (auto& [name, carried] : m_carryOver->keys)
+        carried.positions.clear();
 }
 
 void RedisSampler::setGatherPeriod(int periodMs)
@@ -152,8 +151,10 @@ void RedisSampler::endForReconnection()
     for (const auto& [name, key] : m_keys) {
         keys.push_back(key);
         for (const RedisSource& source : key->sources) {
-            if (source.type == RedisSource::Stream && source.hasPosition)
-                key->history->positions.insert(source.key, source.position);
+            // An unresolved one may still be the stream that it was.
+            const bool mayBeStream = source.type == RedisSource::Stream || source.type == RedisSource::Unresolved;
+            if (mayBeStream && source.hasPosition)
+                key->carried->positions.insert(source.key, source.position);
         }
     }
     const QMap<QString, QMap<double, QVariant>> rest = m_queue.take(keys);
@@ -171,23 +172,23 @@ void RedisSampler::deliver()
     emit gathered(m_queue.take(keys));
 }
 
-void RedisSampler::settleOpenKeys()
+void RedisSampler::resolveAgain()
 {
     m_streams.countTrimmed();
 
-    std::vector<RedisWatchedKeyPtr> openKeys;
-    auto next = m_keys.lower_bound(m_nextOpenKey);
-    for (std::size_t i = 0; i < m_keys.size() && openKeys.size() < openKeysPerPeriod; ++i, ++next) {
+    std::vector<RedisWatchedKeyPtr> unresolvedKeys;
+    auto next = m_keys.lower_bound(m_nextUnresolvedKey);
+    for (std::size_t i = 0; i < m_keys.size() && unresolvedKeys.size() < unresolvedKeysPerPeriod; ++i, ++next) {
         if (next == m_keys.end())
             next = m_keys.begin();
-        if (next->second->wasSettled && RedisKeySettler::isOpen(*next->second)) {
-            next->second->wasSettled = false; // not twice at once
-            openKeys.push_back(next->second);
+        if (next->second->wasResolved && RedisKeyResolver::isUnresolved(*next->second)) {
+            next->second->wasResolved = false; // not twice at once
+            unresolvedKeys.push_back(next->second);
         }
     }
-    m_nextOpenKey = next == m_keys.end() ? QString() : next->first;
-    if (!openKeys.empty())
-        m_settler.settle(openKeys);
+    m_nextUnresolvedKey = next == m_keys.end() ? QString() : next->first;
+    if (!unresolvedKeys.empty())
+        m_resolver.resolve(unresolvedKeys);
 }
 
 void RedisSampler::scheduleGrouping()
@@ -201,8 +202,8 @@ void RedisSampler::group()
 {
     if (!isRunning())
         return;
-    if (!m_unsettled.empty())
-        m_settler.settle(std::exchange(m_unsettled, {}));
+    if (!m_unresolved.empty())
+        m_resolver.resolve(std::exchange(m_unresolved, {}));
 
     std::map<int, std::vector<RedisWatchedKeyPtr>> keysOfPeriod;
     std::vector<RedisSourceRef> streams;
@@ -214,7 +215,7 @@ void RedisSampler::group()
         }
     }
     m_streams.setSources(streams);
-    // A group whose period nobody has any more takes on a new one: its ticks go on, however often periods change.
+    // A group of a period that no key has any more takes on a new one: its ticks go on, however often periods change.
     std::vector<std::unique_ptr<RedisSamplingGroup>> unused;
     for (auto samplingGroup = m_groups.begin(); samplingGroup != m_groups.end();) {
         if (keysOfPeriod.count(samplingGroup->first)) {
@@ -231,7 +232,7 @@ void RedisSampler::group()
             unused.pop_back();
             samplingGroup->setPeriod(period);
         } else if (!samplingGroup) {
-            samplingGroup = std::make_unique<RedisSamplingGroup>(period, m_session, &m_queue, m_history);
+            samplingGroup = std::make_unique<RedisSamplingGroup>(period, m_session, &m_queue, m_carryOver);
         }
         samplingGroup->setKeys(keys);
     }

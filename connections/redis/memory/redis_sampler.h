@@ -1,7 +1,7 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLER_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLER_H
 
-#include "redis_key_settler.h"
+#include "redis_key_resolver.h"
 #include "redis_periodic_timer.h"
 #include "redis_sample_queue.h"
 #include "redis_sampling_group.h"
@@ -28,8 +28,8 @@ class RedisSampler : public QObject
     Q_OBJECT
 
 public:
-    /// The session outlives this object. Sources of the history's positions are read from there.
-    RedisSampler(RedisSession* session, const RedisLayout& layout, std::shared_ptr<RedisSamplingHistory> history);
+    /// The session outlives this object. Streams with a position in `carryOver` are read on from there.
+    RedisSampler(RedisSession* session, std::shared_ptr<RedisCarryOver> carryOver);
     ~RedisSampler() override;
 
     void watch(const QString& name, const QByteArray& rawName, std::vector<RedisSource> sources, int periodMs);
@@ -54,25 +54,25 @@ private:
     void startTimers(int gatherPeriodMs);
     void stopTimers();
     void deliver();
-    void settleOpenKeys();
+    void resolveAgain();
     void scheduleGrouping();
     void group();
     int samplingPeriodOf(const RedisWatchedKey& key) const;
     void forgetPositions();
 
     RedisSession* m_session;
-    std::shared_ptr<RedisSamplingHistory> m_history;
+    std::shared_ptr<RedisCarryOver> m_carryOver;
     RedisSampleQueue m_queue;
-    RedisKeySettler m_settler;
+    RedisKeyResolver m_resolver;
     RedisStreamReader m_streams;
     RedisPeriodicTimer m_gatherTimer;
     RedisPeriodicTimer m_streamTimer;
-    QTimer m_settleTimer;
+    QTimer m_resolveTimer;
     QTimer m_groupTimer;
     int m_samplingPeriodMs = 0;
     std::map<QString, RedisWatchedKeyPtr> m_keys;
-    std::vector<RedisWatchedKeyPtr> m_unsettled; // watched since the last grouping
-    QString m_nextOpenKey;                       // where settleOpenKeys() goes on
+    std::vector<RedisWatchedKeyPtr> m_unresolved; // watched since the last grouping
+    QString m_nextUnresolvedKey;                  // where resolveAgain() goes on
     std::map<int, std::unique_ptr<RedisSamplingGroup>> m_groups;
 };
 

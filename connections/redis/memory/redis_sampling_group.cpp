@@ -1,6 +1,6 @@
 #include "redis_sampling_group.h"
 
-#include "redis_key_settler.h"
+#include "redis_key_resolver.h"
 #include "redis_value.h"
 
 #include <connections/link/unix_time.h>
@@ -18,21 +18,21 @@ constexpr std::size_t maxKeysPerCommand = 500;
 bool isFetched(const RedisSource& source)
 {
     // What a listed data key does not have yet can be there at the next tick.
-    return source.type == RedisSource::Value ||
-           (source.type == RedisSource::Absent && source.nature == RedisSource::Data && source.isListed);
+    const bool isListedValue = source.hasIndex() && !source.isAlwaysStream && source.isListed;
+    return source.type == RedisSource::Value || (source.type == RedisSource::Absent && isListedValue);
 }
 
 } // namespace
 
 RedisSamplingGroup::RedisSamplingGroup(int periodMs, RedisSession* session, RedisSampleQueue* queue,
-                                       std::shared_ptr<RedisSamplingHistory> history)
+                                       std::shared_ptr<RedisCarryOver> carryOver)
     : m_session(session)
+    , m_inquiry(session)
     , m_queue(queue)
-    , m_history(std::move(history))
+    , m_carryOver(std::move(carryOver))
     , m_keysPerCommand(maxKeysPerCommand)
 {
     connect(&m_timer, &RedisPeriodicTimer::timeout, this, &RedisSamplingGroup::onTimeout);
-    connect(session, &RedisSession::replaced, this, [this] { m_outstanding = 0; });
     m_timer.start(periodMs);
 }
 
@@ -60,7 +60,7 @@ void RedisSamplingGroup::buildChunks()
     for (const RedisWatchedKeyPtr& key : m_keys) {
         for (std::size_t i = 0; i < key->sources.size(); ++i) {
             const RedisSource& source = key->sources[i];
-            if (isFetched(source) && source.nature == RedisSource::PlainField) {
+            if (isFetched(source) && source.isHashField) {
                 std::shared_ptr<Chunk>& hash = hashes[source.key];
                 if (!hash) {
                     hash = std::make_shared<Chunk>();
@@ -89,7 +89,7 @@ void RedisSamplingGroup::buildChunks()
 
 void RedisSamplingGroup::onTimeout()
 {
-    if (!m_chunks.empty() && (m_outstanding > 0 || !m_session->isUp()))
+    if (!m_chunks.empty() && (m_inquiry.isActive() || !m_session->isUp()))
         skipTick();
     else
         tick();
@@ -100,10 +100,10 @@ void RedisSamplingGroup::skipTick()
     QVector<LossAccount*> keys;
     for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
         for (const RedisSourceRef& ref : chunk->sources)
-            keys.append(ref.key->history->losses);
+            keys.append(ref.key->carried->losses);
     }
     const double now = unixTime();
-    m_history->ledger->recordTicks(keys, LossCause::SkippedTick, 1, now, now);
+    m_carryOver->ledger->recordTicks(keys, LossCause::SkippedTick, 1, now, now);
 }
 
 void RedisSamplingGroup::tick()
@@ -111,17 +111,10 @@ void RedisSamplingGroup::tick()
     if (m_chunks.empty())
         return;
     const auto tick = std::make_shared<Tick>();
-    ++m_outstanding;
-    m_session->send(this, {"TIME"}, [this, tick](const RedisReply& reply) {
-        --m_outstanding;
-        onTime(*tick, reply);
-    });
+    m_inquiry.ask({"TIME"}, [this, tick](const RedisReply& reply) { onTime(*tick, reply); });
     for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
-        ++m_outstanding;
-        m_session->sendFormatted(this, chunk->command, [this, tick, chunk](const RedisReply& reply) {
-            --m_outstanding;
-            onValues(*tick, *chunk, reply);
-        });
+        m_inquiry.askFormatted(chunk->command,
+                               [this, tick, chunk](const RedisReply& reply) { onValues(*tick, *chunk, reply); });
     }
 }
 
@@ -138,7 +131,7 @@ void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const Re
     if (reply.isError()) {
         if (RedisError::of(reply.view()).kind == RedisError::WrongType) {
             for (const RedisSourceRef& ref : chunk.sources)
-                ref.source().type = RedisSource::Unasked;
+                ref.source().type = RedisSource::Unresolved;
         }
         return;
     }
@@ -149,11 +142,10 @@ void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const Re
             continue;
         const RedisReply value = reply.at(qsizetype(i));
         if (value.isError()) {
-            const qint64 length = value.bytes().mid(int(qstrlen("OVERSIZE "))).toLongLong();
             m_queue->countDropped(*ref.key, 1);
             // Too long by itself: its length is looked at before it is fetched again. Otherwise the reply was.
-            if (length > RedisKeySettler::maxValueBytes)
-                ref.source().type = RedisSource::Unasked;
+            if (RedisError::of(value.view()).valueBytes > RedisKeyResolver::maxValueBytes)
+                ref.source().type = RedisSource::Unresolved;
             else
                 wasCut = true;
         } else {

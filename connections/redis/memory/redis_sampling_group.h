@@ -5,7 +5,7 @@
 #include "redis_sample_queue.h"
 #include "redis_watched_key.h"
 
-#include <connections/redis/client/redis_session.h>
+#include <connections/redis/client/redis_inquiry.h>
 
 #include <QByteArray>
 #include <QObject>
@@ -25,7 +25,7 @@ class RedisSamplingGroup : public QObject
 public:
     /// The session and the queue outlive this object.
     RedisSamplingGroup(int periodMs, RedisSession* session, RedisSampleQueue* queue,
-                       std::shared_ptr<RedisSamplingHistory> history);
+                       std::shared_ptr<RedisCarryOver> carryOver);
 
     void setPeriod(int periodMs) { m_timer.start(periodMs); }
     /// The keys to sample from now on; also to be called when their sources have become others.
@@ -34,7 +34,7 @@ public:
 private:
     struct Tick
     {
-        double stamp = 0.0; ///< seconds since the epoch; 0: the server has not told its time
+        double stamp = 0.0; ///< seconds since the Unix epoch; 0: the server has not answered its time
     };
     struct Chunk
     {
@@ -51,13 +51,13 @@ private:
     void takeValue(const Tick& tick, const RedisSourceRef& ref, const RedisReply& reply);
 
     RedisSession* m_session;
+    RedisInquiry m_inquiry;
     RedisSampleQueue* m_queue;
-    std::shared_ptr<RedisSamplingHistory> m_history;
+    std::shared_ptr<RedisCarryOver> m_carryOver;
     RedisPeriodicTimer m_timer;
     std::vector<RedisWatchedKeyPtr> m_keys;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
     std::size_t m_keysPerCommand;
-    int m_outstanding = 0;
 };
 
 } // namespace Velk

@@ -3,6 +3,8 @@
 #include "redis_stream_position.h"
 #include "redis_value.h"
 
+#include <connections/redis/client/redis_error.h>
+
 #include <QVariantMap>
 
 #include <algorithm>
@@ -19,7 +21,7 @@ RedisStreamEntry RedisStreamEntry::of(const RedisReply& entry)
         const RedisReply field = fields.at(i);
         result.bytes += field.view().size();
         if (field.isError())
-            result.cutBytes = std::max<qint64>(1, field.bytes().mid(int(qstrlen("OVERSIZE "))).toLongLong());
+            result.cutBytes = std::max<qint64>(1, RedisError::of(field.view()).valueBytes);
     }
 
     bool isNumber = false;

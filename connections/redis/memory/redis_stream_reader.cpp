@@ -1,6 +1,6 @@
 #include "redis_stream_reader.h"
 
-#include "redis_key_settler.h"
+#include "redis_key_resolver.h"
 #include "redis_stream_entry.h"
 
 #include <algorithm>
@@ -18,11 +18,10 @@ constexpr int maxEntries = 1000;
 
 RedisStreamReader::RedisStreamReader(RedisSession* session, RedisSampleQueue* queue)
     : m_session(session)
+    , m_inquiry(session)
     , m_queue(queue)
     , m_maxCount(maxEntries)
-{
-    connect(session, &RedisSession::replaced, this, [this] { m_outstanding = 0; });
-}
+{}
 
 void RedisStreamReader::setSources(const std::vector<RedisSourceRef>& sources)
 {
@@ -38,7 +37,7 @@ void RedisStreamReader::setSources(const std::vector<RedisSourceRef>& sources)
 
 void RedisStreamReader::read()
 {
-    if (m_outstanding > 0)
+    if (m_inquiry.isActive())
         return;
     const std::vector<std::shared_ptr<Chunk>> chunks = m_chunks;
     for (const std::shared_ptr<Chunk>& chunk : chunks)
@@ -64,12 +63,8 @@ void RedisStreamReader::readChunk(const std::shared_ptr<Chunk>& chunk)
     }
     if (keys.isEmpty())
         return;
-    ++m_outstanding;
-    m_session->send(this, QByteArrayList{"XREAD", "COUNT", QByteArray::number(count), "STREAMS"} + keys + ids,
-                    [this, chunk, count](const RedisReply& reply) {
-                        --m_outstanding;
-                        onReply(chunk, count, reply);
-                    });
+    m_inquiry.ask(QByteArrayList{"XREAD", "COUNT", QByteArray::number(count), "STREAMS"} + keys + ids,
+                  [this, chunk, count](const RedisReply& reply) { onReply(chunk, count, reply); });
 }
 
 void RedisStreamReader::onReply(const std::shared_ptr<Chunk>& chunk, int count, const RedisReply& reply)
@@ -77,7 +72,7 @@ void RedisStreamReader::onReply(const std::shared_ptr<Chunk>& chunk, int count, 
     if (reply.isError() && RedisError::of(reply.view()).kind == RedisError::WrongType) {
         // One of the keys is no stream any more, and the reply does not say which: all are asked for their types.
         for (const RedisSourceRef& ref : chunk->sources)
-            ref.source().type = RedisSource::Unasked;
+            ref.source().type = RedisSource::Unresolved;
         return;
     }
     bool hasMore = false;
@@ -99,7 +94,7 @@ bool RedisStreamReader::takeEntries(const RedisSourceRef& ref, const RedisReply&
     RedisSource& source = ref.source();
     for (qsizetype i = 0; i < entries.size(); ++i) {
         const RedisStreamEntry entry = RedisStreamEntry::of(entries.at(i));
-        if (entry.cutBytes > 0 && entry.cutBytes <= RedisKeySettler::maxValueBytes && count > 1) {
+        if (entry.cutBytes > 0 && entry.cutBytes <= RedisKeyResolver::maxValueBytes && count > 1) {
             // Not too long by itself: the reply was. The rest is asked for again, in smaller replies.
             m_maxCount = std::max(1, m_maxCount / 2);
             return true;

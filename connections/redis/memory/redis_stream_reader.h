@@ -4,7 +4,7 @@
 #include "redis_sample_queue.h"
 #include "redis_watched_key.h"
 
-#include <connections/redis/client/redis_session.h>
+#include <connections/redis/client/redis_inquiry.h>
 
 #include <QHash>
 #include <QObject>
@@ -44,9 +44,9 @@ private:
     bool takeEntries(const RedisSourceRef& ref, const RedisReply& entries, int count);
 
     RedisSession* m_session;
+    RedisInquiry m_inquiry;
     RedisSampleQueue* m_queue;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
-    int m_outstanding = 0;
     int m_maxCount;
 };
 

@@ -3,11 +3,22 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonValue>
+#include <QLocale>
 #include <QMetaType>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Velk {
+
+namespace {
+
+bool isFloatingPointMark(char c)
+{
+    return c == '.' || c == 'e' || c == 'E';
+}
+
+} // namespace
 
 QVariant redisValue(QByteArrayView bytes)
 {
@@ -18,6 +29,9 @@ QVariant redisValue(QByteArrayView bytes)
     if (error.error != QJsonParseError::NoError || values.size() != 1)
         return QString::fromUtf8(bytes);
     const QJsonValue value = values.at(0);
+    // The parser makes a whole number of 17.0 too.
+    if (value.isDouble() && std::any_of(bytes.begin(), bytes.end(), isFloatingPointMark))
+        return value.toDouble();
     return value.isNull() ? QVariant() : value.toVariant();
 }
 

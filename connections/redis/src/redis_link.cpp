@@ -1,13 +1,13 @@
 #include <connections/redis/redis_link.h>
 
-#include "redis_server_examination.h"
+#include "redis_server_inspection.h"
 
 #include <connections/redis/client/redis_connection.h>
 #include <connections/redis/client/redis_url.h>
-#include <connections/redis/memory/redis_layout.h>
+#include <connections/redis/memory/redis_carry_over.h>
+#include <connections/redis/memory/redis_key_space.h>
 #include <connections/redis/memory/redis_memory_interface.h>
 #include <connections/redis/memory/redis_metadata.h>
-#include <connections/redis/memory/redis_sampling_history.h>
 
 namespace Velk {
 
@@ -19,15 +19,13 @@ struct RedisLink::Private
 
     RedisHandshake handshake(const RedisUrl& url)
     {
-        if (url.isPlain())
-            return {};
-        return {RedisMetadata::command(RedisLayout(url.robot())),
+        return {RedisKeySpace::handshakeCommand(url),
                 [this](const RedisReply& reply) { metadata = RedisMetadata::of(reply); }};
     }
 
     RedisMetadata metadata;
     RedisConnection connection;
-    std::shared_ptr<RedisSamplingHistory> history;
+    std::shared_ptr<RedisCarryOver> carryOver;
 };
 
 std::unique_ptr<RedisLink> RedisLink::fromUrl(const QString& url, QString* error)
@@ -59,7 +57,7 @@ QString RedisLink::url() const
 
 void RedisLink::startConnecting()
 {
-    d->history = std::make_shared<RedisSamplingHistory>(&ledger());
+    d->carryOver = std::make_shared<RedisCarryOver>(&ledger());
     d->connection.open();
 }
 
@@ -76,19 +74,19 @@ void RedisLink::endService(MemoryInterface& service, Ending ending)
 void RedisLink::onEstablished()
 {
     const boost::shared_ptr<RedisMemoryInterface> memory(
-        new RedisMemoryInterface(d->connection.session(), d->connection.url(), d->metadata, d->history));
+        new RedisMemoryInterface(d->connection.session(), d->connection.url(), d->metadata, d->carryOver));
     connect(memory.get(), &RedisMemoryInterface::realTimeAnswered, this, &RedisLink::setRealTimeSupport);
     establish(memory);
 }
 
 void RedisLink::requestServerReport(std::function<void(const RedisServerReport&)> done)
 {
-    const boost::shared_ptr<MemoryInterface> memory = memoryInterface();
+    const auto memory = boost::static_pointer_cast<RedisMemoryInterface>(memoryInterface());
     if (!memory)
         return;
     // A child of the memory service: it ends with the connection.
-    auto* const examination = new RedisServerExamination(d->connection.session(), d->connection.url(), memory.get());
-    examination->start(d->metadata, std::move(done));
+    auto* const inspection = new RedisServerInspection(d->connection.session(), memory.get());
+    inspection->start(d->metadata, memory->neededCommands(), std::move(done));
 }
 
 } // namespace Velk

@@ -144,9 +144,9 @@ void RedisRobotWriter::writeDeclared()
             commands.last().append(names.at(i).toUtf8());
         }
     };
-    addNames(d->layout.dataIndex(), d->dataKeys);
-    addNames(d->layout.eventIndex(), d->eventKeys);
-    addNames(d->layout.microEventIndex(), d->microEventKeys.values());
+    addNames(d->layout.index(KeyKind::Data), d->dataKeys);
+    addNames(d->layout.index(KeyKind::Event), d->eventKeys);
+    addNames(d->layout.index(KeyKind::MicroEvent), d->microEventKeys.values());
     if (d->isRealTime)
         commands.append({"HSET", d->layout.metadata(), "realtime", *d->isRealTime ? "1" : "0"});
     for (const QByteArrayList& command : commands)
@@ -163,8 +163,8 @@ void RedisRobotWriter::put(const QString& name, const QVariant& value, Done done
 
 void RedisRobotWriter::writeValue(const QString& name, const QByteArray& bytes, const Done& done)
 {
-    const QByteArray key = d->layout.data(name.toUtf8());
-    const QByteArrayList listing = {"SADD", d->layout.dataIndex(), name.toUtf8()};
+    const QByteArray key = d->layout.key(KeyKind::Data, name.toUtf8());
+    const QByteArrayList listing = {"SADD", d->layout.index(KeyKind::Data), name.toUtf8()};
     const auto known = d->isStream.constFind(name);
     if (known != d->isStream.cend()) {
         write({listing, *known ? QByteArrayList{"XADD", key} + streamLimit + QByteArrayList{"*", "v", bytes}
@@ -194,13 +194,16 @@ void RedisRobotWriter::raise(const QString& name, const QVariant& value, double 
     }
     const QByteArray rawName = name.toUtf8();
     const bool isMicroEvent = d->microEventKeys.contains(name);
-    QByteArrayList command = {"XADD", isMicroEvent ? d->layout.microEvent(rawName) : d->layout.event(rawName)};
+    QByteArrayList command = {"XADD", isMicroEvent ? d->layout.key(KeyKind::MicroEvent, rawName)
+                                                   : d->layout.key(KeyKind::Event, rawName)};
     command += streamLimit;
     command << "*";
     if (seconds != 0.0)
         command << "t" << QByteArray::number(seconds, 'f', 6);
     command << "v" << redisBytes(value);
-    write({{"SADD", isMicroEvent ? d->layout.microEventIndex() : d->layout.eventIndex(), rawName}, command}, done);
+    write({{"SADD", isMicroEvent ? d->layout.index(KeyKind::MicroEvent) : d->layout.index(KeyKind::Event), rawName},
+           command},
+          done);
 }
 
 // A key's name and its value in one transaction: no viewer sees one without the other.

@@ -1,5 +1,5 @@
-#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLING_HISTORY_H
-#define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLING_HISTORY_H
+#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_CARRY_OVER_H
+#define CONNECTIONS_REDIS_MEMORY_REDIS_CARRY_OVER_H
 
 #include "redis_stream_position.h"
 
@@ -13,8 +13,8 @@
 
 namespace Velk {
 
-/// What is remembered of one key for as long as the robot is open.
-struct RedisKeyHistory
+/// What is kept of one key for as long as the robot is open.
+struct RedisCarriedKey
 {
     LossAccount* losses = nullptr;
     double newestStamp = -std::numeric_limits<double>::infinity();
@@ -23,22 +23,22 @@ struct RedisKeyHistory
 };
 
 /// What outlives a connection: time stamps go on over a reconnection, and so do streams. The ledger is the link's.
-struct RedisSamplingHistory
+struct RedisCarryOver
 {
-    explicit RedisSamplingHistory(LossLedger* lossLedger)
+    explicit RedisCarryOver(LossLedger* lossLedger)
         : ledger(lossLedger)
     {}
 
-    RedisKeyHistory* ofKey(const QString& name)
+    RedisCarriedKey* ofKey(const QString& name)
     {
-        RedisKeyHistory& key = keys[name];
+        RedisCarriedKey& key = keys[name];
         if (!key.losses)
             key.losses = ledger->account(name);
         return &key;
     }
 
     LossLedger* ledger;
-    std::map<QString, RedisKeyHistory> keys; // a map: watched keys point to their entries
+    std::map<QString, RedisCarriedKey> keys; // a map: watched keys point to their entries
 };
 
 } // namespace Velk

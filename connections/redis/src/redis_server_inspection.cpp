@@ -1,0 +1,98 @@
+#include "redis_server_inspection.h"
+
+#include <QDateTime>
+
+#include <utility>
+
+namespace Velk {
+
+namespace {
+
+double now()
+{
+    return double(QDateTime::currentMSecsSinceEpoch()) / 1000.0;
+}
+
+QString infoField(const QByteArray& info, const QByteArray& field)
+{
+    const QByteArrayList lines = info.split('\n');
+    for (const QByteArray& line : lines) {
+        if (line.startsWith(field + ':'))
+            return QString::fromUtf8(line.mid(field.size() + 1).trimmed());
+    }
+    return QString();
+}
+
+} // namespace
+
+RedisServerInspection::RedisServerInspection(RedisSession* session, QObject* parent)
+    : QObject(parent)
+    , m_session(session)
+    , m_roundTrips(session)
+    , m_inquiry(session, RedisSession::ProbeGranted)
+{
+    connect(session, &RedisSession::replaced, this, &QObject::deleteLater);
+    connect(&m_inquiry, &RedisInquiry::finished, this, &RedisServerInspection::finish);
+}
+
+void RedisServerInspection::start(const RedisMetadata& metadata, std::vector<QByteArrayList> neededCommands,
+                                  std::function<void(const RedisServerReport&)> done)
+{
+    m_neededCommands = std::move(neededCommands);
+    m_done = std::move(done);
+    m_report.address = m_session->server();
+    m_report.robotName = metadata.robotName;
+    m_roundTrips.measure([this](const std::vector<double>& timesMs) {
+        m_report.roundTripMedianMs = (timesMs[timesMs.size() / 2 - 1] + timesMs[timesMs.size() / 2]) / 2;
+        m_report.roundTripLongestMs = timesMs.back();
+        askTime();
+        askServer();
+        askGrants();
+    });
+}
+
+void RedisServerInspection::askTime()
+{
+    m_inquiry.ask({"TIME"}, [this, askedAt = now()](const RedisReply& reply) {
+        const double serverTime = double(reply.at(0).integer()) + double(reply.at(1).integer()) / 1e6;
+        if (reply.size() == 2)
+            m_report.clockOffsetSeconds = serverTime - (askedAt + now()) / 2;
+    });
+}
+
+void RedisServerInspection::askServer()
+{
+    // One section at a time: servers before Redis 7 take no more.
+    m_inquiry.ask({"INFO", "server"}, [this](const RedisReply& reply) {
+        m_report.version = infoField(reply.bytes(), "redis_version");
+        m_report.mode = infoField(reply.bytes(), "redis_mode");
+    });
+    m_inquiry.ask({"INFO", "replication"},
+                  [this](const RedisReply& reply) { m_report.role = infoField(reply.bytes(), "role"); });
+    m_inquiry.ask({"ACL", "WHOAMI"}, [this](const RedisReply& reply) {
+        if (reply.isText())
+            m_report.user = reply.text();
+    });
+}
+
+void RedisServerInspection::askGrants()
+{
+    // The commands are tried: only administrators may list permissions. Where the key is of another type than the
+    // command expects, the server finds the permission first, and does no work.
+    m_neededCommands.insert(m_neededCommands.begin(), {"TIME"});
+    for (const QByteArrayList& command : m_neededCommands) {
+        m_inquiry.ask(command, [this, name = command.front()](const RedisReply& reply) {
+            const bool isRefused = reply.isError() && RedisError::of(reply.view()).kind == RedisError::Permission;
+            (isRefused ? m_report.refused : m_report.granted).append(QString::fromLatin1(name));
+        });
+    }
+}
+
+void RedisServerInspection::finish()
+{
+    deleteLater();
+    // Last statement on purpose: the receiver may delete the link, and this object with it.
+    m_done(m_report);
+}
+
+} // namespace Velk

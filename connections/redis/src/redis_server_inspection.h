@@ -1,0 +1,46 @@
+#ifndef CONNECTIONS_REDIS_SRC_REDIS_SERVER_INSPECTION_H
+#define CONNECTIONS_REDIS_SRC_REDIS_SERVER_INSPECTION_H
+
+#include <connections/redis/client/redis_inquiry.h>
+#include <connections/redis/client/redis_round_trips.h>
+#include <connections/redis/memory/redis_metadata.h>
+#include <connections/redis/redis_server_report.h>
+
+#include <QByteArrayList>
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+namespace Velk {
+
+/// Finds out what the server is, how far away it is, what its clock says and what it grants the user. Deletes itself
+/// when it is done, and when the connection is replaced.
+class RedisServerInspection : public QObject
+{
+    Q_OBJECT
+
+public:
+    RedisServerInspection(RedisSession* session, QObject* parent);
+
+    /// `neededCommands` are those that a viewer runs, to be tried.
+    void start(const RedisMetadata& metadata, std::vector<QByteArrayList> neededCommands,
+               std::function<void(const RedisServerReport&)> done);
+
+private:
+    void askTime();
+    void askServer();
+    void askGrants();
+    void finish();
+
+    RedisSession* m_session;
+    RedisRoundTrips m_roundTrips;
+    RedisInquiry m_inquiry;
+    std::vector<QByteArrayList> m_neededCommands;
+    RedisServerReport m_report;
+    std::function<void(const RedisServerReport&)> m_done;
+};
+
+} // namespace Velk
+
+#endif

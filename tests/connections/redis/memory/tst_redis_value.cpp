@@ -1,0 +1,97 @@
+#include <connections/redis/memory/redis_value.h>
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using namespace Velk;
+
+class TestRedisValue : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void storedBytesAreAVariant_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QVariant>("value");
+
+        QTest::newRow("boolean") << QByteArray("true") << QVariant(true);
+        QTest::newRow("whole number") << QByteArray("-42") << QVariant(qlonglong(-42));
+        QTest::newRow("large whole number") << QByteArray("9007199254740993") << QVariant(qlonglong(9007199254740993));
+        QTest::newRow("number") << QByteArray("36.5") << QVariant(36.5);
+        QTest::newRow("a number with a point is floating") << QByteArray("17.0") << QVariant(17.0);
+        QTest::newRow("a number with an exponent is floating") << QByteArray(" 2E3 ") << QVariant(2000.0);
+        QTest::newRow("negative zero") << QByteArray("-0.0") << QVariant(-0.0);
+        QTest::newRow("text") << QByteArray("\"open\"") << QVariant(QString("open"));
+        QTest::newRow("list") << QByteArray("[1,2.5,\"a\"]") << QVariant(QVariantList{qlonglong(1), 2.5, QString("a")});
+        QTest::newRow("map") << QByteArray("{\"x\":1}") << QVariant(QVariantMap{{"x", qlonglong(1)}});
+        QTest::newRow("null") << QByteArray("null") << QVariant();
+        QTest::newRow("not JSON") << QByteArray("open the gripper") << QVariant(QString("open the gripper"));
+        QTest::newRow("two values are no JSON") << QByteArray("1,2") << QVariant(QString("1,2"));
+        QTest::newRow("no value is no JSON") << QByteArray("] [") << QVariant(QString("] ["));
+        QTest::newRow("empty") << QByteArray("") << QVariant(QString(""));
+        QTest::newRow("not UTF-8") << QByteArray("caf\xe9") << QVariant(QString("caf\xef\xbf\xbd"));
+    }
+    void storedBytesAreAVariant()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QVariant, value);
+
+        const QVariant result = redisValue(bytes);
+
+        QCOMPARE(result, value);
+        QCOMPARE(result.userType(), value.userType());
+    }
+
+    void aVariantIsStoredAsJson_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QByteArray>("expected");
+
+        QTest::newRow("boolean") << QVariant(false) << QByteArray("false");
+        QTest::newRow("whole number") << QVariant(7) << QByteArray("7");
+        QTest::newRow("largest whole number")
+            << QVariant(std::numeric_limits<qulonglong>::max()) << QByteArray("18446744073709551615");
+        QTest::newRow("a double that is whole keeps its point") << QVariant(17.0) << QByteArray("17.0");
+        QTest::newRow("every digit of a double") << QVariant(0.1 + 0.2) << QByteArray("0.30000000000000004");
+        QTest::newRow("a large double") << QVariant(1e300) << QByteArray("1e+300");
+        QTest::newRow("not a number") << QVariant(std::nan("")) << QByteArray("nan");
+        QTest::newRow("infinite") << QVariant(-INFINITY) << QByteArray("-inf");
+        QTest::newRow("text") << QVariant("a \"b\"") << QByteArray("\"a \\\"b\\\"\"");
+        QTest::newRow("list") << QVariant(QVariantList{1, "a"}) << QByteArray("[1,\"a\"]");
+        QTest::newRow("map") << QVariant(QVariantMap{{"x", 1}}) << QByteArray("{\"x\":1}");
+        QTest::newRow("no value") << QVariant() << QByteArray("null");
+    }
+    void aVariantIsStoredAsJson()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QByteArray, expected);
+
+        QCOMPARE(redisBytes(value), expected);
+    }
+
+    void aStoredVariantIsReadBack_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::newRow("boolean") << QVariant(true);
+        QTest::newRow("whole number") << QVariant(qlonglong(-7));
+        QTest::newRow("double") << QVariant(17.0);
+        QTest::newRow("text") << QVariant("17");
+        QTest::newRow("list") << QVariant(QVariantList{qlonglong(1), 2.5});
+        QTest::newRow("no value") << QVariant();
+    }
+    void aStoredVariantIsReadBack()
+    {
+        QFETCH(QVariant, value);
+
+        const QVariant result = redisValue(redisBytes(value));
+
+        QCOMPARE(result, value);
+        QCOMPARE(result.userType(), value.userType());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRedisValue)
+#include "tst_redis_value.moc"

@@ -1,0 +1,138 @@
+#include "support/real_time_answer.h"
+#include "support/redis_robot.h"
+#include "support/redis_viewer.h"
+
+#include <QTest>
+
+using namespace Velk;
+
+namespace {
+
+constexpr int patienceMs = 60000;
+
+QByteArrayList names(int count)
+{
+    QByteArrayList list;
+    for (int i = 0; i < count; ++i)
+        list.append("Key/" + QByteArray::number(i));
+    return list;
+}
+
+} // namespace
+
+class TestRedisLists : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
+    void init()
+    {
+        m_robot = std::make_unique<RedisRobot>();
+        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
+    }
+
+    void theThreeListsAreTheIndexSets();
+    void aListThatCannotBeReadIsEmptyAndSaysWhy();
+    void aListOfManyNamesIsCompleteAndWithoutRepetitions();
+    void listsFinishEmptyWhenTheServerGoesAway();
+    void listsFinishEmptyWhenTheLinkIsClosed();
+    void anInterfaceThatOutlivesItsConnectionAnswersEmpty();
+
+private:
+    std::unique_ptr<RedisRobot> m_robot;
+};
+
+void TestRedisLists::theThreeListsAreTheIndexSets()
+{
+    m_robot->client().command({"SADD", "mem:{arm1}:data", "Arm/Angle", "Gripper"});
+    m_robot->client().command({"SADD", "mem:{arm1}:event", "Bumper"});
+    m_robot->client().command({"SADD", "mem:{arm1}:microevent", "Touch"});
+    m_robot->client().command({"SADD", "mem:{arm2}:data", "of another robot"});
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+
+    const QFuture<QStringList> data = viewer.memory()->getDataList();
+    const QFuture<QStringList> events = viewer.memory()->getEventList();
+    const QFuture<QStringList> microEvents = viewer.memory()->getMicroEventList();
+
+    QCOMPARE(RedisViewer::names(data), (QStringList{"Arm/Angle", "Gripper"}));
+    QCOMPARE(RedisViewer::names(events), QStringList{"Bumper"});
+    QCOMPARE(RedisViewer::names(microEvents), QStringList{"Touch"});
+}
+
+void TestRedisLists::aListThatCannotBeReadIsEmptyAndSaysWhy()
+{
+    m_robot->client().command({"SET", "mem:{arm1}:data", "not a set"});
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+
+    QCOMPARE(RedisViewer::names(viewer.memory()->getDataList()), QStringList());
+    QCOMPARE(viewer.messages().size(), 1);
+    QVERIFY2(viewer.messages().first().contains("mem:{arm1}:data"), qPrintable(viewer.messages().first()));
+}
+
+void TestRedisLists::aListOfManyNamesIsCompleteAndWithoutRepetitions()
+{
+    // More than are asked for at once, so that the set is walked through.
+    const int count = 100001;
+    m_robot->client().command(QByteArrayList{"SADD", "mem:{arm1}:data"} + names(count));
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+
+    const QStringList list = RedisViewer::names(viewer.memory()->getDataList());
+
+    QCOMPARE(list.size(), count);
+    QCOMPARE(QSet<QString>(list.begin(), list.end()).size(), count);
+}
+
+void TestRedisLists::listsFinishEmptyWhenTheServerGoesAway()
+{
+    m_robot->client().command({"SADD", "mem:{arm1}:data", "Arm/Angle"});
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+
+    m_robot->server().pause();
+    const QFuture<QStringList> data = viewer.memory()->getDataList();
+    m_robot->server().kill();
+
+    QCOMPARE(RedisViewer::names(data), QStringList());
+}
+
+void TestRedisLists::listsFinishEmptyWhenTheLinkIsClosed()
+{
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    const QFuture<QStringList> data = viewer.memory()->getDataList();
+
+    viewer.link().close();
+
+    QVERIFY(data.isFinished());
+    QCOMPARE(RedisViewer::names(data), QStringList());
+}
+
+void TestRedisLists::anInterfaceThatOutlivesItsConnectionAnswersEmpty()
+{
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    const boost::shared_ptr<MemoryInterface> memory = viewer.memory();
+    viewer.link().close();
+    RealTimeAnswer answer;
+
+    memory->watchKey("Arm/Angle", 100);
+    memory->startWatcher(200, 100);
+    memory->setGatherPeriod(200);
+    memory->setSamplingPeriod(100);
+    memory->isRealTimeSupported(&answer, "take");
+    memory->unwatchKey("Arm/Angle");
+    memory->unwatchAll();
+    memory->stopWatcher();
+
+    QCOMPARE(RedisViewer::names(memory->getDataList()), QStringList());
+    QCOMPARE(RedisViewer::names(memory->getEventList()), QStringList());
+    QCOMPARE(RedisViewer::names(memory->getMicroEventList()), QStringList());
+    QTRY_COMPARE_WITH_TIMEOUT(answer.answers, QList<bool>{false}, patienceMs);
+}
+
+QTEST_GUILESS_MAIN(TestRedisLists)
+#include "tst_redis_lists.moc"

@@ -1,0 +1,245 @@
+#include "support/fault_proxy.h"
+#include "support/redis_robot.h"
+#include "support/redis_viewer.h"
+
+#include <QTest>
+
+using namespace Velk;
+
+namespace {
+
+constexpr int patienceMs = 60000;
+
+QByteArrayList names(int count)
+{
+    QByteArrayList list;
+    for (int i = 0; i < count; ++i)
+        list.append("Key/" + QByteArray::number(i));
+    return list;
+}
+
+} // namespace
+
+class TestRedisSampling : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
+    void init()
+    {
+        m_robot = std::make_unique<RedisRobot>();
+        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
+    }
+
+    void everyTickIsASampleWithTheServersTime();
+    void keysHaveTheirOwnPeriodsWhenTheWatcherHasNone();
+    void anUnwatchedKeyIsDeliveredNoMore();
+    void aWatcherThatDoesNotRunDeliversNothing();
+    void aBatchIsDeliveredAlsoWhenThereIsNothing();
+    void aKeyThatAppearsLaterIsDelivered();
+    void aKeyOfAnotherTypeIsReportedAndTheOthersGoOn();
+    void aValueThatIsTooLongIsReportedAndTheOthersGoOn();
+    void moreKeysThanOneCommandTakesAreAllSampled();
+    void aTickWithoutAnswerToTheOneBeforeIsSkippedAndCounted();
+
+private:
+    std::unique_ptr<RedisRobot> m_robot;
+};
+
+void TestRedisSampling::everyTickIsASampleWithTheServersTime()
+{
+    m_robot->put("Arm/Angle", "1");
+    const double before = m_robot->client().list({"TIME"}).first().toDouble();
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+
+    viewer.watch({"Arm/Angle"});
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("Arm/Angle").size() >= 5, patienceMs);
+    m_robot->client().command({"SET", "mem:{arm1}:v:Arm/Angle", "2"});
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Arm/Angle"), (QStringList{"1", "2"}), patienceMs);
+
+    const double after = m_robot->client().list({"TIME"}).first().toDouble() + 1.0;
+    QVERIFY(viewer.samples("Arm/Angle").firstKey() >= before);
+    QVERIFY(viewer.samples("Arm/Angle").lastKey() <= after);
+    QVERIFY(!viewer.hasDisorder());
+}
+
+void TestRedisSampling::keysHaveTheirOwnPeriodsWhenTheWatcherHasNone()
+{
+    m_robot->put("Fast", "1");
+    m_robot->put("Slow", "1");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    const boost::shared_ptr<MemoryInterface> memory = viewer.memory();
+    int fastCount = 0;
+    int slowCount = 0;
+    QObject::connect(memory.get(), &MemoryInterface::dataGathered, &viewer,
+                     [&](const QMap<QString, QMap<double, QVariant>>& data) {
+                         fastCount += int(data.value("Fast").size());
+                         slowCount += int(data.value("Slow").size());
+                     });
+
+    memory->watchKey("Fast", 10);
+    memory->watchKey("Slow", 3600000);
+    memory->startWatcher(20, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(fastCount >= 10, patienceMs);
+    QCOMPARE(slowCount, 0);
+    memory->watchKey("Slow", 20);
+    QTRY_VERIFY_WITH_TIMEOUT(slowCount >= 2, patienceMs);
+}
+
+void TestRedisSampling::anUnwatchedKeyIsDeliveredNoMore()
+{
+    m_robot->put("A", "1");
+    m_robot->put("B", "1");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"A", "B"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty() && !viewer.values("B").isEmpty(), patienceMs);
+
+    viewer.memory()->unwatchKey("A");
+    viewer.memory()->unwatchKey("never watched");
+    const qsizetype countA = viewer.values("A").size();
+    const qsizetype countB = viewer.values("B").size();
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("B").size() >= countB + 10, patienceMs);
+
+    QCOMPARE(viewer.values("A").size(), countA);
+}
+
+void TestRedisSampling::aWatcherThatDoesNotRunDeliversNothing()
+{
+    m_robot->put("A", "1");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"A"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty(), patienceMs);
+
+    viewer.memory()->stopWatcher();
+    const int batches = viewer.batchCount();
+    // Two round trips: ticks and deliveries that were on their way would be here.
+    RedisViewer::names(viewer.memory()->getDataList());
+    RedisViewer::names(viewer.memory()->getDataList());
+
+    QCOMPARE(viewer.batchCount(), batches);
+}
+
+void TestRedisSampling::aBatchIsDeliveredAlsoWhenThereIsNothing()
+{
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+
+    viewer.watch({"unknown to the robot"});
+
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.batchCount() >= 3, patienceMs);
+    QCOMPARE(viewer.values("unknown to the robot"), QStringList());
+}
+
+void TestRedisSampling::aKeyThatAppearsLaterIsDelivered()
+{
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"Value", "Stream", "Event"});
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.batchCount() >= 1, patienceMs);
+
+    m_robot->put("Value", "1");
+    m_robot->raise("Event", "2");
+    m_robot->client().command({"SADD", "mem:{arm1}:data", "Stream"});
+    m_robot->client().command({"XADD", "mem:{arm1}:v:Stream", "*", "v", "3"});
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Value"), QStringList{"1"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Event"), QStringList{"2"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Stream"), QStringList{"3"}, patienceMs);
+}
+
+void TestRedisSampling::aKeyOfAnotherTypeIsReportedAndTheOthersGoOn()
+{
+    m_robot->put("Good", "1");
+    m_robot->raise("Bumper", "1");
+    m_robot->client().command({"SADD", "mem:{arm1}:data", "Bad"});
+    m_robot->client().command({"LPUSH", "mem:{arm1}:v:Bad", "1"});
+    m_robot->client().command({"SADD", "mem:{arm1}:event", "Worse"});
+    m_robot->client().command({"SET", "mem:{arm1}:e:Worse", "1"});
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+
+    viewer.watch({"Good", "Bad", "Worse", "Bumper"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Good").isEmpty(), patienceMs);
+    m_robot->raise("Bumper", "2");
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"2"}, patienceMs);
+    QCOMPARE(viewer.messages().size(), 2);
+    QVERIFY2(viewer.messages().at(0).contains("mem:{arm1}:v:Bad"), qPrintable(viewer.messages().at(0)));
+    QVERIFY2(viewer.messages().at(1).contains("mem:{arm1}:e:Worse"), qPrintable(viewer.messages().at(1)));
+    QVERIFY(viewer.link().isConnected());
+
+    // One that changes its type while it is read is found as well.
+    m_robot->client().command({"DEL", "mem:{arm1}:e:Bumper"});
+    m_robot->client().command({"SET", "mem:{arm1}:e:Bumper", "1"});
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.messages().size(), 3, patienceMs);
+}
+
+void TestRedisSampling::aValueThatIsTooLongIsReportedAndTheOthersGoOn()
+{
+    m_robot->put("Image", "1");
+    m_robot->put("Good", "1");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"Good", "Image"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Image").isEmpty(), patienceMs);
+
+    // The largest value that the server takes.
+    m_robot->client().command({"SETRANGE", "mem:{arm1}:v:Image", QByteArray::number(512 * 1024 * 1024 - 1), "1"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.messages().isEmpty(), patienceMs);
+    QVERIFY2(viewer.messages().first().contains("\"Image\""), qPrintable(viewer.messages().first()));
+    QVERIFY2(viewer.messages().first().contains("512 MiB"), qPrintable(viewer.messages().first()));
+    QVERIFY(viewer.link().isConnected());
+    m_robot->client().command({"SET", "mem:{arm1}:v:Good", "2"});
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Good"), (QStringList{"1", "2"}), patienceMs);
+
+    m_robot->client().command({"SET", "mem:{arm1}:v:Image", "2"});
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Image"), (QStringList{"1", "2"}), patienceMs);
+}
+
+void TestRedisSampling::moreKeysThanOneCommandTakesAreAllSampled()
+{
+    const QByteArrayList keys = names(2500);
+    QByteArrayList command = {"MSET"};
+    for (const QByteArray& key : keys)
+        command << "mem:{arm1}:v:" + key << key;
+    m_robot->client().command(command);
+    m_robot->client().command(QByteArrayList{"SADD", "mem:{arm1}:data"} + keys);
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    QStringList watched;
+    for (const QByteArray& key : keys)
+        watched.append(QString::fromUtf8(key));
+
+    viewer.watch(watched, 100);
+
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values(watched.last()).isEmpty() && !viewer.values(watched.first()).isEmpty(),
+                             patienceMs);
+    for (const QString& name : watched)
+        QTRY_COMPARE_WITH_TIMEOUT(viewer.changes(name), QStringList{name}, patienceMs);
+}
+
+void TestRedisSampling::aTickWithoutAnswerToTheOneBeforeIsSkippedAndCounted()
+{
+    m_robot->put("A", "1");
+    FaultProxy proxy(m_robot->server().port());
+    RedisViewer viewer(proxy.url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"A"}, 20);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty(), patienceMs);
+
+    proxy.setSwallowing(true);
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.link().losses().skippedTicks >= 5, patienceMs);
+
+    QVERIFY(viewer.link().losses("A").skippedTicks >= 5);
+    QCOMPARE(viewer.link().losses("A"), viewer.link().losses());
+    QCOMPARE(viewer.link().losses("never watched"), SampleLosses());
+    QVERIFY(viewer.link().isConnected());
+}
+
+QTEST_GUILESS_MAIN(TestRedisSampling)
+#include "tst_redis_sampling.moc"

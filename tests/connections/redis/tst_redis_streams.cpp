@@ -1,0 +1,243 @@
+#include "support/fault_proxy.h"
+#include "support/redis_robot.h"
+#include "support/redis_viewer.h"
+
+#include <QTest>
+
+using namespace Velk;
+
+namespace {
+
+constexpr int patienceMs = 60000;
+
+} // namespace
+
+class TestRedisStreams : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
+    void init()
+    {
+        m_robot = std::make_unique<RedisRobot>();
+        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
+    }
+
+    void aStreamDataKeyStartsWithItsNewestValueAndKeepsEverySample();
+    void eventsAreDeliveredOnceFromTheWatchOn();
+    void aNameThatIsEventAndMicroEventGetsBoth();
+    void theProducersTimeIsTheTimeStamp();
+    void timeStampsAscendWhateverTheProducerSays();
+    void eventsOfALossAreDeliveredAfterIt();
+    void eventsThatWereTrimmedDuringALossAreCounted();
+    void eventsThatAreTrimmedBetweenTicksAreCounted();
+    void aStoppedWatcherDoesNotCatchUp();
+    void aServerWithOtherDataIsReadFromItsStart();
+
+private:
+    std::unique_ptr<RedisRobot> m_robot;
+};
+
+void TestRedisStreams::aStreamDataKeyStartsWithItsNewestValueAndKeepsEverySample()
+{
+    m_robot->client().command({"SADD", "mem:{arm1}:data", "Angle"});
+    m_robot->client().command({"XADD", "mem:{arm1}:v:Angle", "*", "v", "1"});
+    m_robot->client().command({"XADD", "mem:{arm1}:v:Angle", "*", "v", "2"});
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"Angle"}, 200);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Angle"), QStringList{"2"}, patienceMs);
+
+    QList<QByteArrayList> commands;
+    QStringList expected = {"2"};
+    for (int i = 0; i < 3000; ++i) {
+        commands.append({"XADD", "mem:{arm1}:v:Angle", "*", "v", QByteArray::number(i)});
+        expected.append(QString::number(i));
+    }
+    QCOMPARE(m_robot->client().pipeline(commands), 3000);
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Angle").size(), expected.size(), patienceMs);
+    QCOMPARE(viewer.values("Angle"), expected);
+    QVERIFY(!viewer.hasDisorder());
+    QCOMPARE(viewer.link().losses(), SampleLosses());
+}
+
+void TestRedisStreams::eventsAreDeliveredOnceFromTheWatchOn()
+{
+    m_robot->raise("Bumper", "\"before\"");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    m_robot->put("Value", "1");
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+
+    m_robot->raise("Bumper", "\"left\"");
+    m_robot->raise("Bumper", "\"right\"");
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"left", "right"}), patienceMs);
+    const int batches = viewer.batchCount();
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.batchCount() > batches + 3, patienceMs);
+
+    QCOMPARE(viewer.values("Bumper"), (QStringList{"left", "right"}));
+}
+
+void TestRedisStreams::aNameThatIsEventAndMicroEventGetsBoth()
+{
+    m_robot->raise("Touch", "0");
+    m_robot->client().command({"SADD", "mem:{arm1}:microevent", "Touch"});
+    m_robot->put("Touch", "7");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"Touch"});
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Touch"), QStringList{"7"}, patienceMs);
+
+    m_robot->raise("Touch", "1");
+    m_robot->client().command({"XADD", "mem:{arm1}:m:Touch", "*", "v", "2"});
+
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("Touch").contains("1") && viewer.values("Touch").contains("2"), patienceMs);
+    QVERIFY(!viewer.hasDisorder());
+}
+
+void TestRedisStreams::theProducersTimeIsTheTimeStamp()
+{
+    m_robot->raise("Bumper", "0");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    m_robot->put("Value", "1");
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+
+    m_robot->raise("Bumper", "1", "12.5");
+    m_robot->raise("Bumper", "2", "13.25");
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.samples("Bumper").keys(), (QList<double>{12.5, 13.25}), patienceMs);
+
+    // Without a time of the producer's, the server's counts.
+    m_robot->client().command({"XADD", "mem:{arm1}:e:Bumper", "4000000000500-0", "v", "3", "t", "noon"});
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.samples("Bumper").keys(), (QList<double>{12.5, 13.25, 4000000000.5}), patienceMs);
+}
+
+void TestRedisStreams::timeStampsAscendWhateverTheProducerSays()
+{
+    m_robot->raise("Bumper", "0");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    m_robot->put("Value", "1");
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+
+    for (const char* time : {"5", "5", "4", "1e300", "6", "nan", "inf"})
+        m_robot->raise("Bumper", time, time);
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper").size(), 7, patienceMs);
+    QVERIFY(!viewer.hasDisorder());
+    QCOMPARE(viewer.values("Bumper"), (QStringList{"5", "5", "4", "1e+300", "6", "nan", "inf"}));
+}
+
+void TestRedisStreams::eventsOfALossAreDeliveredAfterIt()
+{
+    m_robot->raise("Bumper", "0");
+    FaultProxy proxy(m_robot->server().port());
+    RedisViewer viewer(proxy.url());
+    QVERIFY(viewer.connectToRobot());
+    m_robot->put("Value", "1");
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    m_robot->raise("Bumper", "1");
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"1"}, patienceMs);
+
+    proxy.closeAll();
+    m_robot->raise("Bumper", "2");
+    m_robot->raise("Bumper", "3");
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.connectionSignals(), (QStringList{"connected", "lost", "connected"}), patienceMs);
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"1", "2", "3"}), patienceMs);
+    QCOMPARE(viewer.link().losses("Bumper").trimmed, 0);
+    QVERIFY(!viewer.hasDisorder());
+}
+
+void TestRedisStreams::eventsThatWereTrimmedDuringALossAreCounted()
+{
+    m_robot->raise("Bumper", "0");
+    FaultProxy proxy(m_robot->server().port());
+    RedisViewer viewer(proxy.url());
+    QVERIFY(viewer.connectToRobot());
+    m_robot->put("Value", "1");
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    m_robot->raise("Bumper", "1");
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"1"}, patienceMs);
+
+    proxy.closeAll();
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.link().state(), RobotLink::Lost, patienceMs);
+    for (int i = 2; i <= 11; ++i)
+        m_robot->client().command({"XADD", "mem:{arm1}:e:Bumper", "MAXLEN", "3", "*", "v", QByteArray::number(i)});
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"1", "9", "10", "11"}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.link().losses("Bumper").trimmed, 7, patienceMs);
+    QCOMPARE(viewer.link().losses().trimmed, 7);
+}
+
+void TestRedisStreams::eventsThatAreTrimmedBetweenTicksAreCounted()
+{
+    m_robot->raise("Bumper", "0");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    m_robot->put("Value", "1");
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+
+    // In one transaction no tick comes in between.
+    QList<QByteArrayList> commands = {{"MULTI"}};
+    for (int i = 1; i <= 100; ++i)
+        commands.append({"XADD", "mem:{arm1}:e:Bumper", "MAXLEN", "10", "*", "v", QByteArray::number(i)});
+    commands.append({"EXEC"});
+    QCOMPARE(m_robot->client().pipeline(commands), 102);
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper").size(), 10, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.link().losses("Bumper").trimmed, 90, patienceMs);
+}
+
+void TestRedisStreams::aStoppedWatcherDoesNotCatchUp()
+{
+    m_robot->raise("Bumper", "0");
+    m_robot->put("Value", "1");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+
+    viewer.memory()->stopWatcher();
+    m_robot->raise("Bumper", "1");
+    const qsizetype count = viewer.values("Value").size();
+    viewer.memory()->startWatcher(20, 10);
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("Value").size() > count, patienceMs);
+    m_robot->raise("Bumper", "2");
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"2"}, patienceMs);
+}
+
+void TestRedisStreams::aServerWithOtherDataIsReadFromItsStart()
+{
+    m_robot->raise("Bumper", "0");
+    m_robot->put("Value", "1");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"Bumper", "Value"});
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    m_robot->raise("Bumper", "1");
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"1"}, patienceMs);
+
+    m_robot->server().kill();
+    QVERIFY(m_robot->server().start());
+    m_robot->client().command({"SADD", "mem:{arm1}:event", "Bumper"});
+    m_robot->client().command({"XADD", "mem:{arm1}:e:Bumper", "1-1", "v", "2"});
+    m_robot->put("Value", "2");
+
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"1", "2"}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Value"), (QStringList{"1", "2"}), patienceMs);
+    QCOMPARE(viewer.link().losses("Bumper").trimmed, 0);
+    QVERIFY(!viewer.hasDisorder());
+}
+
+QTEST_GUILESS_MAIN(TestRedisStreams)
+#include "tst_redis_streams.moc"

@@ -21,7 +21,7 @@ BatchMatcher::BatchMatcher(const QSet<DisplayedMemoryKey>& keys)
     std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
 }
 
-std::vector<BatchMatcher::Match> BatchMatcher::match(const QMap<QString, QMap<double, QVariant>>& batch)
+std::vector<BatchMatcher::Match> BatchMatcher::match(const GatheredData& batch)
 {
     std::vector<Match> matches;
     matches.reserve(std::min(m_entries.size(), std::size_t(batch.size())));

@@ -2,11 +2,10 @@
 #define MEMORYKEYMODEL_BATCH_MATCHER_H
 
 #include <memorykeymodel/displayed_memory_key.h>
+#include <robotconnection/memory_interface.h>
 
-#include <QMap>
 #include <QSet>
 #include <QString>
-#include <QVariant>
 
 #include <cstddef>
 #include <vector>
@@ -29,12 +28,12 @@ public:
     /// A displayed key that the batch holds samples of.
     struct Match
     {
-        int place;                             ///< of the key in the iteration over the set
-        const QMap<double, QVariant>* samples; ///< in the batch; not empty
+        int place;              ///< of the key in the iteration over the set
+        const Samples* samples; ///< in the batch; not empty
     };
 
     /// Ascending by name. The pointers are valid as long as the batch.
-    std::vector<Match> match(const QMap<QString, QMap<double, QVariant>>& batch);
+    std::vector<Match> match(const GatheredData& batch);
 
 private:
     struct Entry

@@ -58,7 +58,7 @@ DisplayedMemoryKeyListModel::DisplayedMemoryKeyListModel(ConnectionManager* conn
     connect(m_connectionManager, &ConnectionManager::disconnected, this,
             &DisplayedMemoryKeyListModel::onConnectionStateChanged);
     // The odd name is part of the interface.
-    qRegisterMetaType<QMap<QString, QMap<double, QVariant>>>("const QMap<QString, QMap<double, QVariant> >&)");
+    qRegisterMetaType<GatheredData>("const QMap<QString, QMap<double, QVariant> >&)");
 }
 
 ConnectionManager* DisplayedMemoryKeyListModel::connectionManager()
@@ -308,7 +308,7 @@ void DisplayedMemoryKeyListModel::displayedKeysHaveChanged()
 
 void DisplayedMemoryKeyListModel::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
 {
-    const QMap<QString, QMap<double, QVariant>> batch = data; // a slot may change the sender's map
+    const GatheredData batch = data; // a slot may change the sender's map
     const std::shared_ptr<BatchMatcher> matcher = batchMatcher();
     const std::vector<BatchMatcher::Match> matches = matcher->match(batch);
     if (!m_newestValues)

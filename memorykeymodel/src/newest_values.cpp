@@ -21,7 +21,7 @@ QSet<DisplayedMemoryKey> NewestValues::keep(const std::vector<BatchMatcher::Matc
 QSet<DisplayedMemoryKey> NewestValues::keepAll(const std::vector<BatchMatcher::Match>& matches,
                                                QSet<DisplayedMemoryKey>* keys)
 {
-    std::vector<const QMap<double, QVariant>*> samplesByPlace(matches.size());
+    std::vector<const Samples*> samplesByPlace(matches.size());
     for (const BatchMatcher::Match& match : matches)
         samplesByPlace[std::size_t(match.place)] = match.samples;
     auto samples = samplesByPlace.cbegin();
@@ -37,7 +37,7 @@ void NewestValues::keepSame(const std::vector<BatchMatcher::Match>& matches, QSe
     keys->detach();
     auto match = m_walkToMatch.cbegin();
     for (auto announced = m_announced.begin(); announced != m_announced.end(); ++announced) {
-        const QMap<double, QVariant>& samples = *matches[std::size_t(*match++)].samples;
+        const Samples& samples = *matches[std::size_t(*match++)].samples;
         announced->keepNewest(samples);
         keys->constFind(*announced)->keepNewest(samples);
     }
@@ -45,7 +45,7 @@ void NewestValues::keepSame(const std::vector<BatchMatcher::Match>& matches, QSe
 
 void NewestValues::keepOthers(const std::vector<BatchMatcher::Match>& matches, QSet<DisplayedMemoryKey>* keys)
 {
-    std::vector<const QMap<double, QVariant>*> samplesByPlace(std::size_t(keys->size()), nullptr);
+    std::vector<const Samples*> samplesByPlace(std::size_t(keys->size()), nullptr);
     m_places.clear();
     m_walkToMatch.clear();
     for (const BatchMatcher::Match& match : matches) {
@@ -56,7 +56,7 @@ void NewestValues::keepOthers(const std::vector<BatchMatcher::Match>& matches, Q
     m_announced.clear();
     m_announced.reserve(int(matches.size()));
     auto displayed = keys->begin();
-    for (const QMap<double, QVariant>* const samples : samplesByPlace) {
+    for (const Samples* const samples : samplesByPlace) {
         if (samples) {
             displayed->keepNewest(*samples);
             m_announced.insert(*displayed);

@@ -45,9 +45,9 @@ void DisplayedMemoryKeyListModel::Recording::start()
     if (!model || !model->m_isRecording || m_run != run)
         return; // a slot ended this recording: its initial values have no file to go to
 
-    QMap<QString, QMap<double, QVariant>> newestValues;
+    GatheredData newestValues;
     for (const DisplayedMemoryKey& displayed : qAsConst(m_model->m_displayedKeys)) {
-        const QMap<double, QVariant> history = displayed.valueHistory();
+        const Samples history = displayed.valueHistory();
         if (!history.isEmpty())
             newestValues[displayed.key().name()].insert(history.lastKey(), history.last());
     }

@@ -78,7 +78,7 @@ PublishResult publishCopy(QFileDevice& from, qint64 size, const QString& to, int
     if (!syncToDisk(copy))
         return {PublishResult::Failed, copy.error() != QFileDevice::NoError ? copy.errorString() : systemError(errno)};
 
-    const PublishResult result = publishFile(copyPath, to, replace);
+    PublishResult result = publishFile(copyPath, to, replace);
     if (result.outcome == PublishResult::Published) {
         copy.setAutoRemove(false);
         setPublishedMode(copy, mode);

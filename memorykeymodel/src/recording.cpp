@@ -10,7 +10,7 @@
 
 namespace Velk {
 
-// The texts of the model are translated in its own context, so tr() is called with its class.
+// tr() is called with the class of the model: lupdate finds no context for a plain tr() in a nested class.
 
 DisplayedMemoryKeyListModel::Recording::Recording(DisplayedMemoryKeyListModel* model)
     : m_model(model)

@@ -31,7 +31,8 @@ RecordFileSaver::RecordFileSaver(QTemporaryFile* file)
     // Before the file is opened for reading, which clears the error of closing it.
     if (m_file->error() != QFileDevice::NoError)
         m_lossReason = m_file->errorString();
-    // This call gives the file a name if it has none yet. A file without a name would be lost when it is closed.
+    // This call gives the file a name if it has none yet. A file without a name disappears
+    // with the file object.
     m_temporaryPath = m_file->fileName();
     m_file->setAutoRemove(false);
 

@@ -1,6 +1,6 @@
 #include <apps/velk-watch/src/recording_control.h>
 
-#include "fake_robot_link.h"
+#include "support/fake_robot_link.h"
 
 #include <QFile>
 #include <QSignalSpy>

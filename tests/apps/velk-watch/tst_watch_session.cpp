@@ -1,7 +1,7 @@
 #include <apps/velk-watch/src/watch_session.h>
 
-#include "fake_robot_link.h"
 #include "patient_try.h"
+#include "support/fake_robot_link.h"
 
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>

@@ -1,9 +1,9 @@
-#ifndef TESTS_APPS_VELK_WATCH_FAKE_ROBOT_LINK_H
-#define TESTS_APPS_VELK_WATCH_FAKE_ROBOT_LINK_H
+#ifndef TESTS_SUPPORT_FAKE_ROBOT_LINK_H
+#define TESTS_SUPPORT_FAKE_ROBOT_LINK_H
+
+#include "fake_robot.h"
 
 #include <connections/link/robot_link.h>
-
-#include <support/fake_robot.h>
 
 #include <QRegularExpression>
 
@@ -28,6 +28,16 @@ public:
         RobotLink::establish(memory);
     }
     void lose() { RobotLink::lose(QStringLiteral("Lost"), QStringLiteral("The test took the robot away.")); }
+    using RobotLink::reportFailure;
+    /// Answers the last isRealTimeSupported(), and reports the answer from the event loop. Nothing without a
+    /// connection.
+    void answerRealTimeSupported(bool isSupported)
+    {
+        if (!isConnected())
+            return;
+        memory->answerRealTimeSupported(isSupported);
+        setRealTimeSupport(isSupported);
+    }
 
     /// What the memory service was asked since the last call, without what the lists of a catalogue ask.
     QStringList takeLog()

@@ -1,0 +1,1 @@
+#include <session/recorded_rows.h>

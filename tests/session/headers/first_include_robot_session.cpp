@@ -1,0 +1,1 @@
+#include <session/robot_session.h>

@@ -1,0 +1,1 @@
+#include <session/sample_stream.h>

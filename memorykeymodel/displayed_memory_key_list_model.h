@@ -30,6 +30,18 @@ class NewestValues;
 /// writes every delivered sample of the displayed keys to a temporary file, which the application takes afterwards
 /// (docs/record-file.md).
 ///
+/// After a connection the set rebuilds its keys from those that were displayed when the connection came up. Until the
+/// first keysUpdated() of the connection reports the rebuilt set, it is too early for changes: a key that is added is
+/// dropped from the set again and stays subscribed on the robot, and a key that is removed comes back. Neither has a
+/// signal of its own. Add keys before the connection, or when the set is rebuilt:
+///
+///     QObject::connect(&model, &DisplayedMemoryKeyListModel::keysUpdated, &model, [&] {
+///         if (model.keys().isEmpty()) // nothing was displayed before the connection
+///             model.addKeys(keys);
+///     });
+///
+/// RobotSession (session/robot_session.h) makes changes at any time and starts the watcher on every connection.
+///
 /// Owned by its connection manager. Everything runs, and every signal arrives, on that object's thread. Nothing throws:
 /// errors are reported by error(). A slot of any signal may call any operation here, and may delete the model.
 class MEMORYKEYMODEL_EXPORT DisplayedMemoryKeyListModel : public QObject
@@ -50,7 +62,8 @@ public:
     QSet<DisplayedMemoryKey> displayedKeys() const;
     /// Displays the keys that are not displayed yet and watches them with samplingPeriod(). Then starts the watcher if
     /// any key is displayed, even if none was added. Without a memory service the keys are displayed now and watched
-    /// from the next connection on. Emits keysAdded() at the end.
+    /// from the next connection on. Until the first keysUpdated() of a connection it is too early: see above. Emits
+    /// keysAdded() at the end.
     void addKeys(const QSet<MemoryKey>& keys);
     /// Removes the keys from the displayed keys and from the selection, and ends their subscriptions, including those
     /// of names that are not displayed. Stops the watcher when no key is displayed any longer. Emits keysRemoved() at

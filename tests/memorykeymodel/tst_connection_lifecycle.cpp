@@ -24,6 +24,8 @@ private Q_SLOTS:
     void twoSignalsWhileConnectedSubscribeTwice();
     void keysSurviveTheDisconnection();
     void keysAddedWhileDisconnectedAreSubscribedOnConnection();
+    void keysAreDroppedThatAreAddedBeforeTheSetIsRebuilt();
+    void keysAreKeptThatAreAddedWhenTheSetIsRebuilt();
     void theModelGivesTheNewCatalogueItsDisplayedKeys();
     void valuesAreRecordedFromTheConnectionToTheFile();
     void sequencesOfEventsLeaveAConsistentModel_data();
@@ -221,6 +223,40 @@ void TestConnectionLifecycle::keysAddedWhileDisconnectedAreSubscribedOnConnectio
     robot.connection.establish();
 
     QCOMPARE(robot.takeLog().filter("watchKey"), QStringList{"watchKey Arm 100"});
+}
+
+void TestConnectionLifecycle::keysAreDroppedThatAreAddedBeforeTheSetIsRebuilt()
+{
+    WatchedRobot robot;
+    QSignalSpy updated(&robot.model, &DisplayedMemoryKeyListModel::keysUpdated);
+    robot.connection.establish();
+
+    robot.model.addKeys(keySet({"Arm"}));
+    robot.takeLog();
+    robot.connection.memory->finishLists({"Arm"});
+
+    QTRY_COMPARE(updated.count(), 1);
+    QCOMPARE(names(robot.model.keys()), QStringList());
+    QCOMPARE(robot.takeLog(), QStringList("keysUpdated")); // the robot goes on sampling Arm
+}
+
+void TestConnectionLifecycle::keysAreKeptThatAreAddedWhenTheSetIsRebuilt()
+{
+    WatchedRobot robot;
+    DisplayedMemoryKeyListModel& model = robot.model;
+    const QSet<MemoryKey> keys = keySet({"Arm"});
+
+    // As the comment of the class shows it.
+    QObject::connect(&model, &DisplayedMemoryKeyListModel::keysUpdated, &model, [&] {
+        if (model.keys().isEmpty()) // nothing was displayed before the connection
+            model.addKeys(keys);
+    });
+    robot.connection.establish();
+    robot.connection.memory->finishLists({"Arm"});
+
+    QTRY_COMPARE(names(model.keys()), QStringList("Arm"));
+    robot.connection.memory->deliver({{"Arm", {{1.0, 5}}}});
+    QCOMPARE(histories(model.displayedKeys()), QStringList("Arm: 1=5"));
 }
 
 void TestConnectionLifecycle::theModelGivesTheNewCatalogueItsDisplayedKeys()

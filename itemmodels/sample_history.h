@@ -3,22 +3,21 @@
 
 #include <itemmodels/itemmodels_export.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <robotconnection/memory_interface.h>
 
 #include <QHash>
 #include <QMap>
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QStringList>
-#include <QTimer>
 #include <QVariant>
 
+#include <memory>
 #include <vector>
 
 namespace Velk {
 
-class ConnectionManager;
-class MemoryInterface;
+class SampleStream;
 
 /// One sample of a key.
 struct HistorySample
@@ -56,17 +55,15 @@ private:
 /// The samples that the robot delivered for the displayed keys: every one, where the displayed key set keeps the newest
 /// of each batch. Bounded per key, by count and by time.
 ///
-/// Listens to the memory interface of the displayed key set's connection manager, the one of each connection.
-///
 /// What happened between two samples may be unknown: the robot was disconnected, or its watcher was stopped. The first
-/// sample after that is marked (HistorySample::isAfterGap), and a plot starts a new line there. A connection that ends
-/// or begins is noticed, and so is a watcher that delivers nothing for three of its periods; an application that stops
-/// the watcher itself calls markGap() with it, so that a short stop is told as well.
+/// sample after such a gap is marked (HistorySample::isAfterGap), and a plot starts a new line there. The gaps are
+/// those of the SampleStream. An application that stops the watcher itself, and not by a RobotSession, calls markGap()
+/// as well: a short stop is not noticed otherwise.
 ///
 /// The samples of a key ascend by time. One that has the time of another replaces it, and one that comes late is put in
-/// its place. When the robot's clock starts again, in that a sample is older than all that are kept or goes back over a
-/// gap, the samples of before have no place on its axis any more and are dropped. A time stamp that is no finite number
-/// is ignored.
+/// its place. A sample that is older than all that are kept, or that goes back over a gap, means that the robot's clock
+/// has restarted: the samples before it have no place on the new time axis and are dropped. A time stamp that is no
+/// finite number is ignored.
 ///
 /// Lives on the displayed key set's thread.
 class ITEMMODELS_EXPORT SampleHistory : public QObject
@@ -79,8 +76,10 @@ public:
     ~SampleHistory() override;
 
     DisplayedMemoryKeyListModel* displayedKeys() const { return m_displayedKeys; }
-    /// Follows another set; the samples of the former one are dropped.
-    void setDisplayedKeys(DisplayedMemoryKeyListModel* displayedKeys);
+    /// Follows another set; the samples of the former one are dropped. `samples` is a stream of the same robot, such as
+    /// RobotSession::samples(). It is not owned, and may be deleted at any time. Null: the history makes a stream of
+    /// its own.
+    void setDisplayedKeys(DisplayedMemoryKeyListModel* displayedKeys, SampleStream* samples = nullptr);
 
     /// How many samples of a key are kept; 10 000 at first, and never less than 1. A sample takes about 60 bytes and
     /// its value; memory is taken as samples come.
@@ -97,7 +96,8 @@ public:
     HistorySpan samples(const QString& name, double from, double to) const;
     /// The newest time stamp of all samples; 0 when there is none.
     double newestTime() const { return m_newestTime; }
-    /// Counts the changes of the key's samples: equal numbers, equal samples. 0 for a key without any.
+    /// Identifies the key's samples in this history: equal numbers mean equal samples, also after the key was removed
+    /// and added again. 0 for a key without samples.
     quint64 revision(const QString& name) const;
 
     /// The next sample of every key comes after a gap.
@@ -119,30 +119,30 @@ private:
         std::vector<HistorySample> samples; // the first `unused` ones are dropped already
         size_t unused = 0;
         bool isGapOpen = false;
-        quint64 revision = 0;
+        quint64 revision = 0; // 0 when there are no samples
     };
 
-    void attach();
-    void detach();
-    void onConnectionChanged();
-    void onDataGathered(const QMap<QString, QMap<double, QVariant>>& data);
+    void onBatch(const GatheredData& batch);
     void onKeysAdded(const QSet<DisplayedMemoryKey>& keys);
     void onKeysRemoved(const QSet<DisplayedMemoryKey>& keys);
     void onKeysUpdated(const QSet<DisplayedMemoryKey>& keys);
     void synchronise();
-    void insert(Ring& ring, double time, const QVariant& value);
-    void applyBounds(Ring& ring);
-    void dropFirst(Ring& ring, size_t count);
+    static void dropFirst(Ring& ring, size_t count);
+    bool insert(Ring& ring, double time, const QVariant& value);
+    bool applyBounds(Ring& ring);
+    void applyBoundsToAll();
+    void hasChanged(Ring& ring);
+    void forgetAll();
 
     QPointer<DisplayedMemoryKeyListModel> m_displayedKeys;
-    QPointer<ConnectionManager> m_connectionManager;
-    QPointer<MemoryInterface> m_attachedTo; // guarded, and only to tell whether it is still the one: never called
-    QHash<QString, Ring> m_rings;           // one for each displayed key
+    QPointer<SampleStream> m_samples;
+    std::unique_ptr<SampleStream> m_ownSamples; // when no other was given
+    QHash<QString, Ring> m_rings;               // one for each displayed key
+    quint64 m_lastRevision = 0;                 // counts the changes of all rings
     int m_maximumCount = 10000;
     double m_maximumAge = 0.0;
     double m_newestTime = 0.0;
     bool m_hasSamplesSinceGap = false;
-    QTimer m_silenceTimer;
 };
 
 } // namespace Velk

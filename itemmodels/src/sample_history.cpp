@@ -1,22 +1,14 @@
 #include <itemmodels/sample_history.h>
 
 #include <itemmodels/value_text.h>
-#include <robotconnection/connection_manager.h>
-#include <robotconnection/memory_interface.h>
+#include <session/sample_stream.h>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace Velk {
 
 namespace {
-
-// The watcher delivers a batch every gather period, which is the sampling period and never less than this.
-constexpr int minGatherPeriodMs = 200;
-
-// So many periods without a batch are no delay any more.
-constexpr int silentPeriods = 3;
 
 // Dropped samples stay in front of the others until they are as many as those: each is then moved once, on average,
 // in its life.
@@ -27,78 +19,47 @@ constexpr size_t minUnusedCount = 64;
 SampleHistory::SampleHistory(DisplayedMemoryKeyListModel* displayedKeys, QObject* parent)
     : QObject(parent)
 {
-    // A timer and not the time between two batches: after the event loop was held up, the batches that wait are
-    // delivered before it fires.
-    m_silenceTimer.setSingleShot(true);
-    connect(&m_silenceTimer, &QTimer::timeout, this, &SampleHistory::markGap);
     setDisplayedKeys(displayedKeys);
 }
 
 SampleHistory::~SampleHistory() = default;
 
-void SampleHistory::setDisplayedKeys(DisplayedMemoryKeyListModel* displayedKeys)
+void SampleHistory::setDisplayedKeys(DisplayedMemoryKeyListModel* displayedKeys, SampleStream* samples)
 {
-    if (m_displayedKeys == displayedKeys && displayedKeys)
+    const bool isOwnStream = m_samples && m_samples == m_ownSamples.get();
+    if (displayedKeys && m_displayedKeys == displayedKeys && (samples ? m_samples == samples : isOwnStream))
         return;
-    detach();
     if (m_displayedKeys)
         m_displayedKeys->disconnect(this);
-    if (m_connectionManager)
-        m_connectionManager->disconnect(this);
+    if (m_samples)
+        m_samples->disconnect(this);
+    m_ownSamples.reset();
+    m_samples.clear();
+    forgetAll();
+    m_displayedKeys = displayedKeys;
+    if (!displayedKeys)
+        return;
+
+    connect(displayedKeys, &DisplayedMemoryKeyListModel::keysAdded, this, &SampleHistory::onKeysAdded);
+    connect(displayedKeys, &DisplayedMemoryKeyListModel::keysRemoved, this, &SampleHistory::onKeysRemoved);
+    connect(displayedKeys, &DisplayedMemoryKeyListModel::keysUpdated, this, &SampleHistory::onKeysUpdated);
+    connect(displayedKeys, &QObject::destroyed, this, &SampleHistory::forgetAll);
+    synchronise();
+    if (!samples)
+        m_ownSamples = std::make_unique<SampleStream>(displayedKeys->connectionManager(), displayedKeys);
+    m_samples = samples ? samples : m_ownSamples.get();
+    connect(m_samples, &SampleStream::batchReceived, this, &SampleHistory::onBatch);
+    connect(m_samples, &SampleStream::gapBegan, this, &SampleHistory::markGap);
+}
+
+void SampleHistory::forgetAll()
+{
     m_rings.clear();
     clear();
-    m_displayedKeys = displayedKeys;
-    m_connectionManager = displayedKeys ? displayedKeys->connectionManager() : nullptr;
-    if (!m_displayedKeys)
-        return;
-
-    for (auto signal : {&ConnectionManager::connectionEstablished, &ConnectionManager::connectionLost,
-                        &ConnectionManager::disconnected})
-        connect(m_connectionManager, signal, this, &SampleHistory::onConnectionChanged);
-    connect(m_displayedKeys, &DisplayedMemoryKeyListModel::keysAdded, this, &SampleHistory::onKeysAdded);
-    connect(m_displayedKeys, &DisplayedMemoryKeyListModel::keysRemoved, this, &SampleHistory::onKeysRemoved);
-    connect(m_displayedKeys, &DisplayedMemoryKeyListModel::keysUpdated, this, &SampleHistory::onKeysUpdated);
-    connect(m_displayedKeys, &QObject::destroyed, this, [this] {
-        detach();
-        m_rings.clear();
-        clear();
-    });
-    synchronise();
-    attach();
-}
-
-// Following the connection
-
-void SampleHistory::attach()
-{
-    if (!m_displayedKeys)
-        return;
-    const boost::shared_ptr<MemoryInterface> memory = m_connectionManager->memoryInterface();
-    if (memory && memory.get() == m_attachedTo)
-        return;
-    detach();
-    if (!memory)
-        return;
-    connect(memory.get(), &MemoryInterface::dataGathered, this, &SampleHistory::onDataGathered);
-    m_attachedTo = memory.get();
-}
-
-void SampleHistory::detach()
-{
-    if (m_attachedTo)
-        m_attachedTo->disconnect(this);
-    m_attachedTo.clear();
-}
-
-void SampleHistory::onConnectionChanged()
-{
-    markGap();
-    attach();
 }
 
 void SampleHistory::markGap()
 {
-    m_silenceTimer.stop();
     for (Ring& ring : m_rings)
         ring.isGapOpen = ring.samples.size() > ring.unused;
     if (!m_hasSamplesSinceGap)
@@ -113,8 +74,6 @@ void SampleHistory::onKeysAdded(const QSet<DisplayedMemoryKey>& keys)
 {
     for (const DisplayedMemoryKey& displayed : keys)
         m_rings[displayed.key().name()];
-    // A memory service may have come without a word since the connection came up.
-    attach();
 }
 
 void SampleHistory::onKeysRemoved(const QSet<DisplayedMemoryKey>& keys)
@@ -128,14 +87,13 @@ void SampleHistory::onKeysRemoved(const QSet<DisplayedMemoryKey>& keys)
 
 void SampleHistory::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
 {
-    // After a connection the set is rebuilt and may have gained and lost keys, of which no other signal tells. It
-    // names all keys then, so a change shows in the count or in a name.
+    // After a connection the set is rebuilt and may have gained and lost keys, which no other signal reports. The
+    // signal names all keys then, so a change shows in the count or in a name.
     bool isChanged = m_displayedKeys && m_displayedKeys->displayedKeys().size() != m_rings.size();
     for (auto displayed = keys.begin(); displayed != keys.end() && !isChanged; ++displayed)
         isChanged = !m_rings.contains(displayed->key().name());
     if (isChanged)
         synchronise();
-    attach();
 }
 
 void SampleHistory::synchronise()
@@ -154,22 +112,21 @@ void SampleHistory::synchronise()
 
 // Samples
 
-void SampleHistory::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
+void SampleHistory::onBatch(const GatheredData& batch)
 {
-    const int periodMs = std::max(minGatherPeriodMs, m_displayedKeys ? m_displayedKeys->samplingPeriod() : 0);
-    m_silenceTimer.start(int(std::min<qint64>(qint64(silentPeriods) * periodMs, std::numeric_limits<int>::max())));
-
     bool isAdded = false;
-    for (auto key = data.cbegin(); key != data.cend(); ++key) {
+    for (auto key = batch.cbegin(); key != batch.cend(); ++key) {
         if (key->isEmpty())
             continue;
         const auto ring = m_rings.find(key.key());
         if (ring == m_rings.end())
             continue;
+        bool isChanged = false;
         for (auto sample = key->cbegin(); sample != key->cend(); ++sample)
-            insert(*ring, sample.key(), sample.value());
+            isChanged |= insert(*ring, sample.key(), sample.value());
         applyBounds(*ring);
-        ++ring->revision;
+        if (isChanged)
+            hasChanged(*ring);
         isAdded = true;
     }
     if (!isAdded)
@@ -178,10 +135,15 @@ void SampleHistory::onDataGathered(const QMap<QString, QMap<double, QVariant>>& 
     emit samplesAdded();
 }
 
-void SampleHistory::insert(Ring& ring, double time, const QVariant& value)
+void SampleHistory::hasChanged(Ring& ring)
+{
+    ring.revision = ++m_lastRevision;
+}
+
+bool SampleHistory::insert(Ring& ring, double time, const QVariant& value)
 {
     if (!std::isfinite(time))
-        return; // it has no place on an axis
+        return false; // it has no place on an axis
     std::vector<HistorySample>& samples = ring.samples;
     HistorySample sample;
     sample.time = time;
@@ -193,7 +155,7 @@ void SampleHistory::insert(Ring& ring, double time, const QVariant& value)
         samples.push_back(std::move(sample));
         ring.isGapOpen = false;
     } else if (ring.isGapOpen ? time < samples.back().time : time < first->time) {
-        // The robot's clock has started again.
+        // The robot's clock has restarted.
         samples.clear();
         ring.unused = 0;
         sample.isAfterGap = true;
@@ -204,7 +166,7 @@ void SampleHistory::insert(Ring& ring, double time, const QVariant& value)
         const auto next = std::lower_bound(first, samples.end(), time,
                                            [](const HistorySample& other, double t) { return other.time < t; });
         if (next->time == time) {
-            // Told once more, perhaps after a gap: that one stays open for the first new sample.
+            // Delivered once more, perhaps after a gap: the gap stays open for the first new sample.
             sample.isAfterGap = next->isAfterGap;
             *next = std::move(sample);
         } else {
@@ -212,9 +174,11 @@ void SampleHistory::insert(Ring& ring, double time, const QVariant& value)
         }
     }
     m_newestTime = std::max(m_newestTime, time);
+    return true;
 }
 
-void SampleHistory::applyBounds(Ring& ring)
+// Whether a sample was dropped.
+bool SampleHistory::applyBounds(Ring& ring)
 {
     const size_t count = ring.samples.size() - ring.unused;
     size_t dropped = count > size_t(m_maximumCount) ? count - size_t(m_maximumCount) : 0;
@@ -224,6 +188,15 @@ void SampleHistory::applyBounds(Ring& ring)
             ++dropped;
     }
     dropFirst(ring, dropped);
+    return dropped > 0;
+}
+
+void SampleHistory::applyBoundsToAll()
+{
+    for (Ring& ring : m_rings) {
+        if (applyBounds(ring))
+            hasChanged(ring);
+    }
 }
 
 void SampleHistory::dropFirst(Ring& ring, size_t count)
@@ -241,25 +214,19 @@ void SampleHistory::dropFirst(Ring& ring, size_t count)
 void SampleHistory::setMaximumCount(int count)
 {
     m_maximumCount = std::max(count, 1);
-    for (Ring& ring : m_rings)
-        applyBounds(ring);
+    applyBoundsToAll();
 }
 
 void SampleHistory::setMaximumAge(double age)
 {
     m_maximumAge = age > 0.0 ? age : 0.0;
-    for (Ring& ring : m_rings)
-        applyBounds(ring);
+    applyBoundsToAll();
 }
 
 void SampleHistory::clear()
 {
-    m_silenceTimer.stop();
-    for (Ring& ring : m_rings) {
-        const quint64 revision = ring.revision + 1;
+    for (Ring& ring : m_rings)
         ring = Ring();
-        ring.revision = revision;
-    }
     m_newestTime = 0.0;
     m_hasSamplesSinceGap = false;
     emit samplesDropped();

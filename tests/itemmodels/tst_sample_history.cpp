@@ -3,6 +3,8 @@
 #include "model_text.h"
 #include "watched_robot.h"
 
+#include <session/sample_stream.h>
+
 #include <QtTest>
 
 #include <cmath>
@@ -50,7 +52,7 @@ private Q_SLOTS:
     void marksTheGapOfAWatcherThatTheApplicationStopped();
     void marksTheGapOfASilentWatcher();
     void marksNoGapBeforeTheFirstSample();
-    void keepsAGapOpenWhenTheLastSampleIsToldOnceMore();
+    void keepsAGapOpenWhenTheLastSampleIsDeliveredOnceMore();
     void listensToTheInterfaceOfEachConnection();
     void listensOnceToAnInterfaceThatComesBack();
     void listensToAnInterfaceThatComesLate();
@@ -64,7 +66,12 @@ private Q_SLOTS:
     void startsAgainWithTheRobotsClock();
     void startsAgainWithAClockThatJumpedBack();
     void ignoresATimeThatIsNoFiniteNumber();
-    void countsRevisions();
+    void aRevisionChangesWithEveryChangeOfTheSamples();
+    void aKeyWithoutSamplesHasNoRevision();
+    void aRevisionIsNeverUsedAgain();
+    void takesTheSamplesOfAGivenStream();
+    void followsAnotherStreamOfTheSameSet();
+    void keepsItsSamplesWhenTheStreamDies();
     void followsAnotherSet();
     void isEmptyWhenTheSetDies();
     void isEmptyWhenTheConnectionManagerDies();
@@ -272,7 +279,7 @@ void TestSampleHistory::marksNoGapBeforeTheFirstSample()
     QCOMPARE(gap.count(), 0);
 }
 
-void TestSampleHistory::keepsAGapOpenWhenTheLastSampleIsToldOnceMore()
+void TestSampleHistory::keepsAGapOpenWhenTheLastSampleIsDeliveredOnceMore()
 {
     TestedHistory tested;
     tested.robot.display(list("A"));
@@ -461,22 +468,118 @@ void TestSampleHistory::ignoresATimeThatIsNoFiniteNumber()
     QCOMPARE(tested.history.newestTime(), 2.0);
 }
 
-void TestSampleHistory::countsRevisions()
+void TestSampleHistory::aRevisionChangesWithEveryChangeOfTheSamples()
 {
     TestedHistory tested;
     tested.robot.display(list("A|B"));
-    QCOMPARE(tested.history.revision(text("A")), quint64(0));
+    QList<quint64> revisions;
+    const auto note = [&] { revisions << tested.history.revision(text("A")); };
 
-    tested.robot.deliver({{text("A"), {{1.0, 1}, {2.0, 2}}}});
-    const quint64 revision = tested.history.revision(text("A"));
-    QVERIFY(revision > 0);
+    tested.robot.deliver({{text("A"), {{1.0, 1}, {2.0, 2}, {3.0, 3}, {9.0, 9}}}});
+    note();
+    tested.robot.deliver({{text("A"), {{2.0, 22}}}});
+    note();
+    tested.history.setMaximumCount(3);
+    note();
+    tested.history.setMaximumAge(1.0);
+    note();
+    QCOMPARE(tested.samples("A"), text("9=9"));
+    for (int i = 0; i < revisions.size(); ++i)
+        QCOMPARE(revisions.indexOf(revisions.at(i)), i); // all different
+
+    const quint64 last = revisions.last();
     tested.robot.deliver({{text("B"), {{1.0, 1}}}});
-    QCOMPARE(tested.history.revision(text("A")), revision);
+    tested.robot.deliver({{text("A"), {{HUGE_VAL, 1}}}});
+    tested.history.setMaximumCount(2);
+    tested.history.markGap();
+    QCOMPARE(tested.history.revision(text("A")), last);
+}
+
+void TestSampleHistory::aKeyWithoutSamplesHasNoRevision()
+{
+    TestedHistory tested;
+    tested.robot.display(list("A"));
+    QCOMPARE(tested.history.revision(text("A")), quint64(0));
+    QCOMPARE(tested.history.revision(text("not displayed")), quint64(0));
+    tested.robot.deliver({{text("A"), {{HUGE_VAL, 1}}}});
+    QCOMPARE(tested.history.revision(text("A")), quint64(0));
+    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
+    QVERIFY(tested.history.revision(text("A")) > 0);
 
     tested.history.clear();
-    QVERIFY(tested.history.revision(text("A")) > revision);
+
+    QCOMPARE(tested.history.revision(text("A")), quint64(0));
     QVERIFY(tested.history.samples(text("A")).isEmpty());
     QCOMPARE(tested.history.newestTime(), 0.0);
+}
+
+void TestSampleHistory::aRevisionIsNeverUsedAgain()
+{
+    TestedHistory tested;
+    tested.robot.display(list("A"));
+    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
+    const quint64 former = tested.history.revision(text("A"));
+
+    tested.robot.keys->removeKeys(keySet(list("A")));
+    tested.robot.display(list("A"));
+    tested.robot.deliver({{text("A"), {{1.0, 2}}}});
+    QVERIFY(tested.history.revision(text("A")) > former);
+
+    tested.history.clear();
+    tested.robot.deliver({{text("A"), {{1.0, 3}}}});
+    QVERIFY(tested.history.revision(text("A")) > former + 1);
+}
+
+void TestSampleHistory::takesTheSamplesOfAGivenStream()
+{
+    WatchedRobot robot;
+    robot.display(list("A"));
+    SampleStream stream(&robot.manager, robot.keys);
+    SampleHistory history;
+
+    history.setDisplayedKeys(robot.keys, &stream);
+    robot.deliver({{text("A"), {{1.0, 1}}}});
+    stream.markGap();
+    robot.deliver({{text("A"), {{2.0, 2}}}});
+
+    QCOMPARE(spanText(history.samples(text("A"))), text("1=1 | 2=2"));
+    QCOMPARE(robot.manager.memory->dataGatheredReceivers(), 2); // the displayed key set and the stream
+}
+
+void TestSampleHistory::followsAnotherStreamOfTheSameSet()
+{
+    TestedHistory tested;
+    tested.robot.display(list("A"));
+    SampleStream stream(&tested.robot.manager, tested.robot.keys);
+    const auto receivers = [&] { return tested.robot.manager.memory->dataGatheredReceivers(); };
+    QCOMPARE(receivers(), 3);
+
+    tested.history.setDisplayedKeys(tested.robot.keys, &stream);
+    QCOMPARE(receivers(), 2);
+    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
+    tested.history.setDisplayedKeys(tested.robot.keys, &stream); // nothing new
+    QCOMPARE(tested.samples("A"), text("1=1"));
+
+    tested.history.setDisplayedKeys(tested.robot.keys);
+    QCOMPARE(receivers(), 3);
+    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
+    tested.history.setDisplayedKeys(tested.robot.keys); // nothing new
+    QCOMPARE(tested.samples("A"), text("2=2"));
+}
+
+void TestSampleHistory::keepsItsSamplesWhenTheStreamDies()
+{
+    WatchedRobot robot;
+    robot.display(list("A"));
+    auto stream = std::make_unique<SampleStream>(&robot.manager, robot.keys);
+    SampleHistory history;
+    history.setDisplayedKeys(robot.keys, stream.get());
+    robot.deliver({{text("A"), {{1.0, 1}}}});
+
+    stream.reset();
+    robot.deliver({{text("A"), {{2.0, 2}}}});
+
+    QCOMPARE(spanText(history.samples(text("A"))), text("1=1"));
 }
 
 void TestSampleHistory::followsAnotherSet()

@@ -312,7 +312,7 @@ void RobotSession::updateWatcher()
 {
     if (!m_displayedKeys)
         return;
-    const bool canRun = m_link->isConnected() && !m_isRebuilding && !m_displayedKeys->displayedKeys().isEmpty();
+    const bool canRun = m_link->isConnected() && !m_displayedKeys->displayedKeys().isEmpty();
     // addKeys() starts the watcher, wanted or not.
     if (!m_isWatcherWanted)
         m_displayedKeys->stopWatcher();

@@ -1,5 +1,7 @@
 #include "displayed_keys_arguments.h"
 
+#include "argument_values.h"
+
 #include <limits>
 
 namespace Velk {

@@ -1,8 +1,8 @@
 #ifndef APPS_VELK_SRC_DISPLAYED_KEYS_ARGUMENTS_H
 #define APPS_VELK_SRC_DISPLAYED_KEYS_ARGUMENTS_H
 
-#include "command.h"
 #include "displayed_keys_task.h"
+#include "robot_options.h"
 
 namespace Velk {
 

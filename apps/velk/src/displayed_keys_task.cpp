@@ -3,30 +3,19 @@
 #include "console.h"
 #include "key_choice.h"
 
-#include <connections/link/robot_link.h>
-#include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
-#include <robotconnection/memory_interface.h>
+
+#include <utility>
 
 namespace Velk {
 
-DisplayedKeysTask::DisplayedKeysTask(RobotLink& link, Console& console, int timeoutMs,
+DisplayedKeysTask::DisplayedKeysTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs,
                                      const DisplayedKeysOptions& options)
-    : RobotTask(link, console, timeoutMs)
+    : RobotTask(std::move(link), RobotSession::WatchKeys, console, timeoutMs)
     , m_options(options)
-    , m_model(new DisplayedMemoryKeyListModel(&link))
-    , m_minPeriodWithoutRealTime(m_model->minSamplingPeriod())
 {
-    connect(m_model, &DisplayedMemoryKeyListModel::keysUpdated, this, &DisplayedKeysTask::onKeysUpdated);
-    connect(m_model, &DisplayedMemoryKeyListModel::minSamplingPeriodUpdated, this,
-            &DisplayedKeysTask::beginWhenPrepared);
-    connect(m_model, &DisplayedMemoryKeyListModel::error, this,
-            [this](const QString& title, const QString& message) { onModelError(title, message); });
-}
-
-void DisplayedKeysTask::onModelError(const QString& title, const QString& message)
-{
-    tell(title, message);
+    if (m_options.periodMs > 0)
+        session().setWantedPeriod(m_options.periodMs);
 }
 
 void DisplayedKeysTask::finish(int status)
@@ -50,42 +39,11 @@ void DisplayedKeysTask::finish(int status)
     RobotTask::finish(status);
 }
 
-// The preparations. After a connection the model asks for the robot's limits and rebuilds its keys from a catalogue of
-// its own, which would drop keys that are displayed before it is ready.
-
 void DisplayedKeysTask::onListed(const MemoryKeyListModel& catalogue)
 {
-    m_listedKeys = catalogue.keys();
-    m_isListed = true;
-    beginWhenPrepared();
-}
-
-void DisplayedKeysTask::onKeysUpdated()
-{
-    // Without a connection it is a late catalogue of the one before; the next one brings another.
-    if (m_isModelReady || !link().isConnected())
-        return;
-    m_isModelReady = true;
-    beginWhenPrepared();
-}
-
-void DisplayedKeysTask::onLost()
-{
-    if (isWorking())
-        return;
-    m_isListed = false;
-    m_isModelReady = false;
-    m_realTime = NotAsked;
-}
-
-void DisplayedKeysTask::beginWhenPrepared()
-{
-    if (isWorking() || isFinished() || !m_isListed || !m_isModelReady || !isPeriodLimitKnown())
-        return;
-    const KeyChoice choice = chooseKeys(m_listedKeys, m_options.keys, m_options.all);
-    m_listedKeys.clear();
+    const KeyChoice choice = chooseKeys(catalogue.keys(), m_options.keys, m_options.all);
     setWorking();
-    choosePeriod();
+    reportGrantedPeriod();
     for (const QString& pattern : choice.patternsWithoutAMatch)
         tell(QStringLiteral("No key of the robot matches %1.").arg(pattern));
     for (const QString& name : choice.unlistedNames)
@@ -99,39 +57,12 @@ void DisplayedKeysTask::beginWhenPrepared()
     begin(choice.keys);
 }
 
-void DisplayedKeysTask::choosePeriod()
+void DisplayedKeysTask::reportGrantedPeriod()
 {
     const int wanted = m_options.periodMs;
-    if (wanted == 0)
-        return;
-    m_model->setSamplingPeriod(wanted);
-    const int granted = m_model->samplingPeriod();
-    if (granted != wanted)
+    const int granted = session().grantedPeriod();
+    if (wanted > 0 && granted != wanted)
         tell(QStringLiteral("%1 ms asked for; this robot grants %2 ms.").arg(wanted).arg(granted));
-}
-
-// The model keeps the period within limits which the robot tells in its own time, later than its keys perhaps.
-bool DisplayedKeysTask::isPeriodLimitKnown()
-{
-    if (m_options.periodMs == 0 || m_options.periodMs >= m_model->minSamplingPeriod())
-        return true;
-    if (m_realTime == NotAsked) {
-        // The model has asked too, and tells a change only: it would say nothing about a no.
-        const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
-        if (!memory)
-            return false;
-        m_realTime = Asked;
-        memory->isRealTimeSupported(this, "onRealTimeSupported");
-    }
-    // After a yes the model's own answer is awaited.
-    return m_realTime == Unsupported ||
-           (m_realTime == Supported && m_model->minSamplingPeriod() < m_minPeriodWithoutRealTime);
-}
-
-void DisplayedKeysTask::onRealTimeSupported(bool supported)
-{
-    m_realTime = supported ? Supported : Unsupported;
-    beginWhenPrepared();
 }
 
 } // namespace Velk

@@ -5,7 +5,6 @@
 
 #include <memorykeymodel/memory_key.h>
 
-#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -18,60 +17,37 @@ struct DisplayedKeysOptions
 {
     QStringList keys; ///< names and patterns
     bool all = false; ///< every key that the robot lists
-    int periodMs = 0; ///< 0: the model's own
+    int periodMs = 0; ///< 0: the displayed key set's own
     int forMs = 0;    ///< how long; 0: until interrupted
 };
 
-/// A task on the displayed key set. Prepares it: the keys are chosen from the catalogue, and the sampling period is
-/// settled with the robot, before the first key is displayed.
+/// A task on the displayed key set. Before it displays a key, it chooses the keys from the catalogue and reports the
+/// sampling period when the robot grants another one than was asked for.
 class DisplayedKeysTask : public RobotTask
 {
     Q_OBJECT
 
 public:
-    DisplayedKeysTask(RobotLink& link, Console& console, int timeoutMs, const DisplayedKeysOptions& options);
+    DisplayedKeysTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs,
+                      const DisplayedKeysOptions& options);
 
 protected:
-    DisplayedMemoryKeyListModel& model() { return *m_model; }
+    DisplayedMemoryKeyListModel& displayedKeys() { return *session().displayedKeys(); }
     const DisplayedKeysOptions& options() const { return m_options; }
     /// Whether the command is to end by itself.
     bool hasEnd() const { return m_options.forMs > 0; }
 
-    /// The keys are chosen, at least one, and the period is settled; nothing is displayed yet. Once.
+    /// The keys are chosen, at least one, and none of them is displayed yet. Once.
     virtual void begin(const QVector<MemoryKey>& keys) = 0;
-    /// The model reported an error.
-    virtual void onModelError(const QString& title, const QString& message);
-    /// Tells what was not delivered, and ends the task.
+    /// Reports what was not delivered, and ends the task.
     void finish(int status) override;
 
     void onListed(const MemoryKeyListModel& catalogue) override;
-    void onLost() override;
-
-private Q_SLOTS:
-    // By name: the memory service answers the question by invoking it.
-    void onRealTimeSupported(bool supported);
 
 private:
-    enum RealTimeAnswer
-    {
-        NotAsked,
-        Asked,
-        Unsupported,
-        Supported
-    };
-
-    void onKeysUpdated();
-    void beginWhenPrepared();
-    void choosePeriod();
-    bool isPeriodLimitKnown();
+    void reportGrantedPeriod();
 
     DisplayedKeysOptions m_options;
-    DisplayedMemoryKeyListModel* m_model;
-    QSet<MemoryKey> m_listedKeys;
-    bool m_isListed = false;
-    bool m_isModelReady = false;
-    RealTimeAnswer m_realTime = NotAsked;
-    const int m_minPeriodWithoutRealTime;
 };
 
 } // namespace Velk

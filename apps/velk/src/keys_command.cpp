@@ -1,5 +1,6 @@
-#include "command.h"
+#include "argument_values.h"
 #include "keys_task.h"
+#include "robot_options.h"
 
 #include <memorykeymodel/memory_key.h>
 
@@ -45,10 +46,10 @@ void addKeysCommand(CommandContext& context)
         ->expected(1);
     command->add_flag("--json", arguments->json, "Write a JSON array of objects");
     context.onTyped(*command, [&context, arguments] {
-        return runTask(context, arguments->robot, [&](RobotLink& link, int timeoutMs) {
+        return runRobotTask(context, arguments->robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
             const KeysOptions options{toQStrings(arguments->names), toQStrings(arguments->filters),
                                       natureMask(arguments->natures), arguments->json};
-            return std::make_unique<KeysTask>(link, context.console, timeoutMs, options);
+            return std::make_unique<KeysTask>(std::move(link), context.console, timeoutMs, options);
         });
     });
 }

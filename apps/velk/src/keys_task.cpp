@@ -31,8 +31,8 @@ QByteArray jsonElement(const MemoryKey& key)
 
 } // namespace
 
-KeysTask::KeysTask(RobotLink& link, Console& console, int timeoutMs, const KeysOptions& options)
-    : RobotTask(link, console, timeoutMs)
+KeysTask::KeysTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs, const KeysOptions& options)
+    : RobotTask(std::move(link), RobotSession::ListKeys, console, timeoutMs)
     , m_options(options)
 {}
 

@@ -22,7 +22,7 @@ class KeysTask : public RobotTask
     Q_OBJECT
 
 public:
-    KeysTask(RobotLink& link, Console& console, int timeoutMs, const KeysOptions& options);
+    KeysTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs, const KeysOptions& options);
 
 protected:
     void onListed(const MemoryKeyListModel& catalogue) override;

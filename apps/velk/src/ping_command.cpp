@@ -1,5 +1,5 @@
-#include "command.h"
 #include "ping_task.h"
+#include "robot_options.h"
 
 namespace Velk {
 
@@ -10,8 +10,8 @@ void addPingCommand(CommandContext& context)
         context.parser.add_subcommand("ping", "Say whether the robot answers, how fast, and what its server grants");
     addRobotOptions(*command, *robot);
     context.onTyped(*command, [&context, robot] {
-        return runTask(context, *robot, [&](RobotLink& link, int timeoutMs) {
-            return std::make_unique<PingTask>(link, context.console, timeoutMs);
+        return runRobotTask(context, *robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
+            return std::make_unique<PingTask>(std::move(link), context.console, timeoutMs);
         });
     });
 }

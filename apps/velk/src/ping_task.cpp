@@ -10,8 +10,8 @@
 
 namespace Velk {
 
-PingTask::PingTask(RobotLink& link, Console& console, int timeoutMs)
-    : RobotTask(link, console, timeoutMs)
+PingTask::PingTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs)
+    : RobotTask(std::move(link), RobotSession::ListKeys, console, timeoutMs)
 {}
 
 void PingTask::onListed(const MemoryKeyListModel& catalogue)

@@ -13,7 +13,7 @@ class PingTask : public RobotTask
     Q_OBJECT
 
 public:
-    PingTask(RobotLink& link, Console& console, int timeoutMs);
+    PingTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs);
 
 protected:
     void onListed(const MemoryKeyListModel& catalogue) override;

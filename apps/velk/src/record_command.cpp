@@ -1,3 +1,4 @@
+#include "argument_values.h"
 #include "console.h"
 #include "displayed_keys_arguments.h"
 #include "record_task.h"
@@ -27,7 +28,7 @@ void addRecordCommand(CommandContext& context)
         arguments->requireKeys();
         const QString destination = toQString(arguments->output);
         const auto existing = arguments->force ? RecordFileSaver::ReplaceExisting : RecordFileSaver::KeepExisting;
-        // Before the recording: it is a pity to make one that has nowhere to go.
+        // Fail before the recording and not after it.
         const RecordSaveResult check = RecordFileSaver::checkDestination(destination, existing);
         if (!check.isSaved()) {
             context.console.message(
@@ -35,9 +36,9 @@ void addRecordCommand(CommandContext& context)
                 (check.outcome == RecordSaveResult::Exists ? QStringLiteral(" (--force)") : QString()));
             return int(RecordingNotSaved);
         }
-        return runTask(context, arguments->robot, [&](RobotLink& link, int timeoutMs) {
-            return std::make_unique<RecordTask>(link, context.console, timeoutMs, arguments->options(), destination,
-                                                existing);
+        return runRobotTask(context, arguments->robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
+            return std::make_unique<RecordTask>(std::move(link), context.console, timeoutMs, arguments->options(),
+                                                destination, existing);
         });
     });
 }

@@ -2,31 +2,35 @@
 
 #include "console.h"
 
-#include <connections/link/robot_link.h>
-#include <memorykeymodel/memory_key_list_model.h>
+#include <utility>
 
 namespace Velk {
 
-RobotTask::RobotTask(RobotLink& link, Console& console, int timeoutMs)
-    : m_link(link)
+RobotTask::RobotTask(std::unique_ptr<RobotLink> link, RobotSession::Use use, Console& console, int timeoutMs)
+    : m_session(std::move(link), use)
     , m_console(console)
 {
     m_timeout.setSingleShot(true);
     m_timeout.setInterval(timeoutMs);
     connect(&m_timeout, &QTimer::timeout, this, &RobotTask::onTimeout);
-    connect(&m_link, &RobotLink::failed, this, &RobotTask::onFailed);
+    connect(&m_session, &RobotSession::failed, this, [this](const QString& title, const QString& message) {
+        if (!m_isFinished)
+            tell(title, message);
+    });
+    connect(m_session.link(), &RobotLink::failed, this, &RobotTask::onLinkFailed);
+    connect(&m_session, &RobotSession::readyChanged, this, &RobotTask::onReadyChanged);
+    connect(m_session.link(), &ConnectionManager::connectionEstablished, this, [this] {
+        if (m_isWorking && !m_isFinished)
+            onConnectedAgain();
+    });
 }
 
 RobotTask::~RobotTask() = default;
 
 void RobotTask::start()
 {
-    // Here and not on construction: the models of a derived class follow the same signals and are to see them first.
-    connect(&m_link, &ConnectionManager::connectionEstablished, this, &RobotTask::onConnected);
-    connect(&m_link, &ConnectionManager::connectionLost, this, &RobotTask::onDisconnected);
-    connect(&m_link, &ConnectionManager::disconnected, this, &RobotTask::onDisconnected);
     m_timeout.start();
-    m_link.open();
+    link().open();
 }
 
 void RobotTask::interrupt(int signalNumber)
@@ -38,7 +42,7 @@ void RobotTask::setWorking()
 {
     m_isWorking = true;
     m_timeout.stop();
-    dropCatalogue();
+    m_session.setCatalogueWanted(false);
 }
 
 void RobotTask::tell(const QString& text)
@@ -61,78 +65,33 @@ void RobotTask::finish(int status)
     emit finished(status);
 }
 
-void RobotTask::onConnected()
+void RobotTask::onReadyChanged(bool isReady)
 {
-    if (m_isFinished)
-        return;
-    m_lastFailure.clear();
-    if (m_isWorking) {
-        onConnectedAgain();
-        return;
-    }
-    dropCatalogue();
-    m_catalogue = new MemoryKeyListModel(&m_link, {});
-    if (m_catalogue->isReady())
-        onCatalogueReady();
-    else
-        connect(m_catalogue, &MemoryKeyListModel::ready, this, &RobotTask::onCatalogueReady);
+    if (isReady && !m_isFinished && !m_isWorking)
+        onListed(*m_session.catalogue());
 }
 
-void RobotTask::onDisconnected()
+void RobotTask::onLinkFailed()
 {
-    if (m_isFinished)
-        return;
-    dropCatalogue();
-    onLost();
-}
-
-void RobotTask::onCatalogueReady()
-{
-    if (m_isFinished || m_isWorking || !m_catalogue)
-        return;
-    // A service that is gone again gives empty lists; the next connection brings the real ones.
-    if (!m_link.isConnected())
-        return;
-    onListed(*m_catalogue);
-}
-
-void RobotTask::onFailed(const QString& title, const QString& message)
-{
-    if (m_isFinished)
-        return;
-    // A link that keeps trying fails in the same way again and again.
-    const QString failure = title + QStringLiteral(": ") + message;
-    if (failure != m_lastFailure)
-        tell(title, message);
-    m_lastFailure = failure;
-    if (m_link.state() == RobotLink::Disconnected)
+    // The session has reported it already.
+    if (link().state() == RobotLink::Disconnected)
         finish(m_isWorking ? ConnectionLost : NotConnected);
 }
 
 void RobotTask::onTimeout()
 {
     const QString seconds = QString::number(m_timeout.interval() / 1000.0);
-    if (m_link.isConnected())
+    if (link().isConnected())
         tell(QStringLiteral("Robot does not answer"),
              QStringLiteral("%1 is connected but has not told its keys and its limits within %2 s.\n"
                             "Check the robot, or allow more time with --timeout.")
-                 .arg(m_link.url(), seconds));
+                 .arg(link().url(), seconds));
     else
         tell(QStringLiteral("Not connected"),
              QStringLiteral("No connection to %1 within %2 s.\n"
                             "Check that the robot runs and its URL, or allow more time with --timeout.")
-                 .arg(m_link.url(), seconds));
+                 .arg(link().url(), seconds));
     finish(NotConnected);
-}
-
-void RobotTask::dropCatalogue()
-{
-    // Later: this may run in a slot of the catalogue's own signal.
-    if (m_catalogue) {
-        m_catalogue->disconnect(this);
-        m_catalogue->deleteLater();
-    }
-    m_catalogue.clear();
 }
 
 } // namespace Velk

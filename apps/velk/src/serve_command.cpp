@@ -1,6 +1,7 @@
-#include "command.h"
+#include "argument_values.h"
 #include "console.h"
 #include "exit_status.h"
+#include "robot_options.h"
 #include "serve_task.h"
 
 namespace Velk {
@@ -39,9 +40,9 @@ void addServeCommand(CommandContext& context)
             context.console.message(QStringLiteral("--to: ") + error);
             return int(BadRobotUrl);
         }
-        return runTask(context, arguments->robot, [&](RobotLink& link, int timeoutMs) {
-            return std::make_unique<ServeTask>(link, context.console, timeoutMs, std::move(writer), arguments->periodMs,
-                                               milliseconds(arguments->forSeconds));
+        return runRobotTask(context, arguments->robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
+            return std::make_unique<ServeTask>(std::move(link), context.console, timeoutMs, std::move(writer),
+                                               arguments->periodMs, milliseconds(arguments->forSeconds));
         });
     });
 }

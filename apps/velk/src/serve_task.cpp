@@ -2,8 +2,9 @@
 
 #include "console.h"
 
-#include <connections/link/robot_link.h>
-#include <robotconnection/memory_interface.h>
+#include <session/sample_stream.h>
+
+#include <utility>
 
 namespace Velk {
 
@@ -14,9 +15,9 @@ constexpr int listPeriodMs = 5000;
 
 } // namespace
 
-ServeTask::ServeTask(RobotLink& link, Console& console, int timeoutMs, std::unique_ptr<RedisRobotWriter> writer,
-                     int periodMs, int forMs)
-    : RobotTask(link, console, timeoutMs)
+ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int timeoutMs,
+                     std::unique_ptr<RedisRobotWriter> writer, int periodMs, int forMs)
+    : RobotTask(std::move(robot), RobotSession::ListKeys, console, timeoutMs)
     , m_writer(std::move(writer))
     , m_periodMs(periodMs)
 {
@@ -27,6 +28,9 @@ ServeTask::ServeTask(RobotLink& link, Console& console, int timeoutMs, std::uniq
     connect(&m_listTimer, &QTimer::timeout, this, &ServeTask::listKeys);
     for (QFutureWatcher<QStringList>& list : m_lists)
         connect(&list, &QFutureWatcherBase::finished, this, &ServeTask::onListsFinished);
+    connect(session().samples(), &SampleStream::batchReceived, this, &ServeTask::writeBatch);
+    connect(&link(), &RobotLink::realTimeSupportAnswered, this,
+            [this](bool isSupported) { m_writer->setRealTimeSupported(isSupported); });
     connect(m_writer.get(), &RedisRobotWriter::failed, this, [this](const QString& title, const QString& message) {
         const QString failure = title + message;
         if (failure != m_lastWriterFailure && !isFinished())
@@ -51,14 +55,13 @@ void ServeTask::interrupt(int signalNumber)
 
 void ServeTask::onListed(const MemoryKeyListModel&)
 {
-    m_isSourceReady = true;
     beginWhenReady();
 }
 
 // Until both sides stand the time-out runs.
 void ServeTask::beginWhenReady()
 {
-    if (isFinished() || isWorking() || !m_isSourceReady || !m_writer->isConnected())
+    if (isFinished() || isWorking() || !session().isReady() || !m_writer->isConnected())
         return;
     setWorking();
     if (m_end.interval() > 0)
@@ -78,8 +81,7 @@ void ServeTask::startWatcher()
     if (!memory)
         return;
     m_watched.clear();
-    connect(memory.get(), &MemoryInterface::dataGathered, this, &ServeTask::onDataGathered, Qt::UniqueConnection);
-    memory->isRealTimeSupported(this, "onRealTimeSupported");
+    session().askRealTimeSupport();
     memory->startWatcher(m_periodMs, m_periodMs);
     m_awaitedLists = 0; // lists of a former connection count no more
     listKeys();
@@ -119,6 +121,9 @@ void ServeTask::onListsFinished()
         if (!m_watched.contains(name))
             memory->watchKey(name, m_periodMs);
     }
+    const QSet<QString> goneNames = QSet<QString>(m_watched).subtract(names);
+    for (const QString& name : goneNames)
+        memory->unwatchKey(name);
     const bool isNew = names != m_watched;
     m_watched = names;
     if (isNew)
@@ -128,9 +133,9 @@ void ServeTask::onListsFinished()
     m_isAnnounced = true;
 }
 
-void ServeTask::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data)
+void ServeTask::writeBatch(const GatheredData& batch)
 {
-    for (auto key = data.cbegin(); key != data.cend(); ++key) {
+    for (auto key = batch.cbegin(); key != batch.cend(); ++key) {
         if (key->isEmpty())
             continue;
         if (!m_events.contains(key.key())) {
@@ -140,11 +145,6 @@ void ServeTask::onDataGathered(const QMap<QString, QMap<double, QVariant>>& data
         for (auto sample = key->cbegin(); sample != key->cend(); ++sample)
             m_writer->raise(key.key(), sample.value(), sample.key());
     }
-}
-
-void ServeTask::onRealTimeSupported(bool isSupported)
-{
-    m_writer->setRealTimeSupported(isSupported);
 }
 
 void ServeTask::finish(int status)

@@ -4,12 +4,11 @@
 #include "robot_task.h"
 
 #include <connections/redis/redis_robot_writer.h>
+#include <robotconnection/memory_interface.h>
 
 #include <QFutureWatcher>
-#include <QMap>
 #include <QSet>
 #include <QStringList>
-#include <QVariant>
 
 #include <array>
 #include <memory>
@@ -24,8 +23,8 @@ class ServeTask : public RobotTask
 
 public:
     /// `forMs` 0: until interrupted.
-    ServeTask(RobotLink& link, Console& console, int timeoutMs, std::unique_ptr<RedisRobotWriter> writer, int periodMs,
-              int forMs);
+    ServeTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs,
+              std::unique_ptr<RedisRobotWriter> writer, int periodMs, int forMs);
 
     void interrupt(int signalNumber) override;
 
@@ -33,10 +32,6 @@ protected:
     void onListed(const MemoryKeyListModel& catalogue) override;
     void onConnectedAgain() override;
     void finish(int status) override;
-
-private Q_SLOTS:
-    // By name: the memory service answers the question by invoking it.
-    void onRealTimeSupported(bool isSupported);
 
 private:
     enum Kind
@@ -51,7 +46,7 @@ private:
     void startWatcher();
     void listKeys();
     void onListsFinished();
-    void onDataGathered(const QMap<QString, QMap<double, QVariant>>& data);
+    void writeBatch(const GatheredData& batch);
 
     std::unique_ptr<RedisRobotWriter> m_writer;
     const int m_periodMs;
@@ -62,7 +57,6 @@ private:
     QTimer m_listTimer;
     QTimer m_end;
     QString m_lastWriterFailure;
-    bool m_isSourceReady = false;
     bool m_isAnnounced = false;
 };
 

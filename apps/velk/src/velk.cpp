@@ -1,5 +1,6 @@
 #include "velk.h"
 
+#include "argument_values.h"
 #include "console.h"
 #include "exit_status.h"
 #include "unix_signals.h"

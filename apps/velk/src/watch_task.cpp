@@ -3,7 +3,6 @@
 #include "console.h"
 #include "printed_value.h"
 
-#include <connections/link/robot_link.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 
 #include <QDateTime>
@@ -11,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Velk {
 
@@ -31,9 +31,9 @@ QString clockTime(double time)
 
 } // namespace
 
-WatchTask::WatchTask(RobotLink& link, Console& console, int timeoutMs, const DisplayedKeysOptions& options,
-                     Format format)
-    : DisplayedKeysTask(link, console, timeoutMs, options)
+WatchTask::WatchTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs,
+                     const DisplayedKeysOptions& options, Format format)
+    : DisplayedKeysTask(std::move(link), console, timeoutMs, options)
     , m_format(format)
     , m_isInPlace(format == Automatic && console.isOutputTerminal())
 {
@@ -54,8 +54,8 @@ void WatchTask::begin(const QVector<MemoryKey>& keys)
         m_rowOfKey.insert(key.name(), int(m_rows.size()));
         m_rows.append({Console::printable(key.name()), key.natureToString(), QString(), QString()});
     }
-    connect(&model(), &DisplayedMemoryKeyListModel::keysUpdated, this, &WatchTask::onKeysUpdated);
-    model().addKeys(QSet<MemoryKey>(keys.cbegin(), keys.cend()));
+    connect(&displayedKeys(), &DisplayedMemoryKeyListModel::keysUpdated, this, &WatchTask::onKeysUpdated);
+    session().watch(QSet<MemoryKey>(keys.cbegin(), keys.cend()));
     if (hasEnd())
         m_end.start(options().forMs);
     paint();
@@ -108,8 +108,6 @@ void WatchTask::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
 void WatchTask::onConnectedAgain()
 {
     tell(QStringLiteral("Connected again."));
-    // The model has its keys watched again, and leaves it to us when their values are wanted.
-    model().startWatcher(false);
 }
 
 void WatchTask::finish(int status)

@@ -25,7 +25,8 @@ public:
         JsonLines
     };
 
-    WatchTask(RobotLink& link, Console& console, int timeoutMs, const DisplayedKeysOptions& options, Format format);
+    WatchTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs, const DisplayedKeysOptions& options,
+              Format format);
 
     void interrupt(int signalNumber) override;
 

@@ -1,3 +1,4 @@
+#include "argument_values.h"
 #include "writer_task.h"
 
 namespace Velk {

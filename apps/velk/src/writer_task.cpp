@@ -1,10 +1,9 @@
 #include "writer_task.h"
 
+#include "argument_values.h"
 #include "console.h"
 #include "exit_status.h"
-#include "unix_signals.h"
 
-#include <QEventLoop>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonValue>
@@ -48,6 +47,11 @@ void WriterTask::start()
     m_writer->open();
 }
 
+void WriterTask::interrupt(int signalNumber)
+{
+    finish(interruptedBy(signalNumber));
+}
+
 void WriterTask::finish(int status)
 {
     if (m_isFinished)
@@ -88,20 +92,7 @@ int runWriterTask(
     WriterTask task(
         std::move(writer), context.console, milliseconds(options.timeoutSeconds),
         [&](RedisRobotWriter& target, RedisRobotWriter::Done done) { write(target, value, std::move(done)); });
-    UnixSignals signalWatcher;
-    QEventLoop loop;
-    int status = Success;
-    QObject::connect(&signalWatcher, &UnixSignals::received, &loop, [&](int signalNumber) {
-        status = interruptedBy(signalNumber);
-        loop.quit();
-    });
-    QObject::connect(&task, &WriterTask::finished, &loop, [&](int taskStatus) {
-        status = taskStatus;
-        loop.quit();
-    });
-    task.start();
-    loop.exec();
-    return status;
+    return runTask(task);
 }
 
 } // namespace Velk

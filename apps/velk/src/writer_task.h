@@ -1,11 +1,11 @@
 #ifndef APPS_VELK_SRC_WRITER_TASK_H
 #define APPS_VELK_SRC_WRITER_TASK_H
 
-#include "command.h"
+#include "robot_options.h"
+#include "task.h"
 
 #include <connections/redis/redis_robot_writer.h>
 
-#include <QObject>
 #include <QTimer>
 
 #include <functional>
@@ -17,7 +17,7 @@ class Console;
 
 /// Opens a writer and writes one thing with it. Failures on the way are told; the task ends when the server has
 /// answered or the time-out is over.
-class WriterTask : public QObject
+class WriterTask : public Task
 {
     Q_OBJECT
 
@@ -27,11 +27,8 @@ public:
     WriterTask(std::unique_ptr<RedisRobotWriter> writer, Console& console, int timeoutMs, Write write);
     ~WriterTask() override;
 
-    void start();
-
-Q_SIGNALS:
-    /// How velk is to end. Once.
-    void finished(int status);
+    void start() override;
+    void interrupt(int signalNumber) override;
 
 private:
     void finish(int status);

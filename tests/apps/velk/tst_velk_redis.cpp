@@ -22,6 +22,7 @@ private Q_SLOTS:
     void aKeyOfAnotherTypeIsNotOverwritten();
     void pingSaysWhatTheServerIsAndGrants();
     void pingOnAnotherRobotSaysThatItAnswers();
+    void aFastPeriodIsAskedForOnARobotWithManyKeys();
     void aServedRobotIsSeenByAnotherVelk();
     void servingGoesOnAfterTheServerCameBackEmpty();
 
@@ -132,6 +133,21 @@ void TestVelkRedis::pingOnAnotherRobotSaysThatItAnswers()
 
     QCOMPARE(velk.run({"ping", "--robot", "sim:", "--timeout", "60"}), 0);
     QVERIFY2(velk.output().startsWith("robot       sim:\nkeys "), qPrintable(velk.output()));
+}
+
+// The robot's answer, whether it can be sampled fast, is measured while the long lists come, and may be a no.
+void TestVelkRedis::aFastPeriodIsAskedForOnARobotWithManyKeys()
+{
+    QList<QByteArray> names{"SADD", "mem:{arm1}:data"};
+    for (int i = 1; i <= 20000; ++i)
+        names << "Key/" + QByteArray::number(i);
+    m_client->command(names);
+    m_client->command({"SET", "mem:{arm1}:v:Key/1", "42"});
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run(onRobot({"watch", "Key/1", "--period", "100", "--for", "1", "--timeout", "60"})), 0);
+
+    QVERIFY2(velk.output().contains("\tKey/1\t42\n"), qPrintable(velk.output() + velk.messages()));
 }
 
 void TestVelkRedis::aServedRobotIsSeenByAnotherVelk()

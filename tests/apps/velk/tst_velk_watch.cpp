@@ -47,7 +47,8 @@ private Q_SLOTS:
     void aTerminalShowsAMessageAboveTheTable();
     void aTerminalIsNotCommandedByAValue();
     void jsonLinesAreJsonLinesOnATerminalToo();
-    void aTardyRobotIsWatchedWhenItHasToldAll();
+    void aTardyRobotIsWatchedWhenItHasAnswered_data();
+    void aTardyRobotIsWatchedWhenItHasAnswered();
     void theSimulatedRobotIsWatched();
     void thisComputerIsWatched();
 };
@@ -335,10 +336,19 @@ void TestVelkWatch::jsonLinesAreJsonLinesOnATerminalToo()
     QCOMPARE(velk.end(), 0);
 }
 
-void TestVelkWatch::aTardyRobotIsWatchedWhenItHasToldAll()
+void TestVelkWatch::aTardyRobotIsWatchedWhenItHasAnswered_data()
 {
+    QTest::addColumn<int>("period");
+
+    QTest::newRow("a period that every robot grants") << 200;
+    QTest::newRow("a period that waits for the last answer") << 100;
+}
+
+void TestVelkWatch::aTardyRobotIsWatchedWhenItHasAnswered()
+{
+    QFETCH(int, period);
     VelkRun velk;
-    velk.start(watch(QStringLiteral("Base/Odometer --period 200"), QStringLiteral("tardy:")));
+    velk.start(watch(QStringLiteral("Base/Odometer --period %1").arg(period), QStringLiteral("tardy:")));
 
     QVERIFY2(velk.waitForOutput(QStringLiteral("Base/Odometer\t42\n.*Base/Odometer\t42\n")), qPrintable(velk.output()));
     velk.sendSignal(SIGINT);

@@ -12,6 +12,8 @@
 #include <QUrlQuery>
 
 #include <csignal>
+#include <functional>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -23,7 +25,7 @@
 //                     brings it back, with a new key Foot/Position, and raises Bumper/Front.
 //   mute:             connects, and never lists its keys
 //   refusing:         gives up when it is opened
-//   tardy:            lists its keys to those who ask last first, and tells after that that it samples in real time
+//   tardy:            finishes its newest lists first, and answers after the last list that it samples in real time
 
 namespace {
 
@@ -86,8 +88,9 @@ std::unique_ptr<RobotLink> testLink(const QUrlQuery& query)
 class SlowMemoryInterface : public MemoryInterface
 {
 public:
-    explicit SlowMemoryInterface(bool isMute)
+    SlowMemoryInterface(bool isMute, std::function<void()> answered)
         : m_isMute(isMute)
+        , m_answered(std::move(answered))
     {
         connect(&m_gatherTimer, &QTimer::timeout, this, [this] {
             QMap<QString, QMap<double, QVariant>> batch;
@@ -158,9 +161,11 @@ private:
                 QMetaObject::invokeMethod(question.receiver, question.member.constData(), Qt::QueuedConnection,
                                           Q_ARG(bool, true));
         }
+        m_answered();
     }
 
     const bool m_isMute;
+    const std::function<void()> m_answered;
     bool m_areListsFinished = false;
     double m_time = 0.0;
     QList<OpenList> m_lists;
@@ -188,7 +193,8 @@ private:
         if (m_url == QStringLiteral("refusing:"))
             giveUp(QStringLiteral("Refused"), QStringLiteral("The robot does not let you in."));
         else
-            establish(boost::shared_ptr<MemoryInterface>(new SlowMemoryInterface(m_url == QStringLiteral("mute:"))));
+            establish(boost::shared_ptr<MemoryInterface>(
+                new SlowMemoryInterface(m_url == QStringLiteral("mute:"), [this] { setRealTimeSupport(true); })));
     }
 
     const QString m_url;

@@ -98,8 +98,9 @@ bool isNumber(const QByteArray& field)
 /// The text of a quoted field. Returns false when its bytes are not UTF-8.
 bool unquote(const QByteArray& field, QString* text)
 {
-    // Decoded with its quotes: a byte-order mark at the start of the bytes would be dropped.
-    const QString decoded = QString::fromUtf8(field);
+    // Decoded with its quotes: a byte-order mark at the start of the bytes would be dropped. And with its size: Qt 5
+    // stops at a zero byte of a QByteArray.
+    const QString decoded = QString::fromUtf8(field.constData(), int(field.size()));
     // Qt replaces bytes that are not UTF-8: the text is then encoded as other bytes.
     if (decoded.toUtf8() != field)
         return false;

@@ -4,11 +4,11 @@
 
 #include <apps/velk-watch/src/main_window.h>
 #include <apps/velk-watch/src/plot_view.h>
-#include <apps/velk-watch/src/watch_session.h>
 #include <apps/velk-watch/src/watch_settings.h>
 #include <itemmodels/watch_model.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
+#include <session/robot_session.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -106,7 +106,7 @@ void benchCatalogue(int keys)
     window.show();
     window.openRobot(QStringLiteral("sim:?keys=%1").arg(keys));
     bool isReady = false;
-    QObject::connect(window.session(), &WatchSession::catalogueReady, &window, [&isReady] { isReady = true; });
+    QObject::connect(window.session(), &RobotSession::catalogueReady, &window, [&isReady] { isReady = true; });
     auto* const tree = window.findChild<QTreeView*>(QStringLiteral("catalogueTree"));
     // Begins with the turn of the event loop that brings the last list: the catalogue becomes ready in it, and the
     // window shows the keys.
@@ -163,7 +163,7 @@ void benchUpdates(int keys)
     }
     print("watching them all takes", processorMillisecondsOf([&] { window.session()->watch(all); }), "ms");
     int updates = 0;
-    QObject::connect(window.session()->model(), &DisplayedMemoryKeyListModel::keysUpdated, &window,
+    QObject::connect(window.session()->displayedKeys(), &DisplayedMemoryKeyListModel::keysUpdated, &window,
                      [&updates](const QSet<DisplayedMemoryKey>& updated) { updates += updated.isEmpty() ? 0 : 1; });
     waitFor([&] { return updates >= 5; });
 

@@ -5,10 +5,10 @@
 #include <apps/velk-watch/src/plot_view.h>
 #include <apps/velk-watch/src/recording_control.h>
 #include <apps/velk-watch/src/translations.h>
-#include <apps/velk-watch/src/watch_session.h>
 #include <apps/velk-watch/src/watch_settings.h>
 
 #include <itemmodels/watch_model.h>
+#include <session/robot_session.h>
 
 #include <QApplication>
 #include <QDir>

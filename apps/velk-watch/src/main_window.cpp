@@ -3,20 +3,20 @@
 #include "application_icon.h"
 #include "catalogue_panel.h"
 #include "message_bar.h"
-#include "period_control.h"
+#include "period_text.h"
 #include "plot_panel.h"
 #include "plot_view.h"
 #include "recording_control.h"
 #include "robot_bar.h"
 #include "theme_style.h"
 #include "watch_panel.h"
-#include "watch_session.h"
 #include "watch_settings.h"
 
 #include <connections/directory/robot_directory.h>
 #include <itemmodels/sample_history.h>
 #include <itemmodels/watch_model.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <session/robot_session.h>
 
 #include <QActionGroup>
 #include <QApplication>
@@ -113,7 +113,7 @@ MainWindow::MainWindow(WatchSettings* settings, QWidget* parent)
 MainWindow::~MainWindow()
 {
     // The models of the session are shown by views that still exist.
-    m_recording->setModel(nullptr);
+    m_recording->setSession(nullptr);
     m_watchModel->setDisplayedKeys(nullptr);
     m_history->setDisplayedKeys(nullptr);
     m_catalogue->setCatalogue(nullptr);
@@ -169,7 +169,7 @@ void MainWindow::createBars()
     m_period->setKeyboardTracking(false);
     connect(m_period, qOverload<int>(&QSpinBox::valueChanged), this, [this](int periodMs) {
         if (m_session)
-            m_session->period()->ask(periodMs);
+            m_session->setWantedPeriod(periodMs);
     });
     auto* label = new QLabel(tr("&Period:"), bar);
     label->setContentsMargins(4, 0, 4, 0);
@@ -343,19 +343,19 @@ void MainWindow::openRobot(std::unique_ptr<RobotLink> link)
     }
 
     // A recording of the robot before ends, and is kept until it is saved.
-    m_recording->setModel(nullptr);
-    auto session = std::make_unique<WatchSession>(std::move(link));
-    m_watchModel->setDisplayedKeys(session->model());
-    m_history->setDisplayedKeys(session->model());
+    m_recording->setSession(nullptr);
+    auto session = std::make_unique<RobotSession>(std::move(link));
+    m_watchModel->setDisplayedKeys(session->displayedKeys());
+    m_history->setDisplayedKeys(session->displayedKeys(), session->samples());
     m_catalogue->setCatalogue(nullptr);
     m_session.swap(session);
     session.reset();
 
     plot()->clear();
-    m_recording->setModel(m_session->model());
+    m_recording->setSession(m_session.get());
     connectSession();
     m_session->setWatcherWanted(m_watcherAction->isChecked());
-    m_session->period()->ask(m_period->value());
+    m_session->setWantedPeriod(m_period->value());
     m_session->watch(keys);
 
     m_recentRobots.add(m_session->link()->url());
@@ -368,17 +368,13 @@ void MainWindow::openRobot(std::unique_ptr<RobotLink> link)
 
 void MainWindow::connectSession()
 {
-    WatchSession* const session = m_session.get();
-    connect(session, &WatchSession::failed, m_messages, &MessageBar::showMessage);
-    connect(session, &WatchSession::catalogueReady, m_catalogue, &CataloguePanel::setCatalogue);
-    connect(session, &WatchSession::watchedKeysChanged, m_catalogue,
+    RobotSession* const session = m_session.get();
+    connect(session, &RobotSession::failed, m_messages, &MessageBar::showMessage);
+    connect(session, &RobotSession::catalogueReady, m_catalogue, &CataloguePanel::setCatalogue);
+    connect(session, &RobotSession::watchedKeysChanged, m_catalogue,
             [this, session] { m_catalogue->setWatchedKeys(session->watchedKeys()); });
-    connect(session, &WatchSession::watcherChanged, this, [this] {
-        if (!m_session->isWatcherRunning())
-            m_history->markGap();
-        updateState();
-    });
-    connect(session->period(), &PeriodControl::changed, this, &MainWindow::updateStatus);
+    connect(session, &RobotSession::watcherChanged, this, &MainWindow::updateState);
+    connect(session, &RobotSession::periodChanged, this, &MainWindow::updateStatus);
     connect(session->link(), &RobotLink::stateChanged, this, &MainWindow::updateState);
 }
 
@@ -445,7 +441,7 @@ void MainWindow::updateStatus()
     else if (m_session && m_session->link()->state() == RobotLink::Connected)
         connection += m_watcherAction->isChecked() ? tr(", nothing to sample") : tr(", sampling paused");
     m_connectionLabel->setText(connection);
-    m_periodLabel->setText(m_session ? m_session->period()->text() : QString());
+    m_periodLabel->setText(m_session ? PeriodText::of(*m_session) : QString());
     m_recordingLabel->setText(m_recording->text());
 }
 

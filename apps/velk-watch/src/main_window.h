@@ -25,10 +25,10 @@ class PlotPanel;
 class PlotView;
 class RecordingControl;
 class RobotBar;
+class RobotSession;
 class SampleHistory;
 class WatchModel;
 class WatchPanel;
-class WatchSession;
 class WatchSettings;
 
 /// The application's window: wires the parts together and decides nothing that one of them could.
@@ -52,7 +52,7 @@ public:
     void setWatchedNames(const QStringList& names);
 
     /// The robot that is open, or was opened last; null before the first one.
-    WatchSession* session() const { return m_session.get(); }
+    RobotSession* session() const { return m_session.get(); }
     RecordingControl* recording() const { return m_recording; }
     WatchModel* watchModel() const { return m_watchModel; }
     PlotView* plot() const;
@@ -96,7 +96,7 @@ private:
     SampleHistory* m_history;
     HistoryCurves m_curves;
     RecordingControl* m_recording;
-    std::unique_ptr<WatchSession> m_session;
+    std::unique_ptr<RobotSession> m_session;
 
     RobotBar* m_robotBar = nullptr;
     CataloguePanel* m_catalogue = nullptr;

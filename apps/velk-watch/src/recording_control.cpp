@@ -2,32 +2,13 @@
 
 #include "connection_status.h"
 
-#include <robotconnection/connection_manager.h>
-#include <robotconnection/memory_interface.h>
-
-#include <QLocale>
-#include <QSet>
+#include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <session/recorded_rows.h>
+#include <session/robot_session.h>
 
 #include <limits>
 
 namespace Velk {
-
-namespace {
-
-// The rows that a batch makes: one for each time stamp at which a displayed key has a sample.
-qint64 rowsOf(const QMap<QString, QMap<double, QVariant>>& batch, const QSet<MemoryKey>& displayedKeys)
-{
-    QSet<double> times;
-    for (auto samples = batch.cbegin(); samples != batch.cend(); ++samples) {
-        if (!displayedKeys.contains(MemoryKey(samples.key(), QString(), UnknownNature)))
-            continue;
-        for (auto sample = samples->cbegin(); sample != samples->cend(); ++sample)
-            times.insert(sample.key());
-    }
-    return times.size();
-}
-
-} // namespace
 
 RecordingControl::RecordingControl(QObject* parent)
     : QObject(parent)
@@ -36,15 +17,20 @@ RecordingControl::RecordingControl(QObject* parent)
 
 RecordingControl::~RecordingControl() = default;
 
-void RecordingControl::setModel(DisplayedMemoryKeyListModel* model)
+void RecordingControl::setSession(RobotSession* session)
 {
-    if (m_model) {
+    if (m_displayedKeys) {
         stop();
-        disconnect(m_model, nullptr, this, nullptr);
+        m_displayedKeys->disconnect(this);
     }
-    m_model = model;
-    if (m_model)
-        connect(m_model, &DisplayedMemoryKeyListModel::recording, this, &RecordingControl::onRecording);
+    m_recordedRows.reset();
+    m_displayedKeys = session ? session->displayedKeys() : nullptr;
+    if (!m_displayedKeys)
+        return;
+    // The counter first: it has counted the first rows when a recording is reported.
+    m_recordedRows = std::make_unique<RecordedRows>(m_displayedKeys, session->samples());
+    connect(m_recordedRows.get(), &RecordedRows::countChanged, this, &RecordingControl::rowsChanged);
+    connect(m_displayedKeys, &DisplayedMemoryKeyListModel::recording, this, &RecordingControl::onRecording);
 }
 
 RecordingControl::State RecordingControl::state() const
@@ -56,7 +42,9 @@ RecordingControl::State RecordingControl::state() const
 
 qint64 RecordingControl::rows() const
 {
-    return state() == Unsaved ? m_saver->rows() : m_rows;
+    if (m_isRecording)
+        return m_recordedRows->count();
+    return m_saver->hasRecording() ? m_saver->rows() : 0;
 }
 
 qint64 RecordingControl::elapsedMs() const
@@ -83,16 +71,16 @@ QString RecordingControl::text() const
 
 void RecordingControl::start()
 {
-    if (m_model && state() == Idle)
-        m_model->startRecording();
+    if (m_displayedKeys && state() == Idle)
+        m_displayedKeys->startRecording();
 }
 
 void RecordingControl::stop()
 {
-    if (!m_model)
+    if (!m_displayedKeys)
         return;
     m_isStopping = true;
-    m_model->stopRecording();
+    m_displayedKeys->stopRecording();
     m_isStopping = false;
 }
 
@@ -109,39 +97,12 @@ void RecordingControl::onRecording(bool isRecording)
     }
 
     m_clock.start();
-    // The newest known values are written at their own times, before the first batch.
-    QSet<double> times;
-    const QSet<DisplayedMemoryKey> keys = m_model->displayedKeys();
-    for (const DisplayedMemoryKey& key : keys) {
-        const QMap<double, QVariant> history = key.valueHistory();
-        if (!history.isEmpty())
-            times.insert(history.lastKey());
-    }
-    m_rows = times.size();
-    m_memory = m_model->connectionManager()->memoryInterface().get();
-    if (m_memory)
-        connect(m_memory, &MemoryInterface::dataGathered, this, &RecordingControl::onBatch, Qt::UniqueConnection);
     emit stateChanged(state());
-}
-
-void RecordingControl::onBatch(const QMap<QString, QMap<double, QVariant>>& data)
-{
-    if (!m_isRecording || !m_model)
-        return;
-    const qint64 rows = rowsOf(data, m_model->keys());
-    m_rows += rows;
-    if (rows > 0)
-        emit rowsChanged();
 }
 
 void RecordingControl::take()
 {
-    if (m_memory)
-        disconnect(m_memory, nullptr, this, nullptr);
-    m_memory = nullptr;
-    m_saver = std::make_unique<RecordFileSaver>(m_model->takeRecordFile());
-    m_rows = 0;
-
+    m_saver = std::make_unique<RecordFileSaver>(m_displayedKeys->takeRecordFile());
     const QString rowsText = tr("%n row(s) were recorded.", nullptr, int(m_saver->rows()));
     if (m_saver->isIncomplete())
         emit message(tr("Recording incomplete"),

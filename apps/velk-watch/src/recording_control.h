@@ -1,7 +1,6 @@
 #ifndef APPS_VELK_WATCH_RECORDING_CONTROL_H
 #define APPS_VELK_WATCH_RECORDING_CONTROL_H
 
-#include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <recordfile/record_file_saver.h>
 
 #include <QElapsedTimer>
@@ -12,12 +11,15 @@
 
 namespace Velk {
 
-class MemoryInterface;
+class DisplayedMemoryKeyListModel;
+class RecordedRows;
+class RobotSession;
 
 /// One recording after the other: started, stopped, kept, and saved or discarded.
 ///
-/// A recording that has ended, for whatever reason, is taken from the model at once. So it outlives the connection and
-/// the model, and the next recording gets a file of its own. It must be saved or discarded before that.
+/// A recording that has ended, for whatever reason, is taken from the displayed key set at once. So it outlives the
+/// connection and the session, and the next recording gets a file of its own. It must be saved or discarded before
+/// that.
 class RecordingControl : public QObject
 {
     Q_OBJECT
@@ -33,12 +35,13 @@ public:
     explicit RecordingControl(QObject* parent = nullptr);
     ~RecordingControl() override;
 
-    /// Records from this model from now on; null for none. A recording of the former one is ended, and kept.
-    void setModel(DisplayedMemoryKeyListModel* model);
+    /// Records from this session's robot from now on; null for none. A recording of the former one is ended, and kept.
+    /// Set another session before this one is deleted.
+    void setSession(RobotSession* session);
 
     State state() const;
-    /// The rows that were recorded: while it runs as counted from the values that came in, afterwards as counted in the
-    /// file. 0 when Idle.
+    /// The rows that were recorded: counted in the values that came in while it runs, and in the file afterwards. 0
+    /// when Idle.
     qint64 rows() const;
     /// Since the recording started; of an ended one, how long it ran.
     qint64 elapsedMs() const;
@@ -47,8 +50,8 @@ public:
     /// State, time and rows for a status bar.
     QString text() const;
 
-    /// Starts a recording. Nothing when one runs, or when one is unsaved: it would be lost. Failures are told by the
-    /// model's error().
+    /// Starts a recording. Nothing when one runs, or when one is unsaved: it would be lost. Failures are
+    /// reported by RobotSession::failed().
     void start();
     /// Ends the recording; nothing when none runs.
     void stop();
@@ -68,15 +71,13 @@ Q_SIGNALS:
 
 private:
     void onRecording(bool isRecording);
-    void onBatch(const QMap<QString, QMap<double, QVariant>>& data);
     void take();
 
-    QPointer<DisplayedMemoryKeyListModel> m_model;
-    QPointer<MemoryInterface> m_memory;
-    std::unique_ptr<RecordFileSaver> m_saver; // never null
+    QPointer<DisplayedMemoryKeyListModel> m_displayedKeys;
+    std::unique_ptr<RecordedRows> m_recordedRows; // of the displayed keys
+    std::unique_ptr<RecordFileSaver> m_saver;     // never null
     QElapsedTimer m_clock;
     qint64 m_durationMs = 0;
-    qint64 m_rows = 0;
     bool m_isRecording = false;
     bool m_isStopping = false;
 };

@@ -675,7 +675,7 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
     </message>
 </context>
 <context>
-    <name>Velk::PeriodControl</name>
+    <name>Velk::PeriodText</name>
     <message>
         <source>%1 ms asked, this robot gives %2 ms and more: %3 ms in force</source>
         <translation>%1 ms verlangt, dieser Roboter bietet %2 ms und mehr: %3 ms gelten</translation>

@@ -675,7 +675,7 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
     </message>
 </context>
 <context>
-    <name>Velk::PeriodControl</name>
+    <name>Velk::PeriodText</name>
     <message>
         <source>%1 ms asked, this robot gives %2 ms and more: %3 ms in force</source>
         <translation>%1 ms demandées, ce robot donne %2 ms et plus : %3 ms en vigueur</translation>

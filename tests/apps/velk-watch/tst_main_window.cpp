@@ -6,13 +6,13 @@
 #include <apps/velk-watch/src/plot_view.h>
 #include <apps/velk-watch/src/recording_control.h>
 #include <apps/velk-watch/src/watch_panel.h>
-#include <apps/velk-watch/src/watch_session.h>
 #include <apps/velk-watch/src/watch_settings.h>
 #include <connections/embedded/embedded_link.h>
 #include <connections/embedded/robot_memory.h>
 #include <itemmodels/catalogue_model.h>
 #include <itemmodels/watch_model.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <session/robot_session.h>
 
 #include <QAbstractItemModelTester>
 #include <QAction>
@@ -376,7 +376,7 @@ private Q_SLOTS:
 
         QTRY_COMPARE(f.status("periodStatus"),
                      QStringLiteral("10 ms asked, this robot gives 200 ms and more: 200 ms in force"));
-        QCOMPARE(f.window->session()->model()->samplingPeriod(), 200);
+        QCOMPARE(f.window->session()->displayedKeys()->samplingPeriod(), 200);
     }
 
     void theWatcherIsPausedAndGoesOn()
@@ -400,7 +400,8 @@ private Q_SLOTS:
         f.watch(elbow);
         f.action("freezeAction")->trigger();
         f.memory->setData(elbow, 9);
-        QTRY_COMPARE(f.window->session()->model()->displayedKeys().constBegin()->valueHistory().last(), QVariant(9));
+        QTRY_COMPARE(f.window->session()->displayedKeys()->displayedKeys().constBegin()->valueHistory().last(),
+                     QVariant(9));
         QCOMPARE(f.valueOf(elbow), QStringLiteral("1.5"));
 
         f.action("freezeAction")->trigger();
@@ -584,7 +585,7 @@ private Q_SLOTS:
         QVERIFY(!next.watchModel()->isShown(wrist));
         QVERIFY(next.watchModel()->isShown(elbow));
         QCOMPARE(next.size(), QSize(1000, 640));
-        QTRY_COMPARE(next.session()->model()->samplingPeriod(), 300);
+        QTRY_COMPARE(next.session()->displayedKeys()->samplingPeriod(), 300);
         QCOMPARE(settings.recentRobots(), QStringList{QStringLiteral("embedded:")});
     }
 
@@ -675,7 +676,7 @@ private Q_SLOTS:
         QTRY_COMPARE(f.link->state(), RobotLink::Lost);
         f.link->feed().inReach();
 
-        QTRY_VERIFY(f.window->session()->isWatcherRunning());
+        QTRY_VERIFY(f.window->session()->isReady());
         f.window->session()->unwatch(f.window->session()->watchedKeys());
         QCOMPARE(f.watched(), QString());
     }

@@ -1,34 +1,22 @@
-#include <apps/velk-watch/src/period_control.h>
+#include <apps/velk-watch/src/period_text.h>
 
-#include <memorykeymodel/displayed_memory_key_list_model.h>
-#include <robotconnection/connection_manager.h>
+#include "support/fake_robot_link.h"
 
-#include <QSignalSpy>
+#include <session/robot_session.h>
+
 #include <QTest>
 
 using namespace Velk;
 
-namespace {
-
-// A robot that is not there; its model takes periods all the same.
-class AbsentRobot : public ConnectionManager
-{
-public:
-    boost::shared_ptr<MemoryInterface> memoryInterface() override { return {}; }
-    bool isConnected() const override { return false; }
-};
-
-} // namespace
-
-class TestPeriodControl : public QObject
+class TestPeriodText : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTextTellsWhatIsReallyInForce_data()
+    void theTextStatesWhatIsInForce_data()
     {
-        QTest::addColumn<int>("asked");
-        QTest::addColumn<int>("inForce");
+        QTest::addColumn<int>("wanted");
+        QTest::addColumn<int>("granted");
         QTest::addColumn<int>("min");
         QTest::addColumn<QString>("text");
         QTest::newRow("granted") << 500 << 500 << 200
@@ -42,68 +30,24 @@ private Q_SLOTS:
             << QStringLiteral("20000000 ms asked, this robot gives 9999990 ms at most: 9999990 ms in force");
     }
 
-    void theTextTellsWhatIsReallyInForce()
+    void theTextStatesWhatIsInForce()
     {
-        QFETCH(int, asked);
-        QFETCH(int, inForce);
+        QFETCH(int, wanted);
+        QFETCH(int, granted);
         QFETCH(int, min);
 
-        QTEST(PeriodControl::text(asked, inForce, min, 9999990), "text");
+        QTEST(PeriodText::of(wanted, granted, min, 9999990), "text");
     }
 
-    void theModelsPeriodCountsAtFirst()
+    void theFiguresAreThoseOfTheSession()
     {
-        AbsentRobot robot;
-        DisplayedMemoryKeyListModel model(&robot);
+        RobotSession session(std::make_unique<FakeRobotLink>());
+        session.setWantedPeriod(10);
 
-        const PeriodControl control(&model);
-
-        QCOMPARE(control.askedPeriod(), 1000);
-        QCOMPARE(control.periodInForce(), 1000);
-    }
-
-    void askingWithoutARobotIsToldAsWell()
-    {
-        AbsentRobot robot;
-        DisplayedMemoryKeyListModel model(&robot);
-        PeriodControl control(&model);
-        QSignalSpy changed(&control, &PeriodControl::changed);
-
-        control.ask(300);
-
-        QCOMPARE(model.samplingPeriod(), 300);
-        QVERIFY(changed.count() > 0);
-    }
-
-    void whatWasAskedComesIntoForceOnceTheRobotCan()
-    {
-        AbsentRobot robot;
-        DisplayedMemoryKeyListModel model(&robot);
-        PeriodControl control(&model);
-        control.ask(10);
-        QCOMPARE(control.periodInForce(), 200);
-
-        // The robot's answer, by the name that it calls.
-        QVERIFY(QMetaObject::invokeMethod(&model, "gotRealTimeSupported", Q_ARG(bool, true)));
-
-        QCOMPARE(control.askedPeriod(), 10);
-        QCOMPARE(control.periodInForce(), 10);
-    }
-
-    void aSlowerRobotIsNotAskedForMoreThanItCan()
-    {
-        AbsentRobot robot;
-        DisplayedMemoryKeyListModel model(&robot);
-        PeriodControl control(&model);
-        QVERIFY(QMetaObject::invokeMethod(&model, "gotRealTimeSupported", Q_ARG(bool, true)));
-        control.ask(10);
-
-        QVERIFY(QMetaObject::invokeMethod(&model, "gotRealTimeSupported", Q_ARG(bool, false)));
-
-        QCOMPARE(control.periodInForce(), 200);
-        QCOMPARE(control.askedPeriod(), 10);
+        QCOMPARE(PeriodText::of(session),
+                 QStringLiteral("10 ms asked, this robot gives 200 ms and more: 200 ms in force"));
     }
 };
 
-QTEST_MAIN(TestPeriodControl)
-#include "tst_period_control.moc"
+QTEST_MAIN(TestPeriodText)
+#include "tst_period_text.moc"

@@ -2,6 +2,9 @@
 
 #include "support/fake_robot_link.h"
 
+#include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <session/robot_session.h>
+
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -21,16 +24,20 @@ struct Fixture
 {
     Fixture()
     {
-        link.establish();
-        model->addKeys({MemoryKey(QStringLiteral("A"), QString(), DataNature)});
-        control.setModel(model);
+        link->open();
+        link->establish();
+        session->displayedKeys()->addKeys({MemoryKey(QStringLiteral("A"), QString(), DataNature)});
+        control.setSession(session.get());
     }
-    void deliver(double time, const QVariant& value) { link.memory->deliver({{QStringLiteral("A"), {{time, value}}}}); }
+    void deliver(double time, const QVariant& value)
+    {
+        link->memory->deliver({{QStringLiteral("A"), {{time, value}}}});
+    }
     QString destination() const { return folder.filePath(QStringLiteral("saved.csv")); }
 
     QTemporaryDir folder;
-    FakeRobotLink link;
-    DisplayedMemoryKeyListModel* model = new DisplayedMemoryKeyListModel(&link);
+    FakeRobotLink* link = new FakeRobotLink; // the session's
+    std::unique_ptr<RobotSession> session = std::make_unique<RobotSession>(std::unique_ptr<RobotLink>(link));
     RecordingControl control;
     QSignalSpy message{&control, &RecordingControl::message};
 };
@@ -70,13 +77,13 @@ private Q_SLOTS:
     void theRowsAreCountedAsTheFileHasThem()
     {
         Fixture f;
-        f.model->addKeys({MemoryKey(QStringLiteral("B"), QString(), DataNature)});
+        f.session->displayedKeys()->addKeys({MemoryKey(QStringLiteral("B"), QString(), DataNature)});
         f.control.start();
 
-        f.link.memory->deliver({{QStringLiteral("A"), {{1, 1}, {2, 2}}},
-                                {QStringLiteral("B"), {{2, 2}, {3, 3}}},
-                                {QStringLiteral("not displayed"), {{4, 4}}}});
-        f.link.memory->deliver({});
+        f.link->memory->deliver({{QStringLiteral("A"), {{1, 1}, {2, 2}}},
+                                 {QStringLiteral("B"), {{2, 2}, {3, 3}}},
+                                 {QStringLiteral("not displayed"), {{4, 4}}}});
+        f.link->memory->deliver({});
         const qint64 counted = f.control.rows();
         f.control.stop();
 
@@ -90,7 +97,7 @@ private Q_SLOTS:
         f.control.start();
         f.deliver(10, 1.5);
 
-        f.link.lose();
+        f.link->lose();
 
         QCOMPARE(f.control.state(), RecordingControl::Unsaved);
         QCOMPARE(f.message.count(), 1);
@@ -99,14 +106,14 @@ private Q_SLOTS:
         QCOMPARE(contentOf(f.destination()), QByteArrayLiteral("Time;\"A\"\n0;1.5\n"));
     }
 
-    void anUnsavedRecordingOutlivesItsModel()
+    void anUnsavedRecordingOutlivesItsSession()
     {
         Fixture f;
         f.control.start();
         f.deliver(10, 1.5);
 
-        f.control.setModel(nullptr);
-        delete f.model;
+        f.control.setSession(nullptr);
+        f.session.reset();
 
         QCOMPARE(f.control.state(), RecordingControl::Unsaved);
         QVERIFY(f.control.save(f.destination(), RecordFileSaver::KeepExisting).isSaved());
@@ -122,7 +129,7 @@ private Q_SLOTS:
         f.control.start();
 
         QCOMPARE(f.control.state(), RecordingControl::Unsaved);
-        QVERIFY(!f.model->isRecording());
+        QVERIFY(!f.session->displayedKeys()->isRecording());
     }
 
     void discardingRemovesItFromDisk()
@@ -170,7 +177,7 @@ private Q_SLOTS:
         QCOMPARE(contentOf(f.destination()), QByteArrayLiteral("Time;\"A\"\n0;100000\n"));
     }
 
-    void theTextTellsTimeAndRows()
+    void theTextStatesTimeAndRows()
     {
         Fixture f;
         QCOMPARE(f.control.text(), QStringLiteral("Not recording"));
@@ -184,7 +191,7 @@ private Q_SLOTS:
         QVERIFY2(f.control.text().startsWith(QStringLiteral("Not saved: ")), qPrintable(f.control.text()));
     }
 
-    void withoutAModelNothingHappens()
+    void withoutASessionNothingHappens()
     {
         RecordingControl control;
 
@@ -195,16 +202,16 @@ private Q_SLOTS:
         QCOMPARE(control.state(), RecordingControl::Idle);
     }
 
-    void aRecordingThatCannotStartIsToldByTheModel()
+    void aRecordingThatCannotStartIsReportedByTheSession()
     {
         Fixture f;
-        QSignalSpy error(f.model, &DisplayedMemoryKeyListModel::error);
+        QSignalSpy failed(f.session.get(), &RobotSession::failed);
         qputenv("TMPDIR", "/proc");
 
         f.control.start();
 
         qunsetenv("TMPDIR");
-        QCOMPARE(error.count(), 1);
+        QCOMPARE(failed.count(), 1);
         QCOMPARE(f.control.state(), RecordingControl::Idle);
     }
 };

@@ -2,13 +2,13 @@
 
 #include "patient_try.h"
 #include <apps/velk-watch/src/recording_control.h>
-#include <apps/velk-watch/src/watch_session.h>
 #include <apps/velk-watch/src/watch_settings.h>
 #include <apps/velk/src/exit_status.h>
 #include <apps/velk/src/velk.h>
 
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <robotconnection/memory_interface.h>
+#include <session/robot_session.h>
 
 #include <QFile>
 #include <QHashSeed>

@@ -3,11 +3,11 @@
 #include "patient_try.h"
 #include <apps/velk-watch/src/message_bar.h>
 #include <apps/velk-watch/src/recording_control.h>
-#include <apps/velk-watch/src/watch_session.h>
 #include <apps/velk-watch/src/watch_settings.h>
 
 #include <connections/redis/support/redis_server.h>
 #include <itemmodels/watch_model.h>
+#include <session/robot_session.h>
 
 #include <QFile>
 #include <QLabel>

@@ -1,8 +1,9 @@
-// Connects a robot of one's own: implements the two classes of the contract for it, and shows a key's values.
+// Connects a robot of one's own: implements its link and its memory service, and shows a key's values.
 
+#include <connections/link/robot_link.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
-#include <robotconnection/connection_manager.h>
 #include <robotconnection/memory_interface.h>
+#include <session/robot_session.h>
 
 #include <QCoreApplication>
 #include <QSet>
@@ -30,7 +31,7 @@ public:
     void startWatcher(int gatherPeriod, int) override { m_gatherTimer.start(gatherPeriod); }
     void stopWatcher() override { m_gatherTimer.stop(); }
     void setGatherPeriod(int period) override { m_gatherTimer.setInterval(period); }
-    void setSamplingPeriod(int) override {} // one sample a delivery, whatever is asked for
+    void setSamplingPeriod(int) override {} // one sample a delivery, whatever was asked for
 
     void isRealTimeSupported(QObject* receiver, const char* member) override
     {
@@ -46,7 +47,7 @@ private:
     void deliver()
     {
         ++m_turns;
-        QMap<QString, QMap<double, QVariant>> batch;
+        GatheredData batch;
         if (m_watched.contains(QStringLiteral("Wheel/Turns")))
             batch[QStringLiteral("Wheel/Turns")][m_turns * 1.0] = m_turns;
         emit dataGathered(batch);
@@ -57,43 +58,43 @@ private:
     int m_turns = 0;
 };
 
-// The connection. It stands from open() on.
-class WheelConnection : public ConnectionManager
+// The connection. This robot is always there: nothing takes time, and nothing fails.
+class WheelLink : public RobotLink
 {
 public:
-    boost::shared_ptr<MemoryInterface> memoryInterface() override { return m_memory; }
-    bool isConnected() const override { return m_memory != nullptr; }
+    ~WheelLink() override { shutDown(); }
+    QString url() const override { return QStringLiteral("wheel:"); }
 
-    void open()
+protected:
+    void startConnecting() override
     {
-        m_memory = boost::shared_ptr<MemoryInterface>(new WheelMemory); // the new state first, then its signal
-        emit connectionEstablished();
+        const auto connect = [this] {
+            establish(boost::shared_ptr<MemoryInterface>(new WheelMemory));
+            setRealTimeSupport(false); // as the memory service answers
+        };
+        QMetaObject::invokeMethod(this, connect, Qt::QueuedConnection);
     }
-
-private:
-    boost::shared_ptr<MemoryInterface> m_memory;
+    void stopConnecting() override {}
+    void endService(MemoryInterface& service, Ending) override { service.stopWatcher(); }
 };
 
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    WheelConnection robot;
-    DisplayedMemoryKeyListModel model(&robot);
-    QObject::connect(
-        &model, &DisplayedMemoryKeyListModel::keysUpdated, &model, [&](const QSet<DisplayedMemoryKey>& keys) {
-            if (model.keys().isEmpty()) { // the first one: the robot has listed its keys
-                model.addKeys(
-                    {MemoryKey(QStringLiteral("Wheel/Turns"), QStringLiteral("since the start"), DataNature)});
-                return;
-            }
-            for (const DisplayedMemoryKey& displayed : keys) {
-                const int turns = displayed.valueHistory().last().toInt();
-                std::printf("%s %s: %d\n", qPrintable(displayed.key().natureToString()),
-                            qPrintable(displayed.key().name()), turns);
-                if (turns == 3)
-                    QCoreApplication::quit();
-            }
-        });
-    robot.open();
+    RobotSession session(std::make_unique<WheelLink>());
+    QObject::connect(session.displayedKeys(), &DisplayedMemoryKeyListModel::keysUpdated,
+                     [](const QSet<DisplayedMemoryKey>& keys) {
+                         for (const DisplayedMemoryKey& displayed : keys) {
+                             if (displayed.valueHistory().isEmpty())
+                                 continue; // its nature is known now, and no value yet
+                             const int turns = displayed.valueHistory().last().toInt();
+                             std::printf("%s %s: %d\n", qPrintable(displayed.key().natureToString()),
+                                         qPrintable(displayed.key().name()), turns);
+                             if (turns == 3)
+                                 QCoreApplication::quit();
+                         }
+                     });
+    session.watchByName(QStringLiteral("Wheel/Turns"));
+    session.link()->open();
     return QCoreApplication::exec();
 }

@@ -5,6 +5,7 @@
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
 #include <recordfile/record_file_saver.h>
+#include <session/robot_session.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -21,38 +22,39 @@ int main(int argc, char** argv)
     const auto memory = std::make_shared<RobotMemory>();
     memory->declareEvent(QStringLiteral("Bumper"));
     memory->setData(QStringLiteral("Arm/Position"), 0.25, 10.0); // at second 10 of the robot's clock
-    EmbeddedLink robot(memory);
-    DisplayedMemoryKeyListModel model(&robot);
+    RobotSession session(std::make_unique<EmbeddedLink>(memory));
+    DisplayedMemoryKeyListModel& displayed = *session.displayedKeys();
+    session.setWantedPeriod(200);
 
-    int samples = 0;
-    QObject::connect(&model, &DisplayedMemoryKeyListModel::keysUpdated, [&](const QSet<DisplayedMemoryKey>& keys) {
-        if (model.keys().isEmpty()) { // the first one: the model is ready for its keys
-            auto* const catalogue = new MemoryKeyListModel(&robot, {}); // lives as long as the robot's link
-            QObject::connect(catalogue, &MemoryKeyListModel::ready, [&model, catalogue] {
-                QStringList lines;
-                for (const MemoryKey& key : catalogue->keys())
-                    lines << key.name() + QLatin1Char(' ') + key.natureToString();
-                std::sort(lines.begin(), lines.end());
-                std::printf("%s\n", qPrintable(lines.join(QLatin1Char('\n'))));
-                model.setSamplingPeriod(200);
-                model.addKeys(catalogue->keys(DataNature));
-                model.startRecording();
-            });
-        } else if (!keys.isEmpty()) {
-            if (++samples == 5)
-                model.stopRecording(); // the rows of a batch follow its signal: four are written
-            memory->setData(QStringLiteral("Arm/Position"), samples, 10.0 + samples / 4.0); // the robot goes on
-        }
+    QObject::connect(&session, &RobotSession::catalogueReady, [&](MemoryKeyListModel* catalogue) {
+        QStringList lines;
+        for (const MemoryKey& key : catalogue->keys())
+            lines << key.name() + QLatin1Char(' ') + key.natureToString();
+        std::sort(lines.begin(), lines.end());
+        std::printf("%s\n", qPrintable(lines.join(QLatin1Char('\n'))));
+        session.watch(catalogue->keys(DataNature));
     });
-    QObject::connect(&model, &DisplayedMemoryKeyListModel::recording, [&](bool isRecording) {
+    QObject::connect(&session, &RobotSession::readyChanged, [&](bool isReady) {
+        if (isReady)
+            displayed.startRecording();
+    });
+    int samples = 0;
+    QObject::connect(&displayed, &DisplayedMemoryKeyListModel::keysUpdated, [&](const QSet<DisplayedMemoryKey>& keys) {
+        if (keys.isEmpty())
+            return;
+        if (++samples == 5)
+            displayed.stopRecording(); // the rows of a batch follow its signal: four are written
+        memory->setData(QStringLiteral("Arm/Position"), samples, 10.0 + samples / 4.0); // the robot goes on
+    });
+    QObject::connect(&displayed, &DisplayedMemoryKeyListModel::recording, [](bool isRecording) {
         if (!isRecording)
             QCoreApplication::quit();
     });
-    robot.open();
+    session.link()->open();
     QCoreApplication::exec();
 
     QTemporaryDir directory;
-    RecordFileSaver saver(model.takeRecordFile());
+    RecordFileSaver saver(displayed.takeRecordFile());
     const RecordSaveResult result = saver.save(directory.filePath(QStringLiteral("run.csv")));
     if (!result.isSaved()) {
         std::fprintf(stderr, "%s\n", qPrintable(result.message));

@@ -3,8 +3,7 @@
 #include <connections/directory/robot_directory.h>
 #include <itemmodels/catalogue_model.h>
 #include <itemmodels/watch_model.h>
-#include <memorykeymodel/displayed_memory_key_list_model.h>
-#include <memorykeymodel/memory_key_list_model.h>
+#include <session/robot_session.h>
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -16,18 +15,12 @@ using namespace Velk;
 int main(int argc, char** argv)
 {
     const QGuiApplication application(argc, argv);
-    const std::unique_ptr<RobotLink> robot = RobotDirectory::createLink(QStringLiteral("sim:"), nullptr);
-    DisplayedMemoryKeyListModel displayed(robot.get());
+    RobotSession session(RobotDirectory::createLink(QStringLiteral("sim:"), nullptr));
     CatalogueModel catalogue;
-    WatchModel watched(&displayed);
-    // What is displayed before the robot connects is watched then, and learns its nature and description.
+    WatchModel watched(session.displayedKeys());
+    QObject::connect(&session, &RobotSession::catalogueReady, &catalogue, &CatalogueModel::setCatalogue);
     for (const char* name : {"Battery/Charge", "Base/Velocity/Linear"})
-        displayed.addKeys({MemoryKey(QLatin1String(name), QString(), UnknownNature)});
-    QObject::connect(robot.get(), &ConnectionManager::connectionEstablished, &catalogue, [&] {
-        delete catalogue.catalogue(); // a catalogue is of one connection
-        catalogue.setCatalogue(new MemoryKeyListModel(robot.get(), displayed.keys()));
-        displayed.startWatcher(false); // a connection does not start it by itself
-    });
+        session.watchByName(QLatin1String(name));
 
     QQmlApplicationEngine engine;
     engine.setInitialProperties({{QStringLiteral("catalogue"), QVariant::fromValue(&catalogue)},
@@ -52,6 +45,6 @@ int main(int argc, char** argv)
         });
         poll.start(50);
     }
-    robot->open();
+    session.link()->open();
     return application.exec();
 }

@@ -1,7 +1,7 @@
 // Watches every key of a simulated robot, as `velk watch '*'` does, and prints how much of a processor that takes.
 //
 //   bench_simulated [keys [period in ms [seconds]]]
-#include <connections/directory/robot_directory.h>
+#include <connections/links/robot_links.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
 
@@ -24,7 +24,7 @@ int main(int argc, char** argv)
 
     QString error;
     const std::unique_ptr<RobotLink> robot =
-        RobotDirectory::createLink(QStringLiteral("sim:?keys=%1").arg(keyCount), &error);
+        RobotLinks::createLink(QStringLiteral("sim:?keys=%1").arg(keyCount), &error);
     if (!robot) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return 1;

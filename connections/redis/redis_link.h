@@ -42,6 +42,8 @@ public:
     /// Finds out about the server and calls `done`, once, from the event loop; nothing when the link is not connected,
     /// or when the connection is lost meanwhile.
     void requestServerReport(std::function<void(const RedisServerReport&)> done);
+    /// The same as lines.
+    void requestReport(std::function<void(const LinkReport&)> done) override;
 
 protected:
     void startConnecting() override;

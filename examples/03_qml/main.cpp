@@ -1,6 +1,6 @@
 // The catalogue and the watched keys in QML views. With --until-values it prints what the views show once values have
 // come, and ends.
-#include <connections/directory/robot_directory.h>
+#include <connections/links/robot_links.h>
 #include <itemmodels/catalogue_model.h>
 #include <itemmodels/watch_model.h>
 #include <session/robot_session.h>
@@ -15,7 +15,7 @@ using namespace Velk;
 int main(int argc, char** argv)
 {
     const QGuiApplication application(argc, argv);
-    RobotSession session(RobotDirectory::createLink(QStringLiteral("sim:"), nullptr));
+    RobotSession session(RobotLinks::createLink(QStringLiteral("sim:"), nullptr));
     CatalogueModel catalogue;
     WatchModel watched(session.displayedKeys());
     QObject::connect(&session, &RobotSession::catalogueReady, &catalogue, &CatalogueModel::setCatalogue);

@@ -4,8 +4,8 @@
 #include "watch_options.h"
 #include "watch_settings.h"
 
-#include <connections/directory/private_arguments.h>
-#include <connections/directory/robot_directory.h>
+#include <apps/arguments/private_arguments.h>
+#include <connections/links/robot_links.h>
 
 #include <QApplication>
 
@@ -49,7 +49,7 @@ bool answer(const WatchOptions& options, WatchExit* status)
         break;
     }
     QString error;
-    if (!options.robot().isEmpty() && !RobotDirectory::createLink(options.robot(), &error)) {
+    if (!options.robot().isEmpty() && !RobotLinks::createLink(options.robot(), &error)) {
         print(stderr, QStringLiteral("velk-watch: %1\n").arg(error));
         *status = WatchExit::BadRobotUrl;
         return true;

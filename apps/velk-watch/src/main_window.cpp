@@ -12,7 +12,7 @@
 #include "watch_panel.h"
 #include "watch_settings.h"
 
-#include <connections/directory/robot_directory.h>
+#include <connections/links/robot_links.h>
 #include <itemmodels/sample_history.h>
 #include <itemmodels/watch_model.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
@@ -320,7 +320,7 @@ QAction* MainWindow::createAction(const QString& name, const QString& text, cons
 void MainWindow::openRobot(const QString& url)
 {
     QString error;
-    std::unique_ptr<RobotLink> link = RobotDirectory::createLink(url, &error);
+    std::unique_ptr<RobotLink> link = RobotLinks::createLink(url, &error);
     if (!link) {
         m_messages->showMessage(tr("This robot cannot be opened"), error);
         return;

@@ -1,6 +1,6 @@
 #include "robot_bar.h"
 
-#include <connections/directory/robot_directory.h>
+#include <connections/links/robot_links.h>
 
 #include <QComboBox>
 #include <QCompleter>
@@ -29,8 +29,8 @@ RobotBar::RobotBar(QWidget* parent)
     m_url->lineEdit()->setAccessibleName(tr("URL of the robot"));
     m_url->lineEdit()->setPlaceholderText(tr("URL of the robot, for example sim:"));
     QStringList lines{tr("The robots that can be opened:")};
-    const QList<RobotDirectory::Scheme> schemes = RobotDirectory::schemes();
-    for (const RobotDirectory::Scheme& scheme : schemes)
+    const QList<UrlScheme> schemes = RobotLinks::schemes();
+    for (const UrlScheme& scheme : schemes)
         lines << scheme.synopsis;
     m_url->setToolTip(lines.join(QLatin1Char('\n')));
     connect(m_url->lineEdit(), &QLineEdit::returnPressed, this, &RobotBar::onReturn);

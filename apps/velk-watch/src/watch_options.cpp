@@ -1,6 +1,6 @@
 #include "watch_options.h"
 
-#include <connections/directory/robot_directory.h>
+#include <connections/links/robot_links.h>
 
 #include <QCommandLineParser>
 #include <QRegularExpression>
@@ -57,8 +57,8 @@ WatchOptions::WatchOptions(const QStringList& arguments)
 QString WatchOptions::helpText()
 {
     QStringList robots;
-    const QList<RobotDirectory::Scheme> schemes = RobotDirectory::schemes();
-    for (const RobotDirectory::Scheme& scheme : schemes)
+    const QList<UrlScheme> schemes = RobotLinks::schemes();
+    for (const UrlScheme& scheme : schemes)
         robots << QStringLiteral("  %1  %2").arg(scheme.synopsis, -36).arg(scheme.description);
     return tr("Usage: velk-watch [--robot URL] [--watch KEY...] [--settings FILE]\n"
               "Shows the memory of a robot: its keys, their values as they change, and recordings of them.\n"

@@ -1185,45 +1185,6 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     </message>
 </context>
 <context>
-    <name>Velk::RobotDirectory</name>
-    <message>
-        <source>a simulated mobile robot with an arm</source>
-        <translation>ein simulierter fahrbarer Roboter mit Arm</translation>
-    </message>
-    <message>
-        <source>the computer that this program runs on</source>
-        <translation>der Rechner, auf dem dieses Programm läuft</translation>
-    </message>
-    <message>
-        <source>No robot is named. Possible are: %1.</source>
-        <translation>Es ist kein Roboter genannt. Möglich sind: %1.</translation>
-    </message>
-    <message>
-        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
-        <translation>„%1“ ist nicht die URL eines Roboters: Sie beginnt nicht mit einem Schema. Möglich sind: %2.</translation>
-    </message>
-    <message>
-        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
-        <translation>Es gibt keinen Roboter mit dem Schema „%1“. Möglich sind: %2.</translation>
-    </message>
-    <message>
-        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
-        <translation>ein Roboter, dessen Speicher auf einem Redis-Server oder in einem Cluster solcher liegt</translation>
-    </message>
-    <message>
-        <source>the same over TLS</source>
-        <translation>dasselbe über TLS</translation>
-    </message>
-    <message>
-        <source>the same on the master that sentinels name</source>
-        <translation>dasselbe auf dem Master, den Sentinels nennen</translation>
-    </message>
-    <message>
-        <source>the same over TLS, with the sentinels</source>
-        <translation>dasselbe über TLS, mit den Sentinels</translation>
-    </message>
-</context>
-<context>
     <name>Velk::SimulatedFeed</name>
     <message>
         <source>“%1” is not the URL of a simulated robot. It is written sim:[?seed=N][&amp;keys=N].</source>
@@ -1349,6 +1310,66 @@ Die Befehlszeile zeigt dieselben Werte:
     <message>
         <source>No key is watched. Choose one on the left with Enter or a double click, or drag it here.</source>
         <translation>Es wird kein Schlüssel beobachtet. Wählen Sie links einen mit der Eingabetaste oder einem Doppelklick, oder ziehen Sie ihn hierher.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::SimulatedFactory</name>
+    <message>
+        <source>a simulated mobile robot with an arm</source>
+        <translation>ein simulierter fahrbarer Roboter mit Arm</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::HostFactory</name>
+    <message>
+        <source>the computer that this program runs on</source>
+        <translation>der Rechner, auf dem dieses Programm läuft</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisFactory</name>
+    <message>
+        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
+        <translation>ein Roboter, dessen Speicher auf einem Redis-Server oder in einem Cluster solcher liegt</translation>
+    </message>
+    <message>
+        <source>the same over TLS</source>
+        <translation>dasselbe über TLS</translation>
+    </message>
+    <message>
+        <source>the same on the master that sentinels name</source>
+        <translation>dasselbe auf dem Master, den Sentinels nennen</translation>
+    </message>
+    <message>
+        <source>the same over TLS, with the sentinels</source>
+        <translation>dasselbe über TLS, mit den Sentinels</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RobotLinks</name>
+    <message>
+        <source>No robot is named. Possible are: %1.</source>
+        <translation>Es ist kein Roboter genannt. Möglich sind: %1.</translation>
+    </message>
+    <message>
+        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
+        <translation>„%1“ ist nicht die URL eines Roboters: Sie beginnt nicht mit einem Schema. Möglich sind: %2.</translation>
+    </message>
+    <message>
+        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
+        <translation>Es gibt keinen Roboter mit dem Schema „%1“. Möglich sind: %2.</translation>
+    </message>
+    <message>
+        <source>A robot of the scheme “%1” cannot be written to. Possible are: %2.</source>
+        <translation>In einen Roboter mit dem Schema „%1“ kann nicht geschrieben werden. Möglich sind: %2.</translation>
+    </message>
+    <message>
+        <source>This program has no connection to a robot that can be written to.</source>
+        <translation>Dieses Programm hat keine Verbindung zu einem Roboter, in den geschrieben werden kann.</translation>
+    </message>
+    <message>
+        <source>The connection %1 cannot be loaded: %2</source>
+        <translation>Die Verbindung %1 kann nicht geladen werden: %2</translation>
     </message>
 </context>
 </TS>

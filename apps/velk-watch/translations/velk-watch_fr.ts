@@ -1185,45 +1185,6 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     </message>
 </context>
 <context>
-    <name>Velk::RobotDirectory</name>
-    <message>
-        <source>a simulated mobile robot with an arm</source>
-        <translation>un robot mobile simulé, avec un bras</translation>
-    </message>
-    <message>
-        <source>the computer that this program runs on</source>
-        <translation>l’ordinateur sur lequel tourne ce programme</translation>
-    </message>
-    <message>
-        <source>No robot is named. Possible are: %1.</source>
-        <translation>Aucun robot n’est indiqué. Sont possibles : %1.</translation>
-    </message>
-    <message>
-        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
-        <translation>« %1 » n’est pas l’URL d’un robot : elle ne commence pas par un schéma. Sont possibles : %2.</translation>
-    </message>
-    <message>
-        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
-        <translation>Il n’y a pas de robot du schéma « %1 ». Sont possibles : %2.</translation>
-    </message>
-    <message>
-        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
-        <translation>un robot dont la mémoire est sur un serveur Redis, ou dans une grappe de serveurs</translation>
-    </message>
-    <message>
-        <source>the same over TLS</source>
-        <translation>la même chose par TLS</translation>
-    </message>
-    <message>
-        <source>the same on the master that sentinels name</source>
-        <translation>la même chose sur le maître que nomment des sentinelles</translation>
-    </message>
-    <message>
-        <source>the same over TLS, with the sentinels</source>
-        <translation>la même chose par TLS, avec les sentinelles</translation>
-    </message>
-</context>
-<context>
     <name>Velk::SimulatedFeed</name>
     <message>
         <source>“%1” is not the URL of a simulated robot. It is written sim:[?seed=N][&amp;keys=N].</source>
@@ -1349,6 +1310,66 @@ La ligne de commande montre les mêmes valeurs :
     <message>
         <source>No key is watched. Choose one on the left with Enter or a double click, or drag it here.</source>
         <translation>Aucune clé n’est observée. Choisissez-en une à gauche avec Entrée ou un double clic, ou faites-la glisser ici.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::SimulatedFactory</name>
+    <message>
+        <source>a simulated mobile robot with an arm</source>
+        <translation>un robot mobile simulé, avec un bras</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::HostFactory</name>
+    <message>
+        <source>the computer that this program runs on</source>
+        <translation>l’ordinateur sur lequel tourne ce programme</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisFactory</name>
+    <message>
+        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
+        <translation>un robot dont la mémoire est sur un serveur Redis, ou dans une grappe de serveurs</translation>
+    </message>
+    <message>
+        <source>the same over TLS</source>
+        <translation>la même chose par TLS</translation>
+    </message>
+    <message>
+        <source>the same on the master that sentinels name</source>
+        <translation>la même chose sur le maître que nomment des sentinelles</translation>
+    </message>
+    <message>
+        <source>the same over TLS, with the sentinels</source>
+        <translation>la même chose par TLS, avec les sentinelles</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RobotLinks</name>
+    <message>
+        <source>No robot is named. Possible are: %1.</source>
+        <translation>Aucun robot n’est indiqué. Sont possibles : %1.</translation>
+    </message>
+    <message>
+        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
+        <translation>« %1 » n’est pas l’URL d’un robot : elle ne commence pas par un schéma. Sont possibles : %2.</translation>
+    </message>
+    <message>
+        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
+        <translation>Il n’y a pas de robot du schéma « %1 ». Sont possibles : %2.</translation>
+    </message>
+    <message>
+        <source>A robot of the scheme “%1” cannot be written to. Possible are: %2.</source>
+        <translation>On ne peut pas écrire dans un robot du schéma « %1 ». Sont possibles : %2.</translation>
+    </message>
+    <message>
+        <source>This program has no connection to a robot that can be written to.</source>
+        <translation>Ce programme n’a aucune connexion à un robot dans lequel on puisse écrire.</translation>
+    </message>
+    <message>
+        <source>The connection %1 cannot be loaded: %2</source>
+        <translation>La connexion %1 ne peut pas être chargée : %2</translation>
     </message>
 </context>
 </TS>

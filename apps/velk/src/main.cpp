@@ -1,7 +1,7 @@
 #include "velk.h"
 
-#include <connections/directory/private_arguments.h>
-#include <connections/directory/robot_directory.h>
+#include <apps/arguments/private_arguments.h>
+#include <connections/links/robot_links.h>
 
 #include <QCoreApplication>
 
@@ -11,5 +11,5 @@ int main(int argc, char** argv)
     const QCoreApplication application(arguments.count(), arguments.values());
     QCoreApplication::setApplicationName(QStringLiteral("velk"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELK_VERSION));
-    return Velk::runVelk(arguments.count(), arguments.values(), Velk::RobotDirectory::createLink);
+    return Velk::runVelk(arguments.count(), arguments.values(), Velk::RobotLinks::createLink);
 }

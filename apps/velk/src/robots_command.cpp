@@ -1,7 +1,7 @@
 #include "command.h"
 #include "console.h"
 
-#include <connections/directory/robot_directory.h>
+#include <connections/links/robot_links.h>
 
 namespace Velk {
 
@@ -10,7 +10,7 @@ void addRobotsCommand(CommandContext& context)
     CLI::App* const command = context.parser.add_subcommand("robots", "List the kinds of robot that --robot can name");
     context.onTyped(*command, [&context] {
         QString text;
-        for (const RobotDirectory::Scheme& scheme : RobotDirectory::schemes())
+        for (const UrlScheme& scheme : RobotLinks::schemes())
             text += QStringLiteral("%1\n    %2\n").arg(scheme.synopsis, scheme.description);
         context.console.write(text.toUtf8());
         return context.console.outputStatus();

@@ -1,5 +1,6 @@
 #include <connections/redis/redis_link.h>
 
+#include "redis_link_report.h"
 #include "redis_server_inspection.h"
 
 #include <connections/redis/client/redis_connection.h>
@@ -87,6 +88,11 @@ void RedisLink::requestServerReport(std::function<void(const RedisServerReport&)
     // A child of the memory service: it ends with the connection.
     auto* const inspection = new RedisServerInspection(d->connection.session(), memory.get());
     inspection->start(d->metadata, memory->neededCommands(), std::move(done));
+}
+
+void RedisLink::requestReport(std::function<void(const LinkReport&)> done)
+{
+    requestServerReport([done = std::move(done)](const RedisServerReport& report) { done(linkReport(report)); });
 }
 
 } // namespace Velk

@@ -1,7 +1,5 @@
-#ifndef CONNECTIONS_DIRECTORY_PRIVATE_ARGUMENTS_H
-#define CONNECTIONS_DIRECTORY_PRIVATE_ARGUMENTS_H
-
-#include <connections/directory/directory_export.h>
+#ifndef APPS_ARGUMENTS_PRIVATE_ARGUMENTS_H
+#define APPS_ARGUMENTS_PRIVATE_ARGUMENTS_H
 
 #include <string>
 #include <vector>
@@ -14,7 +12,7 @@ namespace Velk {
 /// the passwords in the original, which the process list shows. Make it first thing in main(), and use it in place of
 /// argc and argv. It shortens the time for which a password can be read; a file or a variable (password-file,
 /// password-env in the URL) never shows it.
-class DIRECTORY_EXPORT PrivateArguments
+class PrivateArguments
 {
 public:
     /// Overwrites the user's password in each argument of the form …scheme://user:password@….

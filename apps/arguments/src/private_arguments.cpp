@@ -1,4 +1,4 @@
-#include <connections/directory/private_arguments.h>
+#include <apps/arguments/private_arguments.h>
 
 #include <algorithm>
 #include <cstring>

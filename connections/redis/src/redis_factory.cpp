@@ -1,0 +1,28 @@
+#include <connections/redis/redis_factory.h>
+
+#include <connections/redis/redis_link.h>
+
+namespace Velk {
+
+QList<UrlScheme> RedisFactory::schemes() const
+{
+    return {
+        {QStringLiteral("redis"), QStringLiteral("redis://[user[:password]@]host[:6379][/robot][?option=value&…]"),
+         tr("a robot whose memory is on a Redis server, or in a cluster of them")},
+        {QStringLiteral("rediss"), QStringLiteral("rediss://[user[:password]@]host[:6379][/robot][?option=value&…]"),
+         tr("the same over TLS")},
+        {QStringLiteral("redis+sentinel"),
+         QStringLiteral("redis+sentinel://host[:26379][,host…]/service[/robot][?option=value&…]"),
+         tr("the same on the master that sentinels name")},
+        {QStringLiteral("rediss+sentinel"),
+         QStringLiteral("rediss+sentinel://host[:26379][,host…]/service[/robot][?option=value&…]"),
+         tr("the same over TLS, with the sentinels")},
+    };
+}
+
+std::unique_ptr<RobotLink> RedisFactory::createLink(const QString& url, QString* error) const
+{
+    return RedisLink::fromUrl(url, error);
+}
+
+} // namespace Velk

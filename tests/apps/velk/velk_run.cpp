@@ -109,6 +109,13 @@ int VelkRun::run(const QStringList& arguments)
     return end();
 }
 
+QString VelkRun::messagesButMissedTicks() const
+{
+    return messages().remove(
+        QRegularExpression(QStringLiteral("^velk: Not everything was delivered: \\d+ sampling ticks missed, [^;]*\\n"),
+                           QRegularExpression::MultilineOption));
+}
+
 VelkTerminal::VelkTerminal(const QString& program)
     : m_program(program)
 {}

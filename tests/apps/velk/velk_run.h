@@ -39,6 +39,8 @@ public:
 
     QString output() const { return QString::fromUtf8(m_output); }
     QString messages() const { return QString::fromUtf8(m_messages); }
+    /// Without the report of missed sampling ticks alone, which velk adds on a busy machine.
+    QString messagesButMissedTicks() const;
 
 private:
     bool waitFor(const QByteArray& text, const QString& pattern);

@@ -60,7 +60,7 @@ function(memorykeymodel_add_library name)
 endfunction()
 
 # A test program tst_<name> from tst_<name>.cpp and the given further sources, run by ctest under the name
-# <folder>/<name>. Tests run without a display, in the C locale, in English, and with the variables that
+# <folder>/<name>. Tests run without a display, and with the variables that
 # MEMORYKEYMODEL_TEST_ENVIRONMENT lists.
 #
 #   memorykeymodel_add_test(<name> [SOURCES <further source>...] LINK <target>...)
@@ -76,7 +76,7 @@ function(memorykeymodel_add_test name)
     target_link_libraries(tst_${name} PRIVATE ${arg_LINK} ${QT}::Test)
     add_test(NAME ${folder}/${name} COMMAND tst_${name})
     set_tests_properties(${folder}/${name} PROPERTIES TIMEOUT 300
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=;${MEMORYKEYMODEL_TEST_ENVIRONMENT}")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${MEMORYKEYMODEL_TEST_ENVIRONMENT}")
 endfunction()
 
 # The exported package: targets, version and configuration files, pkg-config files.

@@ -1,5 +1,6 @@
 #include "connections/redis/support/redis_server.h"
 #include "connections/redis/support/redis_test_client.h"
+#include "support/english_environment.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -75,12 +76,12 @@ QStringList shapes(const QStringList& lines)
 // A shell in a folder of the test, which finds velk.
 void prepareShell(QProcess* shell, const QTemporaryDir& folder)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment = Velk::englishEnvironment();
     const QString velk = QFileInfo(QStringLiteral(VELK_PROGRAM)).path();
     environment.insert("PATH", velk + ':' + environment.value("PATH"));
-    environment.insert("LC_ALL", "C.UTF-8");
     environment.insert("TMPDIR", folder.path());
-    environment.remove("VELK_ROBOT");
+    for (const char* name : {"VELK_ROBOT", "VELK_REDIS_PASSWORD", "VELK_REDIS_SENTINEL_PASSWORD"})
+        environment.remove(QLatin1String(name));
     shell->setProcessEnvironment(environment);
     shell->setWorkingDirectory(folder.path());
     shell->setProcessChannelMode(QProcess::MergedChannels);

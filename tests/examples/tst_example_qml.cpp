@@ -1,3 +1,5 @@
+#include <support/english_environment.h>
+
 #include <QProcess>
 #include <QtTest>
 
@@ -12,7 +14,7 @@ private Q_SLOTS:
 void TestExampleQml::showsTheCatalogueAndValuesInItsViews()
 {
     QProcess example;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment = Velk::englishEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
     example.setProcessEnvironment(environment);

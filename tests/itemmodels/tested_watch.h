@@ -7,6 +7,7 @@
 #include <itemmodels/watch_model.h>
 
 #include <QAbstractItemModelTester>
+#include <QLocale>
 
 namespace Velk {
 
@@ -15,6 +16,7 @@ struct TestedWatch
 {
     TestedWatch()
     {
+        QLocale::setDefault(QLocale::c()); // the cells show numbers as the user's locale writes them
         constexpr int neverMs = 24 * 3600 * 1000;
         model.setUpdateInterval(neverMs);
         model.setClock([this] { return nowMs; });

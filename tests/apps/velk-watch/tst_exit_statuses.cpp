@@ -1,3 +1,5 @@
+#include <support/english_environment.h>
+
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -9,9 +11,7 @@ namespace {
 QMap<int, QString> statusesInHelpOf(const QString& program)
 {
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(Velk::englishEnvironment());
     process.start(program, {QStringLiteral("--help")});
     if (!process.waitForFinished(60000))
         return {};

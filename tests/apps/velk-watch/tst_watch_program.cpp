@@ -1,3 +1,5 @@
+#include <support/english_environment.h>
+
 #include <QProcess>
 #include <QTest>
 
@@ -14,7 +16,7 @@ struct Run
 Run run(const QStringList& arguments, const QMap<QString, QString>& variables = {})
 {
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment = Velk::englishEnvironment();
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM", "VELK_ROBOT"})
         environment.remove(QLatin1String(name));
     for (auto variable = variables.cbegin(); variable != variables.cend(); ++variable)

@@ -1038,14 +1038,6 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <source>A memory in plain mode is only read: leave out the option &quot;plain&quot; to write.</source>
         <translation>Ein Speicher im Modus „plain“ wird nur gelesen: Lassen Sie zum Schreiben die Option „plain“ weg.</translation>
     </message>
-    <message>
-        <source>The key %1 on the server holds a %2, which no data key is. Check which program writes it.</source>
-        <translation>Der Schlüssel %1 auf dem Server enthält %2, was kein Datum ist. Prüfen Sie, welches Programm ihn schreibt.</translation>
-    </message>
-    <message>
-        <source>The server does not keep up with what is written.</source>
-        <translation>Der Server kommt mit dem Schreiben nicht nach.</translation>
-    </message>
 </context>
 <context>
     <name>Velk::RedisSocket</name>
@@ -1151,6 +1143,21 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>a Redis memory</source>
         <translation>eines Redis-Speichers</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisWriteQueue</name>
+    <message>
+        <source>The key %1 on the server holds a %2, which no data key is. Check which program writes it.</source>
+        <translation>Der Schlüssel %1 auf dem Server enthält %2, was kein Datum ist. Prüfen Sie, welches Programm ihn schreibt.</translation>
+    </message>
+    <message>
+        <source>The server does not keep up with what is written.</source>
+        <translation>Der Server kommt mit dem Schreiben nicht nach.</translation>
+    </message>
+    <message>
+        <source>Redis: key of another type</source>
+        <translation>Redis: Schlüssel anderen Typs</translation>
     </message>
 </context>
 <context>

@@ -1038,14 +1038,6 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <source>A memory in plain mode is only read: leave out the option &quot;plain&quot; to write.</source>
         <translation>Une mémoire en mode « plain » est seulement lue : retirez l’option « plain » pour écrire.</translation>
     </message>
-    <message>
-        <source>The key %1 on the server holds a %2, which no data key is. Check which program writes it.</source>
-        <translation>La clé %1 du serveur contient : %2, ce qu’aucune donnée n’est. Vérifiez quel programme l’écrit.</translation>
-    </message>
-    <message>
-        <source>The server does not keep up with what is written.</source>
-        <translation>Le serveur ne suit pas le rythme des écritures.</translation>
-    </message>
 </context>
 <context>
     <name>Velk::RedisSocket</name>
@@ -1151,6 +1143,21 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>a Redis memory</source>
         <translation>d’une mémoire Redis</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisWriteQueue</name>
+    <message>
+        <source>The key %1 on the server holds a %2, which no data key is. Check which program writes it.</source>
+        <translation>La clé %1 du serveur contient : %2, ce qu’aucune donnée n’est. Vérifiez quel programme l’écrit.</translation>
+    </message>
+    <message>
+        <source>The server does not keep up with what is written.</source>
+        <translation>Le serveur ne suit pas le rythme des écritures.</translation>
+    </message>
+    <message>
+        <source>Redis: key of another type</source>
+        <translation>Redis : clé d’un autre type</translation>
     </message>
 </context>
 <context>

@@ -127,7 +127,7 @@ void ServeTask::onListsFinished()
     const bool isNew = names != m_watched;
     m_watched = names;
     if (isNew)
-        m_writer->declare(dataKeys, events, microEvents);
+        m_writer->declare({dataKeys, events, microEvents});
     if (!m_isAnnounced)
         tell(QStringLiteral("Serving %1 keys of %2 to %3.").arg(names.size()).arg(link().url(), m_writer->url()));
     m_isAnnounced = true;

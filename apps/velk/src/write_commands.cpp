@@ -26,7 +26,7 @@ void addWriteCommand(CommandContext& context, const std::string& name, const std
         return runWriterTask(context, arguments->robot, arguments->json,
                              [&](RedisRobotWriter& writer, const QVariant& value, RedisRobotWriter::Done done) {
                                  if (isEvent)
-                                     writer.raise(key, value, 0.0, std::move(done));
+                                     writer.raise(key, value, std::nullopt, std::move(done));
                                  else
                                      writer.put(key, value, std::move(done));
                              });

@@ -11,7 +11,6 @@ namespace {
 constexpr int pingPeriodMs = 1000;
 // While replies are waiting to be read, the PONG can be among them: the fault is on this side then.
 constexpr int backlogPauseMs = 50;
-constexpr int maxTold = 100;
 
 } // namespace
 
@@ -29,7 +28,7 @@ RedisConnection::RedisConnection(const RedisUrl& url, const RedisHandshake& hand
     m_session.setRedirectionTimeout(m_url.pongTimeoutMs());
     m_session.openNode = [this](const NetworkAddress& address) { return RedisConnector::socketTo(m_url, address); };
     connect(&m_session, &RedisSession::refused, this, &RedisConnection::onRefused);
-    connect(&m_session, &RedisSession::reported, this, &RedisConnection::report);
+    connect(&m_session, &RedisSession::reported, this, &RedisConnection::reported);
 }
 
 RedisConnection::~RedisConnection()
@@ -69,7 +68,6 @@ void RedisConnection::onConnected()
     m_socket = m_connector->takeSocket();
     m_connector.release()->deleteLater(); // it is emitting
     m_backOff.reset();
-    m_told.clear();
     connect(m_socket.get(), &RedisSocket::failed, this, &RedisConnection::lose);
     m_pingTimer.start();
     askClusterNodes();
@@ -110,16 +108,8 @@ void RedisConnection::onRefused(const RedisError& error)
         lose(error.title(), error.message(m_session.server()));
         return;
     default:
-        report(error.title(), error.message(m_session.server()));
+        emit reported(error.title(), error.message(m_session.server()));
     }
-}
-
-void RedisConnection::report(const QString& title, const QString& message)
-{
-    if (m_told.contains(message) || m_told.size() == maxTold)
-        return;
-    m_told.insert(message);
-    emit reported(title, message);
 }
 
 void RedisConnection::follow(const RedisError& redirection)

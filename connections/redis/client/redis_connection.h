@@ -9,7 +9,6 @@
 #include <connections/network/back_off.h>
 
 #include <QObject>
-#include <QSet>
 #include <QTimer>
 #include <QVector>
 
@@ -38,6 +37,7 @@ public:
     /// Ends the connection at once, without a signal.
     void close();
 
+    bool isOpen() const { return m_isOpen; }
     bool isEstablished() const { return m_isEstablished; }
 
     /// Up whenever the connection is established, but for the moments in which it moves to another node of a cluster.
@@ -49,8 +49,7 @@ Q_SIGNALS:
     void lost(const QString& title, const QString& message);
     /// An attempt to connect failed; there will be others.
     void attemptFailed(const QString& title, const QString& message);
-    /// Something that the user should know and that does not end the connection. The same is not told twice while it
-    /// stands.
+    /// Something that the user should know and that does not end the connection. Emitted each time it happens.
     void reported(const QString& title, const QString& message);
 
 private:
@@ -58,7 +57,6 @@ private:
     void onConnected();
     void onAttemptFailed(const QString& title, const QString& message);
     void onRefused(const RedisError& error);
-    void report(const QString& title, const QString& message);
     void follow(const RedisError& redirection);
     void lose(const QString& title, const QString& message);
     void dropSocket();
@@ -74,7 +72,6 @@ private:
     bool m_isEstablished = false;
     BackOff m_backOff;
     QVector<NetworkAddress> m_clusterNodes; // where to ask when the URL's own address does not answer any more
-    QSet<QString> m_told;
     std::unique_ptr<RedisConnector> m_connector;
     std::unique_ptr<RedisSocket> m_socket;
     RedisSession m_session;

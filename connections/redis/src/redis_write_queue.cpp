@@ -1,0 +1,320 @@
+#include "redis_write_queue.h"
+
+#include <utility>
+
+namespace Velk {
+
+namespace {
+
+// Writes that wait or are not answered: beyond them the network is slower than the robot.
+constexpr std::size_t maxWrites = 20000;
+constexpr qint64 maxBytes = 64 * 1024 * 1024;
+constexpr int namesPerCommand = 1000;
+const QByteArrayList streamLimit = {"MAXLEN", "~", "10000"};
+
+void addNames(QList<QByteArrayList>* commands, const QByteArrayList& command, const QByteArrayList& names)
+{
+    for (qsizetype i = 0; i < names.size(); i += namesPerCommand)
+        commands->append(command + names.mid(i, namesPerCommand));
+}
+
+} // namespace
+
+RedisWriteQueue::RedisWriteQueue(RedisSession* session, const RedisLayout& layout)
+    : m_session(session)
+    , m_layout(layout)
+    , m_transactions(session)
+    , m_typeInquiry(session)
+{
+    m_flushTimer.setSingleShot(true);
+    connect(&m_flushTimer, &QTimer::timeout, this, &RedisWriteQueue::flush);
+    connect(&m_typeInquiry, &RedisInquiry::finished, this, &RedisWriteQueue::flush);
+    connect(&m_transactions, &RedisTransactions::refused, this, &RedisWriteQueue::refused);
+    connect(session, &RedisSession::replaced, this, &RedisWriteQueue::onReplaced);
+}
+
+void RedisWriteQueue::declare(const KeyNames& names)
+{
+    QHash<QString, KeyKind> declared;
+    for (const KeyKind kind : kinds) {
+        for (const QString& name : names.of(kind))
+            declared.insert(name, kind);
+    }
+    for (auto former = m_declared.cbegin(); former != m_declared.cend(); ++former) {
+        const auto now = declared.constFind(former.key());
+        if (now != declared.cend() && *now == former.value())
+            continue;
+        m_removed[std::size_t(former.value())].insert(former.key());
+        m_newestValues.remove(former.key());
+    }
+    for (auto now = declared.cbegin(); now != declared.cend(); ++now)
+        m_removed[std::size_t(now.value())].remove(now.key());
+    m_declared = declared;
+    scheduleFlush();
+}
+
+void RedisWriteQueue::setRealTimeSupported(bool isSupported)
+{
+    m_isRealTimeWritten = m_isRealTimeWritten && m_isRealTime == isSupported;
+    m_isRealTime = isSupported;
+    scheduleFlush();
+}
+
+void RedisWriteQueue::put(const QString& name, const QByteArray& value, const Done& done)
+{
+    keep(name, value);
+    Waiting write;
+    write.name = name;
+    write.bytes = value;
+    write.done = done;
+    add(write);
+}
+
+void RedisWriteQueue::raise(const QString& name, const QByteArray& value, std::optional<double> timeStamp,
+                            const Done& done)
+{
+    Waiting write;
+    write.name = name;
+    write.bytes = value;
+    write.done = done;
+    write.isOccurrence = true;
+    write.timeStamp = timeStamp;
+    add(write);
+}
+
+void RedisWriteQueue::remove(const QStringList& names, const Done& done)
+{
+    for (const QString& name : names) {
+        m_declared.remove(name);
+        m_newestValues.remove(name);
+        for (QSet<QString>& removed : m_removed)
+            removed.insert(name);
+    }
+    if (done)
+        m_removalDones.push_back(done);
+    scheduleFlush();
+}
+
+void RedisWriteQueue::clear()
+{
+    m_declared.clear();
+    m_removed = {};
+    m_removalDones.clear();
+    m_isRealTime.reset();
+    m_newestValues.clear();
+    m_waiting.clear();
+    m_waitingBytes = 0;
+}
+
+void RedisWriteQueue::resetLostCount()
+{
+    m_lostCount = 0;
+    m_transactions.resetLostCount();
+}
+
+void RedisWriteQueue::add(const Waiting& write)
+{
+    const bool hasRoom = m_waiting.size() + std::size_t(m_transactions.outstanding()) < maxWrites &&
+                         m_waitingBytes + m_transactions.outstandingBytes() < maxBytes;
+    if (!hasRoom) {
+        refuse(write, tr("The server does not keep up with what is written."));
+        return;
+    }
+    m_waitingBytes += write.bytes.size();
+    m_waiting.push_back(write);
+    scheduleFlush();
+}
+
+void RedisWriteQueue::refuse(const Waiting& write, const QString& error)
+{
+    ++m_lostCount;
+    if (write.done)
+        QMetaObject::invokeMethod(
+            this, [done = write.done, error] { done(error); }, Qt::QueuedConnection);
+}
+
+// Everything has to be written again: the server may have come back empty, or be another one.
+void RedisWriteQueue::onReplaced()
+{
+    for (QSet<QString>& names : m_listed)
+        names.clear();
+    m_isRealTimeWritten = false;
+    m_types.clear();
+    m_typeErrors.clear();
+    if (!m_session->isUp())
+        return;
+    std::vector<Waiting> repeated;
+    for (auto value = m_newestValues.cbegin(); value != m_newestValues.cend(); ++value) {
+        Waiting write;
+        write.name = value.key();
+        write.bytes = value.value();
+        write.isRepeated = true;
+        m_waitingBytes += write.bytes.size();
+        repeated.push_back(write);
+    }
+    m_waiting.insert(m_waiting.begin(), repeated.begin(), repeated.end());
+    scheduleFlush();
+}
+
+void RedisWriteQueue::dropWaiting()
+{
+    for (const Waiting& write : std::exchange(m_waiting, {}))
+        m_lostCount += write.isOccurrence ? 1 : 0;
+    m_waitingBytes = 0;
+}
+
+void RedisWriteQueue::scheduleFlush()
+{
+    if (m_session->isUp() && !m_flushTimer.isActive())
+        m_flushTimer.start(0);
+}
+
+// True when the types of all keys that wait for a value are known. What is a stream on the server stays one: others
+// count on every sample of it.
+bool RedisWriteQueue::askTypes()
+{
+    QSet<QString> unknown;
+    for (const Waiting& write : m_waiting) {
+        if (!write.isOccurrence && !m_types.contains(write.name))
+            unknown.insert(write.name);
+    }
+    for (const QString& name : std::as_const(unknown))
+        m_typeInquiry.ask({"TYPE", m_layout.key(KeyKind::Data, name.toUtf8())},
+                          [this, name](const RedisReply& reply) { onType(name, reply); });
+    return unknown.isEmpty();
+}
+
+void RedisWriteQueue::onType(const QString& name, const RedisReply& reply)
+{
+    const QByteArray type = reply.bytes();
+    if (type == "none" || type == "string" || type == "stream") {
+        m_types.insert(name, type == "stream" ? Stream : String);
+        return;
+    }
+    m_types.insert(name, Unusable);
+    m_typeErrors.insert(
+        name, reply.isError()
+                  ? RedisError::of(reply.view()).message(m_session->server())
+                  : tr("The key %1 on the server holds a %2, which no data key is. Check which program writes it.")
+                        .arg(QString::fromUtf8(m_layout.key(KeyKind::Data, name.toUtf8())), reply.text()));
+}
+
+void RedisWriteQueue::flush()
+{
+    if (!m_session->isUp() || m_typeInquiry.isActive() || !askTypes())
+        return;
+    std::vector<RedisWrite> writes = {declarations()};
+    if (writes.front().commands.isEmpty())
+        writes.clear();
+    m_waitingBytes = 0;
+    for (const Waiting& write : std::exchange(m_waiting, {})) {
+        const KeyType type = m_types.value(write.name, String);
+        if (write.isOccurrence) {
+            writes.push_back(occurrenceWrite(write));
+        } else if (type == Unusable) {
+            const QString error = m_typeErrors.value(write.name);
+            refuse(write, error);
+            if (!write.done)
+                emit refused(tr("Redis: key of another type"), error);
+        } else if (!write.isRepeated || type == String) {
+            writes.push_back(valueWrite(write));
+        }
+    }
+    // An unusable key may have become usable when it is next written.
+    for (auto error = m_typeErrors.cbegin(); error != m_typeErrors.cend(); ++error)
+        m_types.remove(error.key());
+    m_typeErrors.clear();
+    m_transactions.run(writes);
+}
+
+// What was declared, and declared no more, since it was last written.
+RedisWrite RedisWriteQueue::declarations()
+{
+    RedisWrite write;
+    addRemovals(&write);
+    addDeclared(&write);
+    if (m_isRealTime && !std::exchange(m_isRealTimeWritten, true))
+        write.commands.append({"HSET", m_layout.metadata(), "realtime", *m_isRealTime ? "1" : "0"});
+    const std::vector<Done> dones = std::exchange(m_removalDones, {});
+    if (!dones.empty()) {
+        write.done = [dones](const QString& error) {
+            for (const Done& done : dones)
+                done(error);
+        };
+    }
+    return write;
+}
+
+void RedisWriteQueue::addRemovals(RedisWrite* write)
+{
+    for (const KeyKind kind : kinds) {
+        QByteArrayList names;
+        QByteArrayList keys;
+        const QSet<QString> removed = std::exchange(m_removed[std::size_t(kind)], {});
+        for (const QString& name : removed) {
+            names.append(name.toUtf8());
+            keys.append(m_layout.key(kind, name.toUtf8()));
+            m_listed[std::size_t(kind)].remove(name);
+            if (kind == KeyKind::Data)
+                m_types.remove(name);
+        }
+        addNames(&write->commands, {"SREM", m_layout.index(kind)}, names);
+        addNames(&write->commands, {"DEL"}, keys);
+    }
+}
+
+void RedisWriteQueue::addDeclared(RedisWrite* write)
+{
+    std::array<QByteArrayList, kinds.size()> added;
+    for (auto name = m_declared.cbegin(); name != m_declared.cend(); ++name) {
+        QSet<QString>& listed = m_listed[std::size_t(name.value())];
+        if (listed.contains(name.key()))
+            continue;
+        listed.insert(name.key());
+        added[std::size_t(name.value())].append(name.key().toUtf8());
+    }
+    for (const KeyKind kind : kinds)
+        addNames(&write->commands, {"SADD", m_layout.index(kind)}, added[std::size_t(kind)]);
+}
+
+RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
+{
+    RedisWrite write;
+    write.content = RedisWrite::Value;
+    write.done = value.done;
+    addListing(&write, KeyKind::Data, value.name);
+    const QByteArray key = m_layout.key(KeyKind::Data, value.name.toUtf8());
+    write.commands.append(m_types.value(value.name) == Stream
+                              ? QByteArrayList{"XADD", key} + streamLimit + QByteArrayList{"*", "v", value.bytes}
+                              : QByteArrayList{"SET", key, value.bytes});
+    return write;
+}
+
+RedisWrite RedisWriteQueue::occurrenceWrite(const Waiting& occurrence)
+{
+    const bool isMicroEvent = m_declared.value(occurrence.name) == KeyKind::MicroEvent;
+    const KeyKind kind = isMicroEvent ? KeyKind::MicroEvent : KeyKind::Event;
+    RedisWrite write;
+    write.content = RedisWrite::Occurrence;
+    write.done = occurrence.done;
+    addListing(&write, kind, occurrence.name);
+    QByteArrayList command = QByteArrayList{"XADD", m_layout.key(kind, occurrence.name.toUtf8())} + streamLimit;
+    command << "*";
+    if (occurrence.timeStamp)
+        command << "t" << QByteArray::number(*occurrence.timeStamp, 'f', 6);
+    command << "v" << occurrence.bytes;
+    write.commands.append(command);
+    return write;
+}
+
+// Lists the name with its first write: no viewer sees one without the other.
+void RedisWriteQueue::addListing(RedisWrite* write, KeyKind kind, const QString& name)
+{
+    QSet<QString>& listed = m_listed[std::size_t(kind)];
+    if (listed.contains(name))
+        return;
+    listed.insert(name);
+    write->commands.append({"SADD", m_layout.index(kind), name.toUtf8()});
+}
+
+} // namespace Velk

@@ -1,0 +1,111 @@
+#ifndef CONNECTIONS_REDIS_SRC_REDIS_WRITE_QUEUE_H
+#define CONNECTIONS_REDIS_SRC_REDIS_WRITE_QUEUE_H
+
+#include "redis_transactions.h"
+
+#include <connections/link/robot_writer.h>
+#include <connections/redis/memory/redis_layout.h>
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace Velk {
+
+/// What waits to be written to a robot's memory. All that comes in one turn of the event loop is written in one
+/// transaction, in its order; a name is listed with its first write on a connection.
+class RedisWriteQueue : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Done = RobotWriter::Done;
+
+    /// The session outlives this object.
+    RedisWriteQueue(RedisSession* session, const RedisLayout& layout);
+
+    void declare(const KeyNames& names);
+    void setRealTimeSupported(bool isSupported);
+    /// Keeps the value for later connections; nothing else.
+    void keep(const QString& name, const QByteArray& value) { m_newestValues.insert(name, value); }
+    void put(const QString& name, const QByteArray& value, const Done& done);
+    void raise(const QString& name, const QByteArray& value, std::optional<double> timeStamp, const Done& done);
+    void remove(const QStringList& names, const Done& done);
+
+    /// The connection is lost: values are written again with the next one, occurrences that wait are lost.
+    void dropWaiting();
+    /// Forgets everything.
+    void clear();
+
+    void countLost() { ++m_lostCount; }
+    qint64 lostCount() const { return m_lostCount + m_transactions.lostCount(); }
+    void resetLostCount();
+
+Q_SIGNALS:
+    /// A write was refused for the type of its key.
+    void refused(const QString& title, const QString& message);
+
+private:
+    enum KeyType
+    {
+        String,
+        Stream,
+        Unusable
+    };
+    // A value or an occurrence.
+    struct Waiting
+    {
+        QString name;
+        QByteArray bytes;
+        Done done;
+        bool isOccurrence = false;
+        bool isRepeated = false; // a value that was written on an earlier connection
+        std::optional<double> timeStamp;
+    };
+    static constexpr std::array<KeyKind, 3> kinds = {KeyKind::Data, KeyKind::Event, KeyKind::MicroEvent};
+    using NamesByKind = std::array<QSet<QString>, kinds.size()>;
+
+    void onReplaced();
+    void add(const Waiting& write);
+    void refuse(const Waiting& write, const QString& error);
+    void scheduleFlush();
+    bool askTypes();
+    void onType(const QString& name, const RedisReply& reply);
+    void flush();
+    RedisWrite declarations();
+    void addRemovals(RedisWrite* write);
+    void addDeclared(RedisWrite* write);
+    RedisWrite valueWrite(const Waiting& value);
+    RedisWrite occurrenceWrite(const Waiting& occurrence);
+    void addListing(RedisWrite* write, KeyKind kind, const QString& name);
+
+    RedisSession* m_session;
+    RedisLayout m_layout;
+    RedisTransactions m_transactions;
+    RedisInquiry m_typeInquiry;
+    QTimer m_flushTimer;
+
+    QHash<QString, KeyKind> m_declared;
+    NamesByKind m_removed; // to be removed from the server
+    std::vector<Done> m_removalDones;
+    std::optional<bool> m_isRealTime;
+    QHash<QString, QByteArray> m_newestValues;
+    std::vector<Waiting> m_waiting;
+    qint64 m_waitingBytes = 0;
+    qint64 m_lostCount = 0;
+
+    // Of the present connection.
+    NamesByKind m_listed;
+    bool m_isRealTimeWritten = false;
+    QHash<QString, KeyType> m_types;      // of data keys
+    QHash<QString, QString> m_typeErrors; // why a key is unusable
+};
+
+} // namespace Velk
+
+#endif

@@ -1,3 +1,4 @@
+#include "contract_blocking_tests.h"
 #include "contract_connection_tests.h"
 #include "contract_list_tests.h"
 #include "contract_model_tests.h"
@@ -35,10 +36,12 @@ int runContractSuite(int argc, char** argv, const ContractSubjectFactory& create
     ContractListTests listTests(createSubject);
     ContractWatcherTests watcherTests(createSubject);
     ContractModelTests modelTests(createSubject);
+    ContractBlockingTests blockingTests(createSubject);
     int failures = 0;
     int runs = 0;
     for (QObject* tests : {static_cast<QObject*>(&connectionTests), static_cast<QObject*>(&listTests),
-                           static_cast<QObject*>(&watcherTests), static_cast<QObject*>(&modelTests)}) {
+                           static_cast<QObject*>(&watcherTests), static_cast<QObject*>(&modelTests),
+                           static_cast<QObject*>(&blockingTests)}) {
         if (!isAskedFor(*tests, arguments))
             continue;
         failures += QTest::qExec(tests, arguments);

@@ -16,6 +16,8 @@ class REDIS_EXPORT RedisFactory : public ConnectionFactory
 public:
     QList<UrlScheme> schemes() const override;
     std::unique_ptr<RobotLink> createLink(const QString& url, QString* error) const override;
+    bool canWrite() const override;
+    std::unique_ptr<RobotWriter> createWriter(const QString& url, QString* error) const override;
 };
 
 } // namespace Velk

@@ -7,21 +7,15 @@ void addKeysCommand(CommandContext& context);
 void addWatchCommand(CommandContext& context);
 void addRecordCommand(CommandContext& context);
 void addPingCommand(CommandContext& context);
-#ifdef VELK_WITH_REDIS
 void addServeCommand(CommandContext& context);
 void addPutCommand(CommandContext& context);
 void addRaiseCommand(CommandContext& context);
-#endif
 
 void addCommands(CommandContext& context)
 {
     // In the order in which the help text shows them.
-    const auto commands = {
-        addRobotsCommand, addKeysCommand, addWatchCommand, addRecordCommand, addPingCommand,
-#ifdef VELK_WITH_REDIS
-        addServeCommand,  addPutCommand,  addRaiseCommand,
-#endif
-    };
+    const auto commands = {addRobotsCommand, addKeysCommand,  addWatchCommand, addRecordCommand,
+                           addPingCommand,   addServeCommand, addPutCommand,   addRaiseCommand};
     for (const auto add : commands)
         add(context);
 }

@@ -4,6 +4,8 @@
 #include "robot_options.h"
 #include "serve_task.h"
 
+#include <connections/links/robot_links.h>
+
 namespace Velk {
 
 namespace {
@@ -35,7 +37,7 @@ void addServeCommand(CommandContext& context)
     addRobotOptions(*command, arguments->robot);
     context.onTyped(*command, [&context, arguments] {
         QString error;
-        std::unique_ptr<RedisRobotWriter> writer = RedisRobotWriter::fromUrl(toQString(arguments->target), &error);
+        std::unique_ptr<RobotWriter> writer = RobotLinks::createWriter(toQString(arguments->target), &error);
         if (!writer) {
             context.console.message(QStringLiteral("--to: ") + error);
             return int(BadRobotUrl);

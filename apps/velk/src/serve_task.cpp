@@ -16,7 +16,7 @@ constexpr int listPeriodMs = 5000;
 } // namespace
 
 ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int timeoutMs,
-                     std::unique_ptr<RedisRobotWriter> writer, int periodMs, int forMs)
+                     std::unique_ptr<RobotWriter> writer, int periodMs, int forMs)
     : RobotTask(std::move(robot), RobotSession::ListKeys, console, timeoutMs)
     , m_writer(std::move(writer))
     , m_periodMs(periodMs)
@@ -31,13 +31,13 @@ ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int tim
     connect(session().samples(), &SampleStream::batchReceived, this, &ServeTask::writeBatch);
     connect(&link(), &RobotLink::realTimeSupportAnswered, this,
             [this](bool isSupported) { m_writer->setRealTimeSupported(isSupported); });
-    connect(m_writer.get(), &RedisRobotWriter::failed, this, [this](const QString& title, const QString& message) {
+    connect(m_writer.get(), &RobotWriter::failed, this, [this](const QString& title, const QString& message) {
         const QString failure = title + message;
         if (failure != m_lastWriterFailure && !isFinished())
             tell(title, message);
         m_lastWriterFailure = failure;
     });
-    connect(m_writer.get(), &RedisRobotWriter::connected, this, [this] {
+    connect(m_writer.get(), &RobotWriter::connected, this, [this] {
         m_lastWriterFailure.clear();
         beginWhenReady();
     });

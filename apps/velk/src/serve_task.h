@@ -3,7 +3,7 @@
 
 #include "robot_task.h"
 
-#include <connections/redis/redis_robot_writer.h>
+#include <connections/link/robot_writer.h>
 #include <robotconnection/memory_interface.h>
 
 #include <QFutureWatcher>
@@ -15,7 +15,7 @@
 
 namespace Velk {
 
-/// Writes everything that a robot has into a memory on a Redis server: the newest values of the data keys every period,
+/// Writes everything that a robot has into a memory on a server: the newest values of the data keys every period,
 /// each occurrence of an event. Goes on after a loss of either connection.
 class ServeTask : public RobotTask
 {
@@ -23,8 +23,8 @@ class ServeTask : public RobotTask
 
 public:
     /// `forMs` 0: until interrupted.
-    ServeTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs,
-              std::unique_ptr<RedisRobotWriter> writer, int periodMs, int forMs);
+    ServeTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs, std::unique_ptr<RobotWriter> writer,
+              int periodMs, int forMs);
 
     void interrupt(int signalNumber) override;
 
@@ -48,7 +48,7 @@ private:
     void onListsFinished();
     void writeBatch(const GatheredData& batch);
 
-    std::unique_ptr<RedisRobotWriter> m_writer;
+    std::unique_ptr<RobotWriter> m_writer;
     const int m_periodMs;
     std::array<QFutureWatcher<QStringList>, KindCount> m_lists;
     int m_awaitedLists = 0;

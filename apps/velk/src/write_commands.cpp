@@ -24,7 +24,7 @@ void addWriteCommand(CommandContext& context, const std::string& name, const std
     context.onTyped(*command, [&context, arguments, isEvent] {
         const QString key = toQString(arguments->name);
         return runWriterTask(context, arguments->robot, arguments->json,
-                             [&](RedisRobotWriter& writer, const QVariant& value, RedisRobotWriter::Done done) {
+                             [&](RobotWriter& writer, const QVariant& value, RobotWriter::Done done) {
                                  if (isEvent)
                                      writer.raise(key, value, std::nullopt, std::move(done));
                                  else
@@ -37,12 +37,12 @@ void addWriteCommand(CommandContext& context, const std::string& name, const std
 
 void addPutCommand(CommandContext& context)
 {
-    addWriteCommand(context, "put", "Write one value of a data key to a robot on a Redis server", false);
+    addWriteCommand(context, "put", "Write one value of a data key to a robot on a server", false);
 }
 
 void addRaiseCommand(CommandContext& context)
 {
-    addWriteCommand(context, "raise", "Raise an event once on a robot on a Redis server", true);
+    addWriteCommand(context, "raise", "Raise an event once on a robot on a server", true);
 }
 
 } // namespace Velk

@@ -4,13 +4,15 @@
 #include "console.h"
 #include "exit_status.h"
 
+#include <connections/links/robot_links.h>
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonValue>
 
 namespace Velk {
 
-WriterTask::WriterTask(std::unique_ptr<RedisRobotWriter> writer, Console& console, int timeoutMs, Write write)
+WriterTask::WriterTask(std::unique_ptr<RobotWriter> writer, Console& console, int timeoutMs, Write write)
     : m_writer(std::move(writer))
     , m_console(console)
     , m_write(std::move(write))
@@ -24,13 +26,13 @@ WriterTask::WriterTask(std::unique_ptr<RedisRobotWriter> writer, Console& consol
                               .arg(m_timeout.interval() / 1000.0));
         finish(NotConnected);
     });
-    connect(m_writer.get(), &RedisRobotWriter::failed, this, [this](const QString& title, const QString& message) {
+    connect(m_writer.get(), &RobotWriter::failed, this, [this](const QString& title, const QString& message) {
         const QString failure = title + QStringLiteral(": ") + message;
-        if (failure != m_lastFailure && !m_isFinished)
+        if (!m_isFinished)
             m_console.message(failure);
         m_lastFailure = failure;
     });
-    connect(m_writer.get(), &RedisRobotWriter::connected, this, [this] {
+    connect(m_writer.get(), &RobotWriter::connected, this, [this] {
         m_write(*m_writer, [this](const QString& error) {
             if (!error.isEmpty() && !m_lastFailure.endsWith(error))
                 m_console.message(error);
@@ -61,13 +63,12 @@ void WriterTask::finish(int status)
     emit finished(status);
 }
 
-int runWriterTask(
-    CommandContext& context, const RobotOptions& options, const std::string& json,
-    const std::function<void(RedisRobotWriter& writer, const QVariant& value, RedisRobotWriter::Done done)>& write)
+int runWriterTask(CommandContext& context, const RobotOptions& options, const std::string& json,
+                  const std::function<void(RobotWriter& writer, const QVariant& value, RobotWriter::Done done)>& write)
 {
     if (options.url.empty()) {
-        context.console.message(
-            QStringLiteral("No robot: name one with --robot redis://… or the variable VELK_ROBOT."));
+        context.console.message(QStringLiteral("No robot: name one with --robot URL or the variable VELK_ROBOT.\n"
+                                               "`velk robots` lists the kinds."));
         return UsageError;
     }
     // A document is a list or a map; a list of one takes every JSON value.
@@ -82,16 +83,15 @@ int runWriterTask(
         return UsageError;
     }
     QString error;
-    std::unique_ptr<RedisRobotWriter> writer = RedisRobotWriter::fromUrl(toQString(options.url), &error);
+    std::unique_ptr<RobotWriter> writer = RobotLinks::createWriter(toQString(options.url), &error);
     if (!writer) {
-        context.console.message(QStringLiteral("Only a robot on a Redis server can be written to. ") + error);
+        context.console.message(error);
         return BadRobotUrl;
     }
 
     const QVariant value = values.at(0).isNull() ? QVariant() : values.at(0).toVariant();
-    WriterTask task(
-        std::move(writer), context.console, milliseconds(options.timeoutSeconds),
-        [&](RedisRobotWriter& target, RedisRobotWriter::Done done) { write(target, value, std::move(done)); });
+    WriterTask task(std::move(writer), context.console, milliseconds(options.timeoutSeconds),
+                    [&](RobotWriter& target, RobotWriter::Done done) { write(target, value, std::move(done)); });
     return runTask(task);
 }
 

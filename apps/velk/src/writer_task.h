@@ -4,7 +4,7 @@
 #include "robot_options.h"
 #include "task.h"
 
-#include <connections/redis/redis_robot_writer.h>
+#include <connections/link/robot_writer.h>
 
 #include <QTimer>
 
@@ -15,16 +15,16 @@ namespace Velk {
 
 class Console;
 
-/// Opens a writer and writes one thing with it. Failures on the way are told; the task ends when the server has
-/// answered or the time-out is over.
+/// Opens a writer and writes one thing with it. Failures on the way are printed; the task ends when the server
+/// has answered or the time-out is over.
 class WriterTask : public Task
 {
     Q_OBJECT
 
 public:
-    using Write = std::function<void(RedisRobotWriter& writer, RedisRobotWriter::Done done)>;
+    using Write = std::function<void(RobotWriter& writer, RobotWriter::Done done)>;
 
-    WriterTask(std::unique_ptr<RedisRobotWriter> writer, Console& console, int timeoutMs, Write write);
+    WriterTask(std::unique_ptr<RobotWriter> writer, Console& console, int timeoutMs, Write write);
     ~WriterTask() override;
 
     void start() override;
@@ -33,7 +33,7 @@ public:
 private:
     void finish(int status);
 
-    std::unique_ptr<RedisRobotWriter> m_writer;
+    std::unique_ptr<RobotWriter> m_writer;
     Console& m_console;
     Write m_write;
     QTimer m_timeout;
@@ -41,10 +41,10 @@ private:
     bool m_isFinished = false;
 };
 
-/// Runs a task that writes one value. `json` is what was typed: what is not JSON is told, and nothing is written.
-int runWriterTask(
-    CommandContext& context, const RobotOptions& options, const std::string& json,
-    const std::function<void(RedisRobotWriter& writer, const QVariant& value, RedisRobotWriter::Done done)>& write);
+/// Runs a task that writes one value. `json` is what was typed: text that is not JSON is reported, and nothing is
+/// written.
+int runWriterTask(CommandContext& context, const RobotOptions& options, const std::string& json,
+                  const std::function<void(RobotWriter& writer, const QVariant& value, RobotWriter::Done done)>& write);
 
 } // namespace Velk
 

@@ -1,6 +1,7 @@
 #include <connections/redis/redis_factory.h>
 
 #include <connections/redis/redis_link.h>
+#include <connections/redis/redis_robot_writer.h>
 
 namespace Velk {
 
@@ -23,6 +24,16 @@ QList<UrlScheme> RedisFactory::schemes() const
 std::unique_ptr<RobotLink> RedisFactory::createLink(const QString& url, QString* error) const
 {
     return RedisLink::fromUrl(url, error);
+}
+
+bool RedisFactory::canWrite() const
+{
+    return true;
+}
+
+std::unique_ptr<RobotWriter> RedisFactory::createWriter(const QString& url, QString* error) const
+{
+    return RedisRobotWriter::fromUrl(url, error);
 }
 
 } // namespace Velk

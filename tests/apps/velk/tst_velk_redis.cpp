@@ -84,7 +84,8 @@ void TestVelkRedis::aRobotThatIsNotOnAServerCannotBeWrittenTo()
     VelkRun velk(velkProgram);
 
     QCOMPARE(velk.run({"put", "Door", "1", "--robot", "sim:"}), 3);
-    QVERIFY2(velk.messages().contains("Only a robot on a Redis server"), qPrintable(velk.messages()));
+    QVERIFY2(velk.messages().contains("“sim” cannot be written to. Possible are: redis://"),
+             qPrintable(velk.messages()));
 }
 
 void TestVelkRedis::aServerThatIsNotThereEndsWithTheTimeOut()

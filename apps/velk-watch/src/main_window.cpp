@@ -4,34 +4,33 @@
 #include "catalogue_panel.h"
 #include "message_bar.h"
 #include "period_text.h"
+#include "plot_feed.h"
 #include "plot_panel.h"
 #include "plot_view.h"
 #include "recording_control.h"
+#include "recording_dialogs.h"
 #include "robot_bar.h"
 #include "theme_style.h"
+#include "watch_bar.h"
 #include "watch_panel.h"
 #include "watch_settings.h"
+#include "watch_status_bar.h"
+#include "window_menus.h"
 
 #include <connections/links/robot_links.h>
 #include <itemmodels/sample_history.h>
 #include <itemmodels/watch_model.h>
-#include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <memorykeymodel/memory_key_list_model.h>
 #include <session/robot_session.h>
 
-#include <QActionGroup>
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QDir>
 #include <QDockWidget>
-#include <QFileDialog>
-#include <QLabel>
-#include <QMenuBar>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QSpinBox>
 #include <QSplitter>
-#include <QStatusBar>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -39,11 +38,11 @@ namespace Velk {
 
 namespace {
 
-// The layout of docks and tool bars; a state of another version is not restored.
+// The version of the layout of docks and tool bars. A state of another version is not restored.
 constexpr int stateVersion = 1;
-constexpr int statusIntervalMs = 500;
+constexpr int statusIntervalMs = 500; // the durations in the status bar change every second
 
-// A robot's clock in our connections counts seconds since the Unix epoch.
+// The time stamps of a link are seconds since the Unix epoch.
 QString timeOfDay(double time)
 {
     return QLocale().toString(QDateTime::fromMSecsSinceEpoch(qint64(time * 1000)), QStringLiteral("HH:mm:ss.zzz"));
@@ -59,8 +58,8 @@ MainWindow::MainWindow(WatchSettings* settings, QWidget* parent)
     , m_desktopStyle(QApplication::style()->name())
     , m_watchModel(new WatchModel(nullptr, this))
     , m_history(new SampleHistory(nullptr, this))
-    , m_curves(m_watchModel, m_history)
     , m_recording(new RecordingControl(this))
+    , m_recordingDialogs(new RecordingDialogs(m_recording, settings, this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(tr("Robot memory"));
@@ -71,48 +70,19 @@ MainWindow::MainWindow(WatchSettings* settings, QWidget* parent)
     createBars();
     createViews();
     createMenus();
-    createStatusBar();
-
-    connect(m_recording, &RecordingControl::stateChanged, this, &MainWindow::updateState);
-    connect(m_recording, &RecordingControl::rowsChanged, this, &MainWindow::updateStatus);
-    connect(m_recording, &RecordingControl::message, m_messages, &MessageBar::showMessage);
-
-    // What changes in one turn of the event loop is one change of the plot.
-    m_plotTimer.setSingleShot(true);
-    m_plotTimer.setInterval(0);
-    connect(&m_plotTimer, &QTimer::timeout, this, &MainWindow::updatePlot);
-    const auto schedulePlot = qOverload<>(&QTimer::start);
-    connect(m_watchModel, &WatchModel::appearanceChanged, &m_plotTimer, schedulePlot);
-    connect(m_watchModel, &WatchModel::rowsInserted, &m_plotTimer, schedulePlot);
-    connect(m_watchModel, &WatchModel::rowsRemoved, &m_plotTimer, schedulePlot);
-    connect(m_watchModel, &WatchModel::modelReset, &m_plotTimer, schedulePlot);
-    connect(m_history, &SampleHistory::samplesDropped, &m_plotTimer, schedulePlot);
-    connect(m_history, &SampleHistory::samplesAdded, this, [this] {
-        if (plot()->isFollowing())
-            m_plotTimer.start();
-    });
-    connect(plot(), &PlotView::followingChanged, &m_plotTimer, schedulePlot);
+    connectRecording();
+    new PlotFeed(m_watchModel, m_history, plot(), this);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::updateStatus);
     m_statusTimer.start(statusIntervalMs);
 
-    setTheme(m_settings->theme());
-    m_catalogue->setTree(m_settings->isCatalogueTree());
-    m_robotBar->setRecentUrls(m_recentRobots.urls());
-    m_robotBar->setUrl(m_recentRobots.urls().value(0));
-    if (m_settings->samplingPeriod() > 0)
-        m_period->setValue(m_settings->samplingPeriod());
-    restoreGeometry(m_settings->geometry());
-    restoreState(m_settings->windowState(), stateVersion);
-    if (!m_settings->splitterState().isEmpty())
-        m_splitter->restoreState(m_settings->splitterState());
-    m_table->restoreColumns(m_settings->tableState());
+    restoreSettings();
     updateState();
     m_robotBar->focusUrl();
 }
 
 MainWindow::~MainWindow()
 {
-    // The models of the session are shown by views that still exist.
+    // The session is deleted before the views that show its models.
     m_recording->setSession(nullptr);
     m_watchModel->setDisplayedKeys(nullptr);
     m_history->setDisplayedKeys(nullptr);
@@ -133,60 +103,19 @@ void MainWindow::createBars()
     connect(m_robotBar, &RobotBar::openRequested, this, qOverload<const QString&>(&MainWindow::openRobot));
     connect(m_robotBar, &RobotBar::closeRequested, this, &MainWindow::closeRobot);
 
-    m_watcherAction = createAction(QStringLiteral("watcherAction"), tr("&Sample"), Qt::Key_F5);
-    m_watcherAction->setCheckable(true);
-    m_watcherAction->setChecked(true);
-    m_watcherAction->setToolTip(tr("Let the robot sample the watched keys, or pause it (F5)"));
-    connect(m_watcherAction, &QAction::toggled, this, [this](bool isWanted) {
+    m_watchBar = new WatchBar(this);
+    addToolBar(m_watchBar);
+    connect(m_watchBar->sampleAction(), &QAction::toggled, this, [this](bool isWanted) {
         if (m_session)
             m_session->setWatcherWanted(isWanted);
     });
-    m_freezeAction = createAction(QStringLiteral("freezeAction"), tr("Free&ze table"), Qt::Key_F6);
-    m_freezeAction->setCheckable(true);
-    m_freezeAction->setToolTip(tr("Keep the values of the table as they are; sampling and recording go on (F6)"));
-    connect(m_freezeAction, &QAction::toggled, m_watchModel, &WatchModel::setFrozen);
-    m_recordAction = createAction(QStringLiteral("recordAction"), tr("Reco&rd"), QKeySequence(tr("Ctrl+R")));
-    m_recordAction->setCheckable(true);
-    m_recordAction->setToolTip(tr("Record every value of the watched keys, or stop recording (Ctrl+R)"));
-    connect(m_recordAction, &QAction::triggered, this, &MainWindow::toggleRecording);
-    m_saveAction = createAction(QStringLiteral("saveAction"), tr("Sa&ve recording…"), QKeySequence(QKeySequence::Save));
-    m_saveAction->setToolTip(tr("Save the recording to a file (Ctrl+S)"));
-    connect(m_saveAction, &QAction::triggered, this, &MainWindow::saveRecording);
-    m_discardAction = createAction(QStringLiteral("discardAction"), tr("&Discard recording"), {});
-    connect(m_discardAction, &QAction::triggered, this, [this] { settleRecording(tr("Discard the recording?")); });
-    m_unwatchAction = createAction(QStringLiteral("unwatchAction"), tr("&Unwatch selected keys"), {});
-    connect(m_unwatchAction, &QAction::triggered, this, [this] { unwatch(m_table->selectedKeys()); });
-
-    auto* bar = new QToolBar(tr("Watching"), this);
-    bar->setObjectName(QStringLiteral("watchBar"));
-    m_period = new QSpinBox(bar);
-    m_period->setObjectName(QStringLiteral("period"));
-    m_period->setAccessibleName(tr("Sampling period in milliseconds"));
-    m_period->setRange(1, 99999990);
-    m_period->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
-    m_period->setSuffix(tr(" ms"));
-    m_period->setValue(1000);
-    m_period->setKeyboardTracking(false);
-    connect(m_period, qOverload<int>(&QSpinBox::valueChanged), this, [this](int periodMs) {
+    connect(m_watchBar->freezeAction(), &QAction::toggled, m_watchModel, &WatchModel::setFrozen);
+    connect(m_watchBar, &WatchBar::periodChanged, this, [this](int periodMs) {
         if (m_session)
             m_session->setWantedPeriod(periodMs);
     });
-    auto* label = new QLabel(tr("&Period:"), bar);
-    label->setContentsMargins(4, 0, 4, 0);
-    label->setBuddy(m_period);
-    bar->addAction(m_watcherAction);
-    bar->addWidget(label);
-    bar->addWidget(m_period);
-    bar->addSeparator();
-    bar->addAction(m_freezeAction);
-    bar->addSeparator();
-    bar->addAction(m_recordAction);
-    bar->addAction(m_saveAction);
-    addToolBar(bar);
-    for (QWidget* button : bar->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (button->focusPolicy() == Qt::NoFocus && button->inherits("QToolButton"))
-            button->setFocusPolicy(Qt::TabFocus);
-    }
+    m_statusBar = new WatchStatusBar(this);
+    setStatusBar(m_statusBar);
 }
 
 void MainWindow::createViews()
@@ -229,90 +158,24 @@ void MainWindow::createViews()
 
 void MainWindow::createMenus()
 {
-    QMenu* const robot = menuBar()->addMenu(tr("&Robot"));
-    connect(robot->addAction(tr("&URL of the robot"), QKeySequence(tr("Ctrl+L"))), &QAction::triggered, m_robotBar,
-            &RobotBar::focusUrl);
-    connect(robot->addAction(tr("&Disconnect")), &QAction::triggered, this, &MainWindow::closeRobot);
-    robot->addSeparator();
-    connect(robot->addAction(tr("&Quit"), QKeySequence(QKeySequence::Quit)), &QAction::triggered, this,
-            &MainWindow::close);
-
-    QMenu* const keys = menuBar()->addMenu(tr("&Keys"));
-    connect(keys->addAction(tr("&Search"), QKeySequence(QKeySequence::Find)), &QAction::triggered, m_catalogue,
-            &CataloguePanel::focusSearch);
-    keys->addAction(m_unwatchAction);
-    connect(keys->addAction(tr("&Color of the key…")), &QAction::triggered, m_table, &WatchPanel::chooseColor);
-    keys->addSeparator();
-    keys->addAction(m_watcherAction);
-    keys->addAction(m_freezeAction);
-
-    QMenu* const plotMenu = menuBar()->addMenu(tr("&Plot"));
-    QAction* const follow = plotMenu->addAction(tr("&Follow the newest values"), QKeySequence(Qt::Key_F7));
-    follow->setCheckable(true);
-    follow->setChecked(true);
-    connect(follow, &QAction::toggled, plot(), &PlotView::setFollowing);
-    connect(plot(), &PlotView::followingChanged, follow, &QAction::setChecked);
-    connect(plotMenu->addAction(tr("Show a &shorter time"), QKeySequence(QKeySequence::ZoomIn)), &QAction::triggered,
-            plot(), &PlotView::zoomIn);
-    connect(plotMenu->addAction(tr("Show a &longer time"), QKeySequence(QKeySequence::ZoomOut)), &QAction::triggered,
-            plot(), &PlotView::zoomOut);
-    connect(plotMenu->addAction(tr("Zoom &in on the values")), &QAction::triggered, plot(), &PlotView::zoomValuesIn);
-    connect(plotMenu->addAction(tr("Zoom &out of the values")), &QAction::triggered, plot(), &PlotView::zoomValuesOut);
-    connect(plotMenu->addAction(tr("Fi&t everything"), QKeySequence(tr("Ctrl+0"))), &QAction::triggered, plot(),
-            &PlotView::resetView);
-
-    QMenu* const recording = menuBar()->addMenu(tr("Re&cording"));
-    recording->addAction(m_recordAction);
-    recording->addAction(m_saveAction);
-    recording->addAction(m_discardAction);
-
-    QMenu* const view = menuBar()->addMenu(tr("&View"));
-    const QList<QDockWidget*> docks = findChildren<QDockWidget*>();
-    for (const QDockWidget* dock : docks)
-        view->addAction(dock->toggleViewAction());
-    const QList<QToolBar*> bars = findChildren<QToolBar*>();
-    for (const QToolBar* bar : bars)
-        view->addAction(bar->toggleViewAction());
-    QMenu* const themes = view->addMenu(tr("&Colors"));
-    auto* themeGroup = new QActionGroup(this);
-    for (const ColorTheme::Name theme : ColorTheme::names()) {
-        QAction* const action = themes->addAction(ColorTheme::text(theme));
-        action->setObjectName(QStringLiteral("theme-") + ColorTheme::toString(theme));
-        action->setCheckable(true);
-        action->setChecked(theme == m_settings->theme());
-        themeGroup->addAction(action);
-        connect(action, &QAction::triggered, this, [this, theme] { setTheme(theme); });
-    }
-
-    QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    connect(help->addAction(tr("&About")), &QAction::triggered, this, &MainWindow::showAbout);
+    auto* const menus =
+        new WindowMenus(this, {m_robotBar, m_watchBar, m_catalogue, m_table, plot()}, m_settings->theme());
+    connect(menus, &WindowMenus::disconnectRequested, this, &MainWindow::closeRobot);
+    connect(menus, &WindowMenus::themeChosen, this, &MainWindow::setTheme);
+    connect(menus, &WindowMenus::aboutRequested, this, &MainWindow::showAbout);
 }
 
-void MainWindow::createStatusBar()
+void MainWindow::connectRecording()
 {
-    m_connectionLabel = new QLabel(this);
-    m_connectionLabel->setObjectName(QStringLiteral("connectionStatus"));
-    m_connectionLabel->setAccessibleName(tr("Connection"));
-    m_periodLabel = new QLabel(this);
-    m_periodLabel->setObjectName(QStringLiteral("periodStatus"));
-    m_periodLabel->setAccessibleName(tr("Sampling period"));
-    m_recordingLabel = new QLabel(this);
-    m_recordingLabel->setObjectName(QStringLiteral("recordingStatus"));
-    m_recordingLabel->setAccessibleName(tr("Recording"));
-    for (QLabel* label : {m_connectionLabel, m_periodLabel, m_recordingLabel})
-        label->setContentsMargins(6, 0, 10, 0);
-    statusBar()->addWidget(m_connectionLabel);
-    statusBar()->addWidget(m_periodLabel, 1);
-    statusBar()->addPermanentWidget(m_recordingLabel);
-}
-
-QAction* MainWindow::createAction(const QString& name, const QString& text, const QKeySequence& shortcut)
-{
-    auto* action = new QAction(text, this);
-    action->setObjectName(name);
-    action->setShortcut(shortcut);
-    addAction(action);
-    return action;
+    connect(m_watchBar->recordAction(), &QAction::triggered, this, &MainWindow::toggleRecording);
+    connect(m_watchBar->saveAction(), &QAction::triggered, this, &MainWindow::saveRecording);
+    connect(m_watchBar->discardAction(), &QAction::triggered, this,
+            [this] { m_recordingDialogs->saveOrDiscard(tr("Discard the recording?")); });
+    connect(m_recording, &RecordingControl::stateChanged, this, &MainWindow::updateState);
+    connect(m_recording, &RecordingControl::rowsChanged, this, &MainWindow::updateStatus);
+    connect(m_recording, &RecordingControl::message, m_messages, &MessageBar::showMessage);
+    connect(m_recordingDialogs, &RecordingDialogs::message, m_messages, &MessageBar::showMessage);
+    connect(m_recordingDialogs, &RecordingDialogs::saved, m_statusBar, &WatchStatusBar::showSaved);
 }
 
 // Robot
@@ -342,7 +205,7 @@ void MainWindow::openRobot(std::unique_ptr<RobotLink> link)
         }
     }
 
-    // A recording of the robot before ends, and is kept until it is saved.
+    // A recording of the previous robot ends here, and is kept until it is saved.
     m_recording->setSession(nullptr);
     auto session = std::make_unique<RobotSession>(std::move(link));
     m_watchModel->setDisplayedKeys(session->displayedKeys());
@@ -354,8 +217,8 @@ void MainWindow::openRobot(std::unique_ptr<RobotLink> link)
     plot()->clear();
     m_recording->setSession(m_session.get());
     connectSession();
-    m_session->setWatcherWanted(m_watcherAction->isChecked());
-    m_session->setWantedPeriod(m_period->value());
+    m_session->setWatcherWanted(m_watchBar->sampleAction()->isChecked());
+    m_session->setWantedPeriod(m_watchBar->period());
     m_session->watch(keys);
 
     m_recentRobots.add(m_session->link()->url());
@@ -410,12 +273,7 @@ void MainWindow::setWatchedNames(const QStringList& names)
         m_session->watchByName(name);
 }
 
-// Showing
-
-void MainWindow::updatePlot()
-{
-    plot()->setCurves(m_curves.shownCurves(), m_history->newestTime());
-}
+// State
 
 void MainWindow::updateState()
 {
@@ -425,11 +283,7 @@ void MainWindow::updateState()
         m_status.setState(state, QDateTime::currentDateTime());
     setWindowTitle(m_session ? tr("%1 – Robot memory").arg(m_session->link()->url()) : tr("Robot memory"));
 
-    const RecordingControl::State recording = m_recording->state();
-    m_recordAction->setChecked(recording == RecordingControl::Recording);
-    m_recordAction->setEnabled(recording == RecordingControl::Recording || state == RobotLink::Connected);
-    m_saveAction->setEnabled(recording != RecordingControl::Idle);
-    m_discardAction->setEnabled(recording == RecordingControl::Unsaved);
+    m_watchBar->setRecordingState(m_recording->state(), state == RobotLink::Connected);
     updateStatus();
 }
 
@@ -439,16 +293,14 @@ void MainWindow::updateStatus()
     if (m_session && m_session->isWatcherRunning())
         connection += tr(", sampling");
     else if (m_session && m_session->link()->state() == RobotLink::Connected)
-        connection += m_watcherAction->isChecked() ? tr(", nothing to sample") : tr(", sampling paused");
-    m_connectionLabel->setText(connection);
-    m_periodLabel->setText(m_session ? PeriodText::of(*m_session) : QString());
-    m_recordingLabel->setText(m_recording->text());
+        connection += m_watchBar->sampleAction()->isChecked() ? tr(", nothing to sample") : tr(", sampling paused");
+    m_statusBar->setTexts(connection, m_session ? PeriodText::of(*m_session) : QString(), m_recording->text());
 }
 
 void MainWindow::setTheme(ColorTheme::Name theme)
 {
     m_theme = theme;
-    // A style of the desktop may draw in its own colours, whatever the palette says.
+    // A style of the desktop may ignore the palette.
     if (theme == ColorTheme::Desktop)
         QApplication::setStyle(m_desktopStyle);
     else
@@ -470,7 +322,7 @@ void MainWindow::toggleRecording()
 {
     if (m_recording->state() == RecordingControl::Recording) {
         m_recording->stop();
-    } else if (settleRecording(tr("The recording before is not saved."))) {
+    } else if (m_recordingDialogs->saveOrDiscard(tr("The previous recording is not saved."))) {
         m_recording->start();
     }
     // A start that failed leaves the action as it was.
@@ -479,68 +331,34 @@ void MainWindow::toggleRecording()
 
 bool MainWindow::saveRecording()
 {
-    m_recording->stop();
-    if (m_recording->state() != RecordingControl::Unsaved)
-        return true;
-    const QString folder = m_settings->recordingFolder();
-    const QString proposal = QStringLiteral("recording-%1.csv")
-                                 .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")));
-    QFileDialog dialog(this, tr("Save recording"), folder.isEmpty() ? QDir::homePath() : folder,
-                       tr("Recordings (*.csv);;All files (*)"));
-    dialog.setObjectName(QStringLiteral("saveDialog"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("csv"));
-    dialog.selectFile(proposal);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return false;
-
-    const QString fileName = dialog.selectedFiles().constFirst();
-    // The dialog has asked whether a file that exists is to be replaced.
-    const RecordSaveResult result = m_recording->save(fileName, RecordFileSaver::ReplaceExisting);
-    if (result.isSaved()) {
-        m_settings->setRecordingFolder(QFileInfo(fileName).absolutePath());
-        statusBar()->showMessage(tr("Saved to %1").arg(QDir::toNativeSeparators(fileName)), 5000);
-    }
-    if (!result.title.isEmpty() || !result.message.isEmpty())
-        m_messages->showMessage(result.title, result.message);
-    return result.isSaved();
+    return m_recordingDialogs->save();
 }
 
-bool MainWindow::settleRecording(const QString& question)
+// Settings
+
+void MainWindow::restoreSettings()
 {
-    if (m_recording->state() == RecordingControl::Idle)
-        return true;
-    QMessageBox box(QMessageBox::Question, tr("Recording"), question, QMessageBox::NoButton, this);
-    box.setObjectName(QStringLiteral("recordingQuestion"));
-    box.setInformativeText(m_recording->text());
-    QPushButton* const save = box.addButton(tr("&Save…"), QMessageBox::AcceptRole);
-    QPushButton* const discard = box.addButton(tr("&Discard"), QMessageBox::DestructiveRole);
-    QPushButton* const cancel = box.addButton(QMessageBox::Cancel);
-    save->setObjectName(QStringLiteral("saveButton"));
-    discard->setObjectName(QStringLiteral("discardButton"));
-    cancel->setObjectName(QStringLiteral("cancelButton"));
-    box.setDefaultButton(save);
-    box.setEscapeButton(cancel);
-    box.exec();
-    if (box.clickedButton() == save)
-        return saveRecording();
-    if (box.clickedButton() != discard)
-        return false;
-    m_recording->stop();
-    m_recording->discard();
-    return true;
+    setTheme(m_settings->theme());
+    m_catalogue->setTree(m_settings->isCatalogueTree());
+    m_robotBar->setRecentUrls(m_recentRobots.urls());
+    m_robotBar->setUrl(m_recentRobots.urls().value(0));
+    if (m_settings->samplingPeriod() > 0)
+        m_watchBar->setPeriod(m_settings->samplingPeriod());
+    restoreGeometry(m_settings->geometry());
+    restoreState(m_settings->windowState(), stateVersion);
+    if (!m_settings->splitterState().isEmpty())
+        m_splitter->restoreState(m_settings->splitterState());
+    m_table->restoreColumns(m_settings->tableState());
 }
 
-// Closing
-
-void MainWindow::rememberAll()
+void MainWindow::saveSettings()
 {
     m_settings->setGeometry(saveGeometry());
     m_settings->setWindowState(saveState(stateVersion));
     m_settings->setSplitterState(m_splitter->saveState());
     m_settings->setTableState(m_table->saveColumns());
     m_settings->setRecentRobots(m_recentRobots.urls());
-    m_settings->setSamplingPeriod(m_period->value());
+    m_settings->setSamplingPeriod(m_watchBar->period());
     m_settings->setTheme(m_theme);
     m_settings->setCatalogueTree(m_catalogue->isTree());
     if (m_session) {
@@ -560,11 +378,11 @@ void MainWindow::closeEvent(QCloseEvent* event)
     const QString question = m_recording->state() == RecordingControl::Recording
                                  ? tr("A recording is running. It ends when the window is closed.")
                                  : tr("The recording is not saved.");
-    if (!settleRecording(question)) {
+    if (!m_recordingDialogs->saveOrDiscard(question)) {
         event->ignore();
         return;
     }
-    rememberAll();
+    saveSettings();
     event->accept();
 }
 

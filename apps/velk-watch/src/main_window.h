@@ -3,18 +3,18 @@
 
 #include "color_theme.h"
 #include "connection_status.h"
-#include "history_curves.h"
 #include "recent_robots.h"
 
 #include <connections/link/robot_link.h>
+#include <memorykeymodel/memory_key.h>
 
 #include <QMainWindow>
+#include <QPalette>
+#include <QSet>
 #include <QTimer>
 
 #include <memory>
 
-class QLabel;
-class QSpinBox;
 class QSplitter;
 
 namespace Velk {
@@ -24,27 +24,30 @@ class MessageBar;
 class PlotPanel;
 class PlotView;
 class RecordingControl;
+class RecordingDialogs;
 class RobotBar;
 class RobotSession;
 class SampleHistory;
+class WatchBar;
 class WatchModel;
 class WatchPanel;
 class WatchSettings;
+class WatchStatusBar;
 
-/// The application's window: wires the parts together and decides nothing that one of them could.
+/// The application's window: opens robots, connects its parts with the session of the robot, and keeps the settings.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Starts as the settings say, which must outlive the window, and writes them when it is closed.
+    /// Restores the settings, which must outlive the window, and writes them when it is closed.
     explicit MainWindow(WatchSettings* settings, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    /// Opens the robot in place of the one that is open. What is watched is watched there. A URL that is none is told
-    /// in the message bar, and changes nothing.
+    /// Opens the robot in place of the one that is open, and watches the same keys there. An invalid URL is reported in
+    /// the message bar and changes nothing.
     void openRobot(const QString& url);
-    /// The same with a link that exists already, not yet open.
+    /// The same with a link, which is not open yet.
     void openRobot(std::unique_ptr<RobotLink> link);
     void closeRobot();
 
@@ -61,29 +64,28 @@ public:
     void setTheme(ColorTheme::Name theme);
 
 public Q_SLOTS:
-    /// Starts a recording, or stops the one that runs. Asks what becomes of one that is not saved.
+    /// Starts a recording, or stops the one that runs. Before a start it asks whether to save a previous recording.
     void toggleRecording();
-    /// Asks for a file and saves the recording there; a running one is stopped. False when it is not saved then.
+    /// Asks for a file and saves the recording there; a running one is stopped first. Returns false when there is still
+    /// an unsaved recording afterwards.
     bool saveRecording();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void createViews();
     void createBars();
+    void createViews();
     void createMenus();
-    void createStatusBar();
+    void connectRecording();
     void connectSession();
     void watch(const QSet<MemoryKey>& keys);
     void unwatch(const QSet<MemoryKey>& keys);
-    void updatePlot();
     void updateState();
     void updateStatus();
-    void rememberAll();
-    bool settleRecording(const QString& question);
+    void restoreSettings();
+    void saveSettings();
     void showAbout();
-    QAction* createAction(const QString& name, const QString& text, const QKeySequence& shortcut);
 
     WatchSettings* m_settings;
     RecentRobots m_recentRobots;
@@ -94,27 +96,18 @@ private:
 
     WatchModel* m_watchModel;
     SampleHistory* m_history;
-    HistoryCurves m_curves;
     RecordingControl* m_recording;
+    RecordingDialogs* m_recordingDialogs;
     std::unique_ptr<RobotSession> m_session;
 
     RobotBar* m_robotBar = nullptr;
+    WatchBar* m_watchBar = nullptr;
     CataloguePanel* m_catalogue = nullptr;
     MessageBar* m_messages = nullptr;
     QSplitter* m_splitter = nullptr;
     WatchPanel* m_table = nullptr;
     PlotPanel* m_plotPanel = nullptr;
-    QSpinBox* m_period = nullptr;
-    QLabel* m_connectionLabel = nullptr;
-    QLabel* m_periodLabel = nullptr;
-    QLabel* m_recordingLabel = nullptr;
-    QAction* m_watcherAction = nullptr;
-    QAction* m_freezeAction = nullptr;
-    QAction* m_recordAction = nullptr;
-    QAction* m_saveAction = nullptr;
-    QAction* m_discardAction = nullptr;
-    QAction* m_unwatchAction = nullptr;
-    QTimer m_plotTimer;
+    WatchStatusBar* m_statusBar = nullptr;
     QTimer m_statusTimer;
 };
 

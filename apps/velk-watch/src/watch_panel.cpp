@@ -133,6 +133,13 @@ void WatchPanel::chooseColor()
     dialog->open();
 }
 
+void WatchPanel::removeSelected()
+{
+    const QSet<MemoryKey> keys = selectedKeys();
+    if (!keys.isEmpty())
+        emit removalRequested(keys);
+}
+
 void WatchPanel::toggleShown()
 {
     const QModelIndexList selected = selectionModel()->selectedRows();
@@ -164,8 +171,7 @@ void WatchPanel::keyPressEvent(QKeyEvent* event)
     switch (event->key()) {
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
-        if (!selectedKeys().isEmpty())
-            emit removalRequested(selectedKeys());
+        removeSelected();
         return;
     case Qt::Key_Space:
         toggleShown();

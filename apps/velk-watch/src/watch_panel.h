@@ -31,6 +31,8 @@ public:
 public Q_SLOTS:
     /// Opens a dialog for the colour of the current row's key.
     void chooseColor();
+    /// Emits removalRequested() for the selected keys, if there are any.
+    void removeSelected();
 
 Q_SIGNALS:
     /// The user wants to stop watching these keys.

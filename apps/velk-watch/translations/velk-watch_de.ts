@@ -311,6 +311,73 @@ Die Messwerte gibt es unter Linux mit eingehängtem /proc.</translation>
         <translation>Roboterspeicher</translation>
     </message>
     <message>
+        <source>Discard the recording?</source>
+        <translation>Die Aufzeichnung verwerfen?</translation>
+    </message>
+    <message>
+        <source>Keys of the robot</source>
+        <translation>Schlüssel des Roboters</translation>
+    </message>
+    <message>
+        <source>No robot</source>
+        <translation>Kein Roboter</translation>
+    </message>
+    <message>
+        <source>Connect to a robot first.</source>
+        <translation>Verbinden Sie zuerst einen Roboter.</translation>
+    </message>
+    <message>
+        <source>This robot cannot be opened</source>
+        <translation>Dieser Roboter kann nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>%1 – Robot memory</source>
+        <translation>%1 – Roboterspeicher</translation>
+    </message>
+    <message>
+        <source>, sampling</source>
+        <translation>, tastet ab</translation>
+    </message>
+    <message>
+        <source>, nothing to sample</source>
+        <translation>, nichts abzutasten</translation>
+    </message>
+    <message>
+        <source>, sampling paused</source>
+        <translation>, Abtastung angehalten</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>velk-watch %1
+
+Shows the memory of a robot: its keys, their values as they change, and recordings of them.</source>
+        <translation>velk-watch %1
+
+Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ändern, und Aufzeichnungen davon.</translation>
+    </message>
+    <message>
+        <source>The previous recording is not saved.</source>
+        <translation>Die vorige Aufzeichnung ist nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>The settings could not be written to %1.</source>
+        <translation>Die Einstellungen konnten nicht nach %1 geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>A recording is running. It ends when the window is closed.</source>
+        <translation>Eine Aufzeichnung läuft. Sie endet, wenn das Fenster geschlossen wird.</translation>
+    </message>
+    <message>
+        <source>The recording is not saved.</source>
+        <translation>Die Aufzeichnung ist nicht gespeichert.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::WatchBar</name>
+    <message>
         <source>&amp;Sample</source>
         <translation>&amp;Abtasten</translation>
     </message>
@@ -351,14 +418,6 @@ Die Messwerte gibt es unter Linux mit eingehängtem /proc.</translation>
         <translation>Aufzeichnung &amp;verwerfen</translation>
     </message>
     <message>
-        <source>Discard the recording?</source>
-        <translation>Die Aufzeichnung verwerfen?</translation>
-    </message>
-    <message>
-        <source>&amp;Unwatch selected keys</source>
-        <translation>Ausgewählte Schlüssel &amp;nicht mehr beobachten</translation>
-    </message>
-    <message>
         <source>Watching</source>
         <translation>Beobachtung</translation>
     </message>
@@ -374,17 +433,12 @@ Die Messwerte gibt es unter Linux mit eingehängtem /proc.</translation>
         <source>&amp;Period:</source>
         <translation>&amp;Periode:</translation>
     </message>
+</context>
+<context>
+    <name>Velk::WindowMenus</name>
     <message>
-        <source>Keys of the robot</source>
-        <translation>Schlüssel des Roboters</translation>
-    </message>
-    <message>
-        <source>No robot</source>
-        <translation>Kein Roboter</translation>
-    </message>
-    <message>
-        <source>Connect to a robot first.</source>
-        <translation>Verbinden Sie zuerst einen Roboter.</translation>
+        <source>&amp;Unwatch selected keys</source>
+        <translation>Ausgewählte Schlüssel &amp;nicht mehr beobachten</translation>
     </message>
     <message>
         <source>&amp;Robot</source>
@@ -470,6 +524,9 @@ Die Messwerte gibt es unter Linux mit eingehängtem /proc.</translation>
         <source>&amp;About</source>
         <translation>Ü&amp;ber</translation>
     </message>
+</context>
+<context>
+    <name>Velk::WatchStatusBar</name>
     <message>
         <source>Connection</source>
         <translation>Verbindung</translation>
@@ -483,41 +540,12 @@ Die Messwerte gibt es unter Linux mit eingehängtem /proc.</translation>
         <translation>Aufzeichnung</translation>
     </message>
     <message>
-        <source>This robot cannot be opened</source>
-        <translation>Dieser Roboter kann nicht geöffnet werden</translation>
+        <source>Saved to %1</source>
+        <translation>Gespeichert in %1</translation>
     </message>
-    <message>
-        <source>%1 – Robot memory</source>
-        <translation>%1 – Roboterspeicher</translation>
-    </message>
-    <message>
-        <source>, sampling</source>
-        <translation>, tastet ab</translation>
-    </message>
-    <message>
-        <source>, nothing to sample</source>
-        <translation>, nichts abzutasten</translation>
-    </message>
-    <message>
-        <source>, sampling paused</source>
-        <translation>, Abtastung angehalten</translation>
-    </message>
-    <message>
-        <source>About</source>
-        <translation>Über</translation>
-    </message>
-    <message>
-        <source>velk-watch %1
-
-Shows the memory of a robot: its keys, their values as they change, and recordings of them.</source>
-        <translation>velk-watch %1
-
-Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ändern, und Aufzeichnungen davon.</translation>
-    </message>
-    <message>
-        <source>The recording before is not saved.</source>
-        <translation>Die vorige Aufzeichnung ist nicht gespeichert.</translation>
-    </message>
+</context>
+<context>
+    <name>Velk::RecordingDialogs</name>
     <message>
         <source>Save recording</source>
         <translation>Aufzeichnung speichern</translation>
@@ -527,8 +555,8 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
         <translation>Aufzeichnungen (*.csv);;Alle Dateien (*)</translation>
     </message>
     <message>
-        <source>Saved to %1</source>
-        <translation>Gespeichert in %1</translation>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
     </message>
     <message>
         <source>&amp;Save…</source>
@@ -537,18 +565,6 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
     <message>
         <source>&amp;Discard</source>
         <translation>&amp;Verwerfen</translation>
-    </message>
-    <message>
-        <source>The settings could not be written to %1.</source>
-        <translation>Die Einstellungen konnten nicht nach %1 geschrieben werden.</translation>
-    </message>
-    <message>
-        <source>A recording is running. It ends when the window is closed.</source>
-        <translation>Eine Aufzeichnung läuft. Sie endet, wenn das Fenster geschlossen wird.</translation>
-    </message>
-    <message>
-        <source>The recording is not saved.</source>
-        <translation>Die Aufzeichnung ist nicht gespeichert.</translation>
     </message>
 </context>
 <context>

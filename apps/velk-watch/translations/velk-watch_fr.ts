@@ -311,6 +311,73 @@ Les mesures sont disponibles sous Linux, avec /proc monté.</translation>
         <translation>Mémoire du robot</translation>
     </message>
     <message>
+        <source>Discard the recording?</source>
+        <translation>Abandonner l’enregistrement ?</translation>
+    </message>
+    <message>
+        <source>Keys of the robot</source>
+        <translation>Clés du robot</translation>
+    </message>
+    <message>
+        <source>No robot</source>
+        <translation>Pas de robot</translation>
+    </message>
+    <message>
+        <source>Connect to a robot first.</source>
+        <translation>Connectez d’abord un robot.</translation>
+    </message>
+    <message>
+        <source>This robot cannot be opened</source>
+        <translation>Ce robot ne peut pas être ouvert</translation>
+    </message>
+    <message>
+        <source>%1 – Robot memory</source>
+        <translation>%1 – Mémoire du robot</translation>
+    </message>
+    <message>
+        <source>, sampling</source>
+        <translation>, échantillonnage en cours</translation>
+    </message>
+    <message>
+        <source>, nothing to sample</source>
+        <translation>, rien à échantillonner</translation>
+    </message>
+    <message>
+        <source>, sampling paused</source>
+        <translation>, échantillonnage suspendu</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>À propos</translation>
+    </message>
+    <message>
+        <source>velk-watch %1
+
+Shows the memory of a robot: its keys, their values as they change, and recordings of them.</source>
+        <translation>velk-watch %1
+
+Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changements, et leurs enregistrements.</translation>
+    </message>
+    <message>
+        <source>The previous recording is not saved.</source>
+        <translation>L’enregistrement précédent n’est pas sauvegardé.</translation>
+    </message>
+    <message>
+        <source>The settings could not be written to %1.</source>
+        <translation>Les réglages n’ont pas pu être écrits dans %1.</translation>
+    </message>
+    <message>
+        <source>A recording is running. It ends when the window is closed.</source>
+        <translation>Un enregistrement est en cours. Il s’arrête quand la fenêtre est fermée.</translation>
+    </message>
+    <message>
+        <source>The recording is not saved.</source>
+        <translation>L’enregistrement n’est pas sauvegardé.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::WatchBar</name>
+    <message>
         <source>&amp;Sample</source>
         <translation>É&amp;chantillonner</translation>
     </message>
@@ -351,14 +418,6 @@ Les mesures sont disponibles sous Linux, avec /proc monté.</translation>
         <translation>&amp;Abandonner l’enregistrement</translation>
     </message>
     <message>
-        <source>Discard the recording?</source>
-        <translation>Abandonner l’enregistrement ?</translation>
-    </message>
-    <message>
-        <source>&amp;Unwatch selected keys</source>
-        <translation>&amp;Ne plus observer les clés sélectionnées</translation>
-    </message>
-    <message>
         <source>Watching</source>
         <translation>Observation</translation>
     </message>
@@ -374,17 +433,12 @@ Les mesures sont disponibles sous Linux, avec /proc monté.</translation>
         <source>&amp;Period:</source>
         <translation>&amp;Période :</translation>
     </message>
+</context>
+<context>
+    <name>Velk::WindowMenus</name>
     <message>
-        <source>Keys of the robot</source>
-        <translation>Clés du robot</translation>
-    </message>
-    <message>
-        <source>No robot</source>
-        <translation>Pas de robot</translation>
-    </message>
-    <message>
-        <source>Connect to a robot first.</source>
-        <translation>Connectez d’abord un robot.</translation>
+        <source>&amp;Unwatch selected keys</source>
+        <translation>&amp;Ne plus observer les clés sélectionnées</translation>
     </message>
     <message>
         <source>&amp;Robot</source>
@@ -470,6 +524,9 @@ Les mesures sont disponibles sous Linux, avec /proc monté.</translation>
         <source>&amp;About</source>
         <translation>À &amp;propos</translation>
     </message>
+</context>
+<context>
+    <name>Velk::WatchStatusBar</name>
     <message>
         <source>Connection</source>
         <translation>Connexion</translation>
@@ -483,41 +540,12 @@ Les mesures sont disponibles sous Linux, avec /proc monté.</translation>
         <translation>Enregistrement</translation>
     </message>
     <message>
-        <source>This robot cannot be opened</source>
-        <translation>Ce robot ne peut pas être ouvert</translation>
+        <source>Saved to %1</source>
+        <translation>Sauvegardé dans %1</translation>
     </message>
-    <message>
-        <source>%1 – Robot memory</source>
-        <translation>%1 – Mémoire du robot</translation>
-    </message>
-    <message>
-        <source>, sampling</source>
-        <translation>, échantillonnage en cours</translation>
-    </message>
-    <message>
-        <source>, nothing to sample</source>
-        <translation>, rien à échantillonner</translation>
-    </message>
-    <message>
-        <source>, sampling paused</source>
-        <translation>, échantillonnage suspendu</translation>
-    </message>
-    <message>
-        <source>About</source>
-        <translation>À propos</translation>
-    </message>
-    <message>
-        <source>velk-watch %1
-
-Shows the memory of a robot: its keys, their values as they change, and recordings of them.</source>
-        <translation>velk-watch %1
-
-Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changements, et leurs enregistrements.</translation>
-    </message>
-    <message>
-        <source>The recording before is not saved.</source>
-        <translation>L’enregistrement précédent n’est pas sauvegardé.</translation>
-    </message>
+</context>
+<context>
+    <name>Velk::RecordingDialogs</name>
     <message>
         <source>Save recording</source>
         <translation>Sauvegarder l’enregistrement</translation>
@@ -527,8 +555,8 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
         <translation>Enregistrements (*.csv);;Tous les fichiers (*)</translation>
     </message>
     <message>
-        <source>Saved to %1</source>
-        <translation>Sauvegardé dans %1</translation>
+        <source>Recording</source>
+        <translation>Enregistrement</translation>
     </message>
     <message>
         <source>&amp;Save…</source>
@@ -537,18 +565,6 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
     <message>
         <source>&amp;Discard</source>
         <translation>&amp;Abandonner</translation>
-    </message>
-    <message>
-        <source>The settings could not be written to %1.</source>
-        <translation>Les réglages n’ont pas pu être écrits dans %1.</translation>
-    </message>
-    <message>
-        <source>A recording is running. It ends when the window is closed.</source>
-        <translation>Un enregistrement est en cours. Il s’arrête quand la fenêtre est fermée.</translation>
-    </message>
-    <message>
-        <source>The recording is not saved.</source>
-        <translation>L’enregistrement n’est pas sauvegardé.</translation>
     </message>
 </context>
 <context>

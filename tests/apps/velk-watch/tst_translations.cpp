@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCoreApplication application(argc, argv);
         installTranslations(&application, locale);
 
-        QTEST(translated("Velk::MainWindow", "&Quit"), "quit");
+        QTEST(translated("Velk::WindowMenus", "&Quit"), "quit");
         QTEST(translated("Velk::DisplayedMemoryKeyListModel", "Not connected to a robot"), "error");
         QTEST(translated("Velk::WatchModel", "Value"), "header");
         QTEST(QCoreApplication::translate("Velk::RecordingControl", "%L1 row(s)", nullptr, 2).arg(2), "rows");

@@ -92,7 +92,7 @@ void WatchModel::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
     bool isRebuilt = m_displayedKeys->displayedKeys().size() != count();
     bool hasValues = false;
     for (const DisplayedMemoryKey& displayed : keys) {
-        const int row = this->row(displayed.key().name());
+        const int row = m_rows->indexOf(displayed.key().name());
         if (row < 0)
             isRebuilt = true;
         else if (m_rows->update(row, displayed, nowMs))
@@ -273,7 +273,7 @@ void WatchModel::setShown(const QString& name, bool isShown)
 
 int WatchModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : count();
+    return parent.isValid() ? 0 : m_rows->count();
 }
 
 int WatchModel::columnCount(const QModelIndex& parent) const

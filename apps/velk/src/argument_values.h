@@ -14,7 +14,7 @@ namespace Velk {
 CLI::Validator seconds();
 int milliseconds(double seconds);
 
-/// What was typed, as Qt has it.
+/// What was typed, as Qt text.
 QString toQString(const std::string& text);
 QStringList toQStrings(const std::vector<std::string>& texts);
 

@@ -16,16 +16,16 @@ class Console;
 /// The link that a URL names, or null with *error set.
 using CreateLink = std::function<std::unique_ptr<RobotLink>(const QString& url, QString* error)>;
 
-/// What the commands are declared on and run with. Each command is a function that declares its name and options on the
-/// parser, and what to do when it is the one that was typed; commands.cpp lists them.
+/// The parser on which the commands are declared, and what they run with. Each command is a function that declares its
+/// name, its options and its action; commands.cpp lists them.
 struct CommandContext
 {
     CLI::App& parser;
     Console& console;
     CreateLink createLink;
-    std::function<int()> run; ///< of the command that was typed; gives the exit status
+    std::function<int()> run; ///< the action of the command that was typed; returns the exit status
 
-    /// Runs `action` when the command is the one that was typed, after all options were read.
+    /// Sets the action of a command. It runs after all options were read.
     void onTyped(CLI::App& command, std::function<int()> action)
     {
         command.callback([this, action] { run = action; });

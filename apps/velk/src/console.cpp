@@ -79,7 +79,7 @@ bool Console::write(const QByteArray& data)
     const int error = writeAll(m_outputDescriptor, data);
     if (error == 0 || error == EINTR)
         return error == 0;
-    // EIO is what a terminal gives that has been closed: nobody reads any more.
+    // A closed terminal reports EIO: nobody reads any more.
     m_outputStatus = error == EPIPE || error == EIO ? BrokenPipe : OutputFailed;
     if (m_outputStatus == OutputFailed)
         message(QStringLiteral("Standard output could not be written: %1.\n"

@@ -26,12 +26,12 @@ public:
     bool isOutputTerminal() const { return m_isOutputTerminal; }
     /// The same for standard error.
     bool isMessageTerminal() const { return m_isMessageTerminal; }
-    /// The present size of the output terminal; 24 by 80 when it does not tell.
+    /// The present size of the output terminal; 24 by 80 if the terminal does not report it.
     Size outputSize() const;
 
-    /// Writes data. False when it could not be written, now or before: outputStatus() says how to end, and
-    /// a failure other than a reader that has gone has been told. False with outputStatus() Success when a reader has
-    /// stopped reading and a signal asks velk to end.
+    /// Writes data. False when it could not be written, now or before: outputStatus() is then the status to end with,
+    /// and a message has been printed, except when the reader has gone. False with outputStatus() Success when the
+    /// reader has stopped reading and a signal asks velk to end.
     bool write(const QByteArray& data);
     int outputStatus() const { return m_outputStatus; }
 
@@ -42,8 +42,8 @@ public:
     /// Nothing when standard error is not a terminal.
     void setStatusLine(const QString& text);
 
-    /// What a terminal takes for a command, and what would break the line, written as an escape: robots may have any
-    /// byte in a name or in a value.
+    /// The text with control characters and line breaks written as escapes: a robot may have any byte in a name or in a
+    /// value.
     static QString printable(const QString& text);
 
 private:

@@ -10,7 +10,7 @@ void DisplayedKeysArguments::addTo(CLI::App& command)
 {
     command
         .add_option("KEY", keys,
-                    "Names, and patterns with * and ? (quote them); a name that the robot does not list counts too")
+                    "Names, also names that the robot does not list, and patterns with * and ? (quote them)")
         ->type_name("");
     command.add_flag("--all", all, "All keys that the robot lists");
     command.add_option("--period", periodMs, "Sample every MS milliseconds; the robot has a minimum (default 1000)")

@@ -34,7 +34,7 @@ void DisplayedKeysTask::finish(int status)
         if (losses.missedTicks > 0)
             causes
                 << QStringLiteral("%1 sampling ticks missed, this program was busy or stopped").arg(losses.missedTicks);
-        tell(QStringLiteral("Not everything was delivered"), causes.join(QStringLiteral("; ")));
+        report(QStringLiteral("Not everything was delivered"), causes.join(QStringLiteral("; ")));
     }
     RobotTask::finish(status);
 }
@@ -45,12 +45,12 @@ void DisplayedKeysTask::onListed(const MemoryKeyListModel& catalogue)
     setWorking();
     reportGrantedPeriod();
     for (const QString& pattern : choice.patternsWithoutAMatch)
-        tell(QStringLiteral("No key of the robot matches %1.").arg(pattern));
+        report(QStringLiteral("No key of the robot matches %1.").arg(pattern));
     for (const QString& name : choice.unlistedNames)
-        tell(QStringLiteral("The robot does not list %1: UNKNOWN, watched all the same.").arg(name));
+        report(QStringLiteral("The robot does not list %1: UNKNOWN, watched all the same.").arg(name));
     if (choice.keys.isEmpty()) {
-        tell(QStringLiteral("There is no key to display"),
-             QStringLiteral("see `velk keys` for those that %1 lists.").arg(link().url()));
+        report(QStringLiteral("There is no key to display"),
+               QStringLiteral("`velk keys` lists the keys of %1.").arg(link().url()));
         finish(NoKeys);
         return;
     }
@@ -62,7 +62,7 @@ void DisplayedKeysTask::reportGrantedPeriod()
     const int wanted = m_options.periodMs;
     const int granted = session().grantedPeriod();
     if (wanted > 0 && granted != wanted)
-        tell(QStringLiteral("%1 ms asked for; this robot grants %2 ms.").arg(wanted).arg(granted));
+        report(QStringLiteral("%1 ms asked for; this robot grants %2 ms.").arg(wanted).arg(granted));
 }
 
 } // namespace Velk

@@ -24,7 +24,7 @@ enum ExitStatus : int
 /// The status of a command that a signal ended before it had done its work: as the shell reports it.
 int interruptedBy(int signalNumber);
 
-/// What the statuses mean, one a line, for the help text.
+/// The meanings of the statuses, one a line, for the help text.
 QString exitStatusHelp();
 
 } // namespace Velk

@@ -23,13 +23,13 @@ QVector<MemoryKey> sortedByName(const QVector<MemoryKey>& keys);
 /// The keys that the arguments of a command choose.
 struct KeyChoice
 {
-    QVector<MemoryKey> keys;           ///< in the order of the arguments, those of a pattern by name; each once
+    QVector<MemoryKey> keys;           ///< in the order of the arguments, keys of one pattern by name; each once
     QStringList unlistedNames;         ///< of these, the names that the robot does not list
     QStringList patternsWithoutAMatch; ///< arguments that chose nothing
 };
 
-/// An argument that is the name of a listed key stands for that key, also when it looks like a pattern. A name that the
-/// robot does not list is chosen with UnknownNature. `all` chooses every listed key that the arguments have not.
+/// An argument that is the name of a listed key chooses that key, even if it looks like a pattern. A name that the
+/// robot does not list is chosen with UnknownNature. `all` also chooses every other listed key.
 KeyChoice chooseKeys(const QSet<MemoryKey>& listedKeys, const QStringList& arguments, bool all);
 
 } // namespace Velk

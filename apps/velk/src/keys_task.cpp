@@ -15,7 +15,7 @@ namespace Velk {
 
 namespace {
 
-// As many as make writing cheap, and few enough that a million keys are not held twice.
+// Enough to make writing cheap, few enough not to hold a million keys twice.
 constexpr int pieceSize = 1 << 16;
 
 QByteArray textLine(const MemoryKey& key)

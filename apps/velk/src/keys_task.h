@@ -3,6 +3,8 @@
 
 #include "robot_task.h"
 
+#include <memorykeymodel/memory_key.h>
+
 #include <QStringList>
 
 namespace Velk {
@@ -10,9 +12,9 @@ namespace Velk {
 /// Which keys `velk keys` writes, and how.
 struct KeysOptions
 {
-    QStringList names;       ///< further names, which are shown as unknown when the robot does not list them
-    QStringList filters;     ///< patterns, of which a name must match one; none lets every name pass
-    int natures = 1 | 2 | 4; ///< a mask of MemoryKeyNature
+    QStringList names;   ///< further names, which are shown as unknown when the robot does not list them
+    QStringList filters; ///< patterns; a name must match one of them; without patterns every name passes
+    int natures = DataNature | EventNature | UnknownNature;
     bool json = false;
 };
 

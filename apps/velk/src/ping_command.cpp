@@ -7,7 +7,7 @@ void addPingCommand(CommandContext& context)
 {
     const auto robot = std::make_shared<RobotOptions>();
     CLI::App* const command =
-        context.parser.add_subcommand("ping", "Say whether the robot answers, how fast, and what its server grants");
+        context.parser.add_subcommand("ping", "Print whether the robot answers, how fast, and what its server grants");
     addRobotOptions(*command, *robot);
     context.onTyped(*command, [&context, robot] {
         return runRobotTask(context, *robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {

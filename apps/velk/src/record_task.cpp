@@ -69,10 +69,10 @@ void RecordTask::begin(const QVector<MemoryKey>& keys)
             finish(RecordingNotSaved); // the session has reported the reason
         return;
     }
-    tell(QStringLiteral("Recording %1 keys every %2 ms for %3; Ctrl-C ends it.")
-             .arg(m_keyCount)
-             .arg(displayedKeys().samplingPeriod())
-             .arg(m_destination));
+    report(QStringLiteral("Recording %1 keys every %2 ms for %3; Ctrl-C ends it.")
+               .arg(m_keyCount)
+               .arg(displayedKeys().samplingPeriod())
+               .arg(m_destination));
     m_elapsed.start();
     if (hasEnd())
         m_end.start(options().forMs);
@@ -110,19 +110,19 @@ void RecordTask::save()
     RecordFileSaver saver(displayedKeys().takeRecordFile());
     const RecordSaveResult result = saver.save(m_destination, m_existing);
     if (result.outcome != RecordSaveResult::Saved)
-        tell(result.title, result.message);
+        report(result.title, result.message);
     if (result.isSaved())
-        tell(QStringLiteral("%1 rows of %2 keys in %3 s saved in %4 (%5).")
-                 .arg(saver.rows())
-                 .arg(m_keyCount)
-                 .arg(m_seconds, 0, 'f', 1)
-                 .arg(m_destination, shownBytes(saver.bytes())));
+        report(QStringLiteral("%1 rows of %2 keys in %3 s saved in %4 (%5).")
+                   .arg(saver.rows())
+                   .arg(m_keyCount)
+                   .arg(m_seconds, 0, 'f', 1)
+                   .arg(m_destination, shownBytes(saver.bytes())));
     if (m_status == ConnectionLost)
-        tell(result.isSaved() ? QStringLiteral("The connection was lost: the recording ends there.")
-                              : QStringLiteral("The connection was lost while recording."));
+        report(result.isSaved() ? QStringLiteral("The connection was lost: the recording ends there.")
+                                : QStringLiteral("The connection was lost while recording."));
     if (m_status == RecordingIncomplete && result.outcome == RecordSaveResult::Saved)
-        tell(QStringLiteral("Recording incomplete"),
-             QStringLiteral("what came after these rows could not be written and is lost."));
+        report(QStringLiteral("Recording incomplete"),
+               QStringLiteral("what came after these rows could not be written and is lost."));
 
     int status = m_status;
     if (!result.isSaved())

@@ -9,7 +9,7 @@ namespace Velk {
 
 void addRobotOptions(CLI::App& command, RobotOptions& options)
 {
-    command.add_option("--robot", options.url, "The robot, as `velk robots` lists the kinds")
+    command.add_option("--robot", options.url, "The robot; `velk robots` lists the kinds")
         ->envname("VELK_ROBOT")
         ->type_name("URL");
     command

@@ -15,7 +15,7 @@ RobotTask::RobotTask(std::unique_ptr<RobotLink> link, RobotSession::Use use, Con
     connect(&m_timeout, &QTimer::timeout, this, &RobotTask::onTimeout);
     connect(&m_session, &RobotSession::failed, this, [this](const QString& title, const QString& message) {
         if (!m_isFinished)
-            tell(title, message);
+            report(title, message);
     });
     connect(m_session.link(), &RobotLink::failed, this, &RobotTask::onLinkFailed);
     connect(&m_session, &RobotSession::readyChanged, this, &RobotTask::onReadyChanged);
@@ -45,14 +45,14 @@ void RobotTask::setWorking()
     m_session.setCatalogueWanted(false);
 }
 
-void RobotTask::tell(const QString& text)
+void RobotTask::report(const QString& text)
 {
     m_console.message(text);
 }
 
-void RobotTask::tell(const QString& title, const QString& text)
+void RobotTask::report(const QString& title, const QString& text)
 {
-    tell(title + QStringLiteral(": ") + text);
+    report(title + QStringLiteral(": ") + text);
 }
 
 void RobotTask::finish(int status)
@@ -82,15 +82,15 @@ void RobotTask::onTimeout()
 {
     const QString seconds = QString::number(m_timeout.interval() / 1000.0);
     if (link().isConnected())
-        tell(QStringLiteral("Robot does not answer"),
-             QStringLiteral("%1 is connected but has not told its keys and its limits within %2 s.\n"
-                            "Check the robot, or allow more time with --timeout.")
-                 .arg(link().url(), seconds));
+        report(QStringLiteral("Robot does not answer"),
+               QStringLiteral("%1 is connected but has not reported its keys and its limits within %2 s.\n"
+                              "Check the robot, or allow more time with --timeout.")
+                   .arg(link().url(), seconds));
     else
-        tell(QStringLiteral("Not connected"),
-             QStringLiteral("No connection to %1 within %2 s.\n"
-                            "Check that the robot runs and its URL, or allow more time with --timeout.")
-                 .arg(link().url(), seconds));
+        report(QStringLiteral("Not connected"),
+               QStringLiteral("No connection to %1 within %2 s.\n"
+                              "Check that the robot runs and its URL, or allow more time with --timeout.")
+                   .arg(link().url(), seconds));
     finish(NotConnected);
 }
 

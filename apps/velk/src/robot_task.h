@@ -14,8 +14,8 @@ namespace Velk {
 
 class Console;
 
-/// What a command does with a robot: opens it, waits until the robot has answered all that it is asked on a connection,
-/// and works from then on until it is done, interrupted or stopped by a failure.
+/// The work of a command on a robot: opens the robot, waits until it has answered every question of a connection, and
+/// works from then on until it is done, interrupted or stopped by a failure.
 ///
 /// It is a failure when the robot is not ready within the time-out, or when the link gives up. What happens when the
 /// connection is lost after that is decided by the derived class.
@@ -40,15 +40,15 @@ protected:
     bool isWorking() const { return m_isWorking; }
     /// The preparations are over, and the session's catalogue is not needed any more.
     void setWorking();
-    /// Tells the user something.
-    virtual void tell(const QString& text);
-    void tell(const QString& title, const QString& text);
+    /// Prints a message for the user.
+    virtual void report(const QString& text);
+    void report(const QString& title, const QString& text);
     /// Ends the task; only the first call counts.
     virtual void finish(int status);
 
     /// The session is ready: this is its catalogue. Again after every reconnection before setWorking().
     virtual void onListed(const MemoryKeyListModel& catalogue) = 0;
-    /// The connection stands again while the task works.
+    /// The robot is connected again while the task works.
     virtual void onConnectedAgain() {}
 
 private:

@@ -23,8 +23,8 @@ struct Arguments
 void addServeCommand(CommandContext& context)
 {
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App* const command = context.parser.add_subcommand(
-        "serve", "Write all that a robot's memory holds to a Redis server, as it changes");
+    CLI::App* const command =
+        context.parser.add_subcommand("serve", "Copy a robot's memory to a Redis server, as it changes");
     command->add_option("--to", arguments->target, "The robot on the Redis server, redis://host/robot")
         ->type_name("URL")
         ->required();

@@ -34,7 +34,7 @@ ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int tim
     connect(m_writer.get(), &RobotWriter::failed, this, [this](const QString& title, const QString& message) {
         const QString failure = title + message;
         if (failure != m_lastWriterFailure && !isFinished())
-            tell(title, message);
+            report(title, message);
         m_lastWriterFailure = failure;
     });
     connect(m_writer.get(), &RobotWriter::connected, this, [this] {
@@ -58,7 +58,7 @@ void ServeTask::onListed(const MemoryKeyListModel&)
     beginWhenReady();
 }
 
-// Until both sides stand the time-out runs.
+// The time-out runs until both sides are connected.
 void ServeTask::beginWhenReady()
 {
     if (isFinished() || isWorking() || !session().isReady() || !m_writer->isConnected())
@@ -83,7 +83,7 @@ void ServeTask::startWatcher()
     m_watched.clear();
     session().askRealTimeSupport();
     memory->startWatcher(m_periodMs, m_periodMs);
-    m_awaitedLists = 0; // lists of a former connection count no more
+    m_awaitedLists = 0; // lists of an earlier connection do not count
     listKeys();
 }
 
@@ -109,7 +109,7 @@ void ServeTask::onListsFinished()
     const QStringList microEvents = m_lists[MicroEvent].result();
     m_events = QSet<QString>(events.begin(), events.end());
     m_events.unite(QSet<QString>(microEvents.begin(), microEvents.end()));
-    // As in the catalogue: what is an event as well as a data key is an event.
+    // As in the catalogue: a name that is both an event and a data key is an event.
     QStringList dataKeys;
     const QStringList allDataKeys = m_lists[Data].result();
     for (const QString& name : allDataKeys) {
@@ -129,7 +129,7 @@ void ServeTask::onListsFinished()
     if (isNew)
         m_writer->declare({dataKeys, events, microEvents});
     if (!m_isAnnounced)
-        tell(QStringLiteral("Serving %1 keys of %2 to %3.").arg(names.size()).arg(link().url(), m_writer->url()));
+        report(QStringLiteral("Serving %1 keys of %2 to %3.").arg(names.size()).arg(link().url(), m_writer->url()));
     m_isAnnounced = true;
 }
 
@@ -150,8 +150,8 @@ void ServeTask::writeBatch(const GatheredData& batch)
 void ServeTask::finish(int status)
 {
     if (!isFinished() && m_writer->lostCount() > 0)
-        tell(QStringLiteral("%1 values and occurrences were not written: the server was away, or too slow.")
-                 .arg(m_writer->lostCount()));
+        report(QStringLiteral("%1 values and occurrences were not written: the server was away, or too slow.")
+                   .arg(m_writer->lostCount()));
     RobotTask::finish(status);
 }
 

@@ -5,7 +5,7 @@
 
 namespace Velk {
 
-/// What a command does in the event loop.
+/// The work of a command in the event loop.
 class Task : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     virtual void interrupt(int signalNumber) = 0;
 
 Q_SIGNALS:
-    /// The task is over: how velk is to end. Once.
+    /// The task is over, with velk's exit status. Once.
     void finished(int status);
 };
 

@@ -15,7 +15,7 @@ namespace {
 volatile std::sig_atomic_t pending = 0;
 int pipeEnds[2] = {-1, -1};
 
-// What may be done here is little: the byte wakes the event loop, which does the rest.
+// A signal handler may do little: the byte wakes the event loop, which does the rest.
 void onSignal(int signalNumber)
 {
     const int savedErrno = errno;
@@ -53,7 +53,7 @@ UnixSignals::UnixSignals(QObject* parent)
     connect(m_notifier, &QSocketNotifier::activated, this, &UnixSignals::onReadable);
     catchSignal(SIGINT);
     catchSignal(SIGTERM);
-    // nohup has it ignored.
+    // nohup ignores it, and velk then keeps it ignored.
     if (!isIgnored(SIGHUP))
         catchSignal(SIGHUP);
 }

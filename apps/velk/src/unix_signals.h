@@ -10,7 +10,7 @@ QT_END_NAMESPACE
 namespace Velk {
 
 /// The signals that ask velk to end (SIGINT, SIGTERM, SIGHUP), delivered by the event loop. One object at a time. The
-/// signals stay caught when it is gone: what asks velk to end while it ends changes nothing.
+/// signals stay caught after its end: a signal that comes while velk ends changes nothing.
 class UnixSignals : public QObject
 {
     Q_OBJECT
@@ -19,11 +19,11 @@ public:
     explicit UnixSignals(QObject* parent = nullptr);
     ~UnixSignals() override;
 
-    /// Whether a signal has come at any time. May be asked without an object.
+    /// Whether a signal has come at any time. May be called without an object.
     static bool isPending();
 
-    /// Ignores the signals that would end velk where a failed write tells enough: SIGPIPE, and SIGXFSZ for a limit on
-    /// the size of files.
+    /// Ignores the signals that would end velk at a failed write, whose result is enough: SIGPIPE, and SIGXFSZ for a
+    /// limit on the size of files.
     static void ignoreWriteSignals();
 
 Q_SIGNALS:

@@ -31,10 +31,10 @@ int runVelk(int argc, char** argv, const CreateLink& createLink)
             console.write(QByteArray::fromStdString(help.str()));
             return console.outputStatus();
         }
-        // The parser asks for a command before it looks at what it could make nothing of.
+        // The parser reports a missing command before a word that it does not know.
         const std::vector<std::string> unknown = parser.remaining();
         if (parser.get_subcommands().empty() && !unknown.empty())
-            console.message(QStringLiteral("%1 is no command or option of velk.\nRun velk --help for those that are.")
+            console.message(QStringLiteral("velk has no command or option %1.\n`velk --help` lists them.")
                                 .arg(toQString(unknown.front())));
         else
             console.message(toQString(message.str()).trimmed());

@@ -5,7 +5,7 @@
 
 namespace Velk {
 
-/// The whole of velk: reads the command line, runs the command and gives the exit status. Needs a QCoreApplication.
+/// The whole of velk: reads the command line, runs the command and returns the exit status. Needs a QCoreApplication.
 int runVelk(int argc, char** argv, const CreateLink& createLink);
 
 } // namespace Velk

@@ -9,7 +9,7 @@ namespace {
 const QByteArray eraseToEndOfLine = QByteArrayLiteral("\x1b[K");
 const QByteArray eraseBelow = QByteArrayLiteral("\x1b[J");
 
-// Not the last column: a line that fills it makes some terminals go on to the next, and the count of lines is wrong.
+// Without the last column: some terminals wrap a line that fills it, and the count of lines would be wrong.
 QByteArray line(const QString& text, int columns)
 {
     return text.left(std::max(1, columns - 1)).toUtf8() + eraseToEndOfLine + "\n";

@@ -18,15 +18,15 @@ struct WatchRow
     QString value;
 };
 
-/// The table that `velk watch` writes again in place on a terminal. It keeps count of the lines that it wrote; what
-/// else is written to the terminal in between is announced by forget().
+/// The table that `velk watch` updates in place on a terminal. It counts the lines that it wrote: before anything else
+/// is written to the terminal, erase() removes them.
 class WatchScreen
 {
 public:
-    /// What to send to the terminal to show the rows in place of those shown before. Rows that do not fit on the
-    /// screen are left out, and counted in the last line; long lines are cut.
+    /// The bytes that show the rows in place of the rows before. Rows that do not fit on the screen are left out, and
+    /// counted in the last line; long lines are cut.
     QByteArray paint(const QVector<WatchRow>& rows, Console::Size size);
-    /// What to send before anything else is written: removes the table.
+    /// The bytes that remove the table; none if there is none.
     QByteArray erase();
 
 private:

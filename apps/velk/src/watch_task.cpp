@@ -107,7 +107,7 @@ void WatchTask::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
 
 void WatchTask::onConnectedAgain()
 {
-    tell(QStringLiteral("Connected again."));
+    report(QStringLiteral("Connected again."));
 }
 
 void WatchTask::finish(int status)
@@ -118,12 +118,12 @@ void WatchTask::finish(int status)
     DisplayedKeysTask::finish(status);
 }
 
-void WatchTask::tell(const QString& text)
+void WatchTask::report(const QString& text)
 {
     // Both streams may be the same terminal: the table makes room, and comes back below the message.
     if (m_isInPlace)
         write(m_screen.erase());
-    RobotTask::tell(text);
+    RobotTask::report(text);
     paint();
 }
 

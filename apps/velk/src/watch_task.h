@@ -12,8 +12,8 @@ namespace Velk {
 
 class DisplayedMemoryKey;
 
-/// Writes the newest values of the keys as they come: in place on a terminal, a line each otherwise. It goes on after
-/// a connection that was lost has come back.
+/// Writes the newest values of the keys as they come: in place on a terminal, a line each otherwise. After a
+/// reconnection it continues.
 class WatchTask : public DisplayedKeysTask
 {
     Q_OBJECT
@@ -33,8 +33,8 @@ public:
 protected:
     void begin(const QVector<MemoryKey>& keys) override;
     void onConnectedAgain() override;
-    using RobotTask::tell;
-    void tell(const QString& text) override;
+    using RobotTask::report;
+    void report(const QString& text) override;
     void finish(int status) override;
 
 private:

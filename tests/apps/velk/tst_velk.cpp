@@ -73,9 +73,9 @@ void TestVelk::aFailureHasItsStatusAndAMessage_data()
     row("an unknown robot", "keys --robot toast:", 3, "toast:");
     row("a robot out of reach", "keys --robot test:?out-of-reach --timeout 0.2", 4, "No connection to");
     row("a robot that refuses", "keys --robot refusing:", 4, "Refused: The robot does not let you in");
-    row("a robot that never lists its keys", "keys --robot mute: --timeout 0.2", 4, "has not told its keys");
-    row("a robot that never lists, watched", "watch A --robot mute: --timeout 0.2", 4, "has not told its keys");
-    row("a robot that never lists, recorded", "record A -o x.csv --robot mute: --timeout 0.2", 4, "has not told");
+    row("a robot that never lists its keys", "keys --robot mute: --timeout 0.2", 4, "has not reported its keys");
+    row("a robot that never lists, watched", "watch A --robot mute: --timeout 0.2", 4, "has not reported its keys");
+    row("a robot that never lists, recorded", "record A -o x.csv --robot mute: --timeout 0.2", 4, "has not reported");
     row("no key to watch", "watch Foot* --robot test:", 6, "No key of the robot matches Foot*");
     row("no key to record", "record Foot* -o x.csv --robot test:", 6, "No key of the robot matches Foot*");
     row("nowhere to record to", "record --all -o /nowhere/x.csv --robot test:", 8, "/nowhere does not exist");

@@ -58,7 +58,7 @@ void TestVelkDocs::thePageShowsWhatVelkWrites()
 
     QCOMPARE(velk.run(command.split(QLatin1Char(' '))), 0);
 
-    // An ellipsis stands for the list of exit statuses, which the page has once.
+    // An ellipsis replaces the list of exit statuses, which the page has once.
     QString written = velk.output().trimmed();
     if (output.endsWith(QStringLiteral("\n…")))
         written = written.left(written.indexOf(QStringLiteral("Exit status:"))) + QStringLiteral("…");

@@ -171,7 +171,7 @@ void TestVelkRecord::aPeriodIsSettledBeforeTheRecordingBegins_data()
 
     QTest::newRow("real time") << QStringLiteral("test:") << QStringLiteral("6 keys every 10 ms");
     QTest::newRow("no real time") << QStringLiteral("test:?no-real-time") << QStringLiteral("6 keys every 200 ms");
-    QTest::newRow("real time, told late") << QStringLiteral("tardy:") << QStringLiteral("1 keys every 10 ms");
+    QTest::newRow("real time, reported late") << QStringLiteral("tardy:") << QStringLiteral("1 keys every 10 ms");
 }
 
 void TestVelkRecord::aPeriodIsSettledBeforeTheRecordingBegins()

@@ -84,7 +84,7 @@ std::unique_ptr<RobotLink> testLink(const QUrlQuery& query)
     return link;
 }
 
-// A memory service whose futures stay open until it is told to finish them.
+// A memory service whose lists finish late or never.
 class SlowMemoryInterface : public MemoryInterface
 {
 public:

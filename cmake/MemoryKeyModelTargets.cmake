@@ -42,9 +42,11 @@ function(memorykeymodel_add_library name)
         "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
     target_link_libraries(${name} PUBLIC ${arg_PUBLIC_LINK} PRIVATE ${arg_PRIVATE_LINK})
+    # Below any prefix, an installed library finds the libraries of this project that it needs beside itself.
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR})
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        INSTALL_RPATH "$ORIGIN")
     if(NOT name MATCHES "^(robotconnection|memorykeymodel)$")
         set_target_properties(${name} PROPERTIES OUTPUT_NAME "memorykeymodel-${name}")
     else()

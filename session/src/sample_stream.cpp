@@ -4,7 +4,6 @@
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 
 #include <algorithm>
-#include <limits>
 
 namespace Velk {
 
@@ -14,7 +13,7 @@ namespace {
 constexpr int minGatherPeriodMs = 200;
 
 // After this many silent periods it is a gap and no delay.
-constexpr qint64 silentPeriods = 3;
+constexpr int silentPeriods = 3;
 
 } // namespace
 
@@ -80,7 +79,6 @@ void SampleStream::onConnectionChanged()
 
 void SampleStream::markGap()
 {
-    m_silenceTimer.stop();
     if (!m_hasBatchSinceGap)
         return;
     m_hasBatchSinceGap = false;
@@ -90,8 +88,7 @@ void SampleStream::markGap()
 void SampleStream::onDataGathered(const GatheredData& data)
 {
     if (m_displayedKeys) {
-        const qint64 silenceMs = silentPeriods * std::max(minGatherPeriodMs, m_displayedKeys->samplingPeriod());
-        m_silenceTimer.start(int(std::min<qint64>(silenceMs, std::numeric_limits<int>::max())));
+        m_silenceTimer.start(silentPeriods * std::max(minGatherPeriodMs, m_displayedKeys->samplingPeriod()));
     }
     if (!m_hasBatchSinceGap) {
         m_hasBatchSinceGap = true;

@@ -562,7 +562,9 @@ void TestSampleHistory::followsAnotherStreamOfTheSameSet()
 
     tested.history.setDisplayedKeys(tested.robot.keys);
     QCOMPARE(receivers(), 3);
+    QSignalSpy added(&tested.history, &SampleHistory::samplesAdded);
     tested.robot.deliver({{text("A"), {{2.0, 2}}}});
+    QCOMPARE(added.count(), 1);
     tested.history.setDisplayedKeys(tested.robot.keys); // nothing new
     QCOMPARE(tested.samples("A"), text("2=2"));
 }

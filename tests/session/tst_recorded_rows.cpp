@@ -36,6 +36,8 @@ private Q_SLOTS:
         QTest::newRow("one sample") << GatheredData{{"A", {{1, 1}}}} << qint64(1);
         QTest::newRow("samples of one time share a row")
             << GatheredData{{"A", {{1, 1}, {2, 2}}}, {"B", {{2, 2}, {3, 3}}}} << qint64(3);
+        QTest::newRow("samples of the same times")
+            << GatheredData{{"A", {{1, 1}, {3, 3}}}, {"B", {{1, 1}, {3, 3}}}} << qint64(2);
         QTest::newRow("keys that are not displayed have no row")
             << GatheredData{{"A", {{1, 1}}}, {"C", {{2, 2}}}} << qint64(1);
         QTest::newRow("a key without samples") << GatheredData{{"A", {}}} << qint64(0);

@@ -7,8 +7,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <limits>
-
 using namespace Velk;
 
 namespace {
@@ -206,18 +204,6 @@ private Q_SLOTS:
 
         f.deliver(2, 20);
         QCOMPARE(f.takeReports(), QStringList({"began", "A: 1=10", "gap", "began", "A: 2=20"}));
-    }
-
-    void aPeriodThatNoTimerCanWaitForIsNoGap()
-    {
-        Fixture f;
-        QVERIFY(QMetaObject::invokeMethod(f.keys, "gotRealTimeSupported", Q_ARG(bool, true)));
-        f.keys->setSamplingPeriod(std::numeric_limits<int>::max());
-        f.deliver(1, 10);
-
-        QCoreApplication::processEvents();
-
-        QCOMPARE(f.takeReports(), QStringList({"began", "A: 1=10"}));
     }
 
     void theLossesAreThoseOfTheLink()

@@ -26,21 +26,16 @@ ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int tim
     connect(&m_end, &QTimer::timeout, this, [this] { finish(Success); });
     m_listTimer.setInterval(listPeriodMs);
     connect(&m_listTimer, &QTimer::timeout, this, &ServeTask::listKeys);
-    for (QFutureWatcher<QStringList>& list : m_lists)
-        connect(&list, &QFutureWatcherBase::finished, this, &ServeTask::onListsFinished);
+    for (QFutureWatcher<QStringList>* const list : {&m_dataList, &m_eventList, &m_microEventList})
+        connect(list, &QFutureWatcherBase::finished, this, &ServeTask::onListFinished);
     connect(session().samples(), &SampleStream::batchReceived, this, &ServeTask::writeBatch);
     connect(&link(), &RobotLink::realTimeSupportAnswered, this,
             [this](bool isSupported) { m_writer->setRealTimeSupported(isSupported); });
     connect(m_writer.get(), &RobotWriter::failed, this, [this](const QString& title, const QString& message) {
-        const QString failure = title + message;
-        if (failure != m_lastWriterFailure && !isFinished())
+        if (!isFinished())
             report(title, message);
-        m_lastWriterFailure = failure;
     });
-    connect(m_writer.get(), &RobotWriter::connected, this, [this] {
-        m_lastWriterFailure.clear();
-        beginWhenReady();
-    });
+    connect(m_writer.get(), &RobotWriter::connected, this, &ServeTask::beginWhenReady);
     m_writer->open();
 }
 
@@ -92,31 +87,23 @@ void ServeTask::listKeys()
     const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
     if (!memory || m_awaitedLists > 0)
         return;
-    m_awaitedLists = KindCount;
-    m_lists[Data].setFuture(memory->getDataList());
-    m_lists[Event].setFuture(memory->getEventList());
-    m_lists[MicroEvent].setFuture(memory->getMicroEventList());
+    m_awaitedLists = 3;
+    m_dataList.setFuture(memory->getDataList());
+    m_eventList.setFuture(memory->getEventList());
+    m_microEventList.setFuture(memory->getMicroEventList());
 }
 
-void ServeTask::onListsFinished()
+void ServeTask::onListFinished()
 {
     if (--m_awaitedLists > 0 || isFinished())
         return;
     const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
     if (!memory)
         return;
-    const QStringList events = m_lists[Event].result();
-    const QStringList microEvents = m_lists[MicroEvent].result();
-    m_events = QSet<QString>(events.begin(), events.end());
-    m_events.unite(QSet<QString>(microEvents.begin(), microEvents.end()));
-    // As in the catalogue: a name that is both an event and a data key is an event.
-    QStringList dataKeys;
-    const QStringList allDataKeys = m_lists[Data].result();
-    for (const QString& name : allDataKeys) {
-        if (!m_events.contains(name))
-            dataKeys.append(name);
-    }
-    const QSet<QString> names = QSet<QString>(dataKeys.begin(), dataKeys.end()).unite(m_events);
+    const KeyNames listed{m_dataList.result(), m_eventList.result(), m_microEventList.result()};
+    m_events = QSet<QString>(listed.events.begin(), listed.events.end());
+    m_events.unite(QSet<QString>(listed.microEvents.begin(), listed.microEvents.end()));
+    const QSet<QString> names = QSet<QString>(listed.data.begin(), listed.data.end()).unite(m_events);
     for (const QString& name : names) {
         if (!m_watched.contains(name))
             memory->watchKey(name, m_periodMs);
@@ -127,7 +114,7 @@ void ServeTask::onListsFinished()
     const bool isNew = names != m_watched;
     m_watched = names;
     if (isNew)
-        m_writer->declare({dataKeys, events, microEvents});
+        m_writer->declare(listed);
     if (!m_isAnnounced)
         report(QStringLiteral("Serving %1 keys of %2 to %3.").arg(names.size()).arg(link().url(), m_writer->url()));
     m_isAnnounced = true;

@@ -10,7 +10,6 @@
 #include <QSet>
 #include <QStringList>
 
-#include <array>
 #include <memory>
 
 namespace Velk {
@@ -34,29 +33,22 @@ protected:
     void finish(int status) override;
 
 private:
-    enum Kind
-    {
-        Data,
-        Event,
-        MicroEvent,
-        KindCount
-    };
-
     void beginWhenReady();
     void startWatcher();
     void listKeys();
-    void onListsFinished();
+    void onListFinished();
     void writeBatch(const GatheredData& batch);
 
     std::unique_ptr<RobotWriter> m_writer;
     const int m_periodMs;
-    std::array<QFutureWatcher<QStringList>, KindCount> m_lists;
+    QFutureWatcher<QStringList> m_dataList;
+    QFutureWatcher<QStringList> m_eventList;
+    QFutureWatcher<QStringList> m_microEventList;
     int m_awaitedLists = 0;
     QSet<QString> m_watched;
-    QSet<QString> m_events; // of both kinds
+    QSet<QString> m_events; // and micro-events
     QTimer m_listTimer;
     QTimer m_end;
-    QString m_lastWriterFailure;
     bool m_isAnnounced = false;
 };
 

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void pingOnAnotherRobotSaysThatItAnswers();
     void aFastPeriodIsAskedForOnARobotWithManyKeys();
     void aServedRobotIsSeenByAnotherVelk();
+    void aKeyThatLeavesTheSourceLeavesTheServer();
     void servingGoesOnAfterTheServerCameBackEmpty();
 
 private:
@@ -172,6 +173,26 @@ void TestVelkRedis::aServedRobotIsSeenByAnotherVelk()
 
     server.sendSignal(SIGINT);
     QCOMPARE(server.end(), 0);
+}
+
+void TestVelkRedis::aKeyThatLeavesTheSourceLeavesTheServer()
+{
+    m_client->command({"SADD", "mem:{source}:data", "Stays", "Goes"});
+    m_client->command({"MSET", "mem:{source}:v:Stays", "1", "mem:{source}:v:Goes", "2"});
+    QString source = m_server->url();
+    source.replace("/arm1", "/source");
+    VelkRun velk(velkProgram);
+    velk.start({"serve", "--robot", source, "--to", m_server->url(), "--timeout", "60"});
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"GET", "mem:{arm1}:v:Goes"}) == "2", 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"SISMEMBER", "mem:{arm1}:data", "Goes"}) == "1", 60000);
+
+    m_client->command({"SREM", "mem:{source}:data", "Goes"});
+
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"SISMEMBER", "mem:{arm1}:data", "Goes"}) == "0", 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"EXISTS", "mem:{arm1}:v:Goes"}) == "0", 60000);
+    QCOMPARE(m_client->command({"SISMEMBER", "mem:{arm1}:data", "Stays"}), QByteArray("1"));
+    velk.sendSignal(SIGTERM);
+    QCOMPARE(velk.end(), 0);
 }
 
 void TestVelkRedis::servingGoesOnAfterTheServerCameBackEmpty()

@@ -30,9 +30,9 @@ struct NetworkSecret
     /// Whether the text can be the name of an environment variable.
     static bool isVariableName(const QString& text);
 
-    /// Reads the password, from the environment variable `fallbackVariable` if it is kept nowhere else; there it may be
-    /// missing. Nothing, with *error set to a sentence that says what to do, when the file or the variable cannot be
-    /// read. Reads them every time: a changed password is found.
+    /// Reads the password, from the environment variable `fallbackVariable` if it is kept nowhere else; that variable
+    /// need not be set. Nothing, with *error set to a sentence that says what to do, when the file or the variable
+    /// cannot be read. Reads them every time: a changed password is found.
     std::optional<NetworkCredentials> credentials(const char* fallbackVariable, QString* error) const;
 };
 

@@ -18,8 +18,8 @@ namespace Velk {
 ///     scheme://[user[:password]@]host[:port][,host…][/path][?option=value&…]
 ///
 /// Reserved characters are written percent-encoded (/ as %2F), an IPv6 address in brackets. Parsing stops at the first
-/// fault, with one sentence that says what is wrong and what to do. No sentence, and no other text from here except
-/// secret(), holds a password.
+/// fault, with one sentence that says what is wrong and what to do. No sentence and no display
+/// text holds a password.
 class NetworkUrl
 {
 public:

@@ -88,25 +88,26 @@ void RedisConnector::onConnected()
         onAddressFailed(tr("Redis: no password"), error);
         return;
     }
-    authenticate(m_socket.get(), *credentials, [this, password = credentials->password](const RedisReply& reply) {
-        onAuthenticated(reply, password);
-    });
+    authenticate(m_socket.get(), *credentials, [this](const RedisReply& reply) { onAuthenticated(reply); });
     if (m_role == Sentinel)
         askSentinel();
     else
         greetServer();
 }
 
-void RedisConnector::onAuthenticated(const RedisReply& reply, const QByteArray& password)
+void RedisConnector::onAuthenticated(const RedisReply& reply)
 {
-    // An error can quote the command, and the password with it.
-    if (reply.isError() && !password.isEmpty() && reply.bytes().contains(password))
+    const RedisError::Kind kind = reply.isError() ? RedisError::of(reply.view()).kind : RedisError::Password;
+    const bool isKnown =
+        kind == RedisError::Password || kind == RedisError::Permission || kind == RedisError::Unavailable;
+    // Any other error can quote the command, and the password with it.
+    if (isKnown)
+        isRefused(reply);
+    else
         onAddressFailed(tr("Redis: password refused"),
                         tr("%1 does not take a user name or a password. Check that it is a Redis server, and leave out "
                            "the password if it wants none.")
                             .arg(m_socket->server()));
-    else
-        isRefused(reply);
 }
 
 // True when the reply is an error, which has ended the attempt at this address then.

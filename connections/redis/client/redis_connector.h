@@ -52,7 +52,7 @@ private:
     void tryNextAddress();
     void tryAddress(const NetworkAddress& address, Role role);
     void onConnected();
-    void onAuthenticated(const RedisReply& reply, const QByteArray& password);
+    void onAuthenticated(const RedisReply& reply);
     void askSentinel();
     void greetServer();
     void onHandshake(const RedisReply& reply);

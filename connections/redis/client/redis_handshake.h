@@ -9,8 +9,8 @@
 
 namespace Velk {
 
-/// The last command of the handshake of every connection, from the owner of the connection. It reads one of the keys
-/// that the owner works with: a cluster redirects it to the node that has them.
+/// The command with which every handshake ends. The owner of the connection chooses it: it reads one of the keys that
+/// the owner works with, and a cluster redirects it to the node that has them.
 struct RedisHandshake
 {
     QByteArrayList command; ///< empty: the keys are on any node, and a cluster is not followed

@@ -27,8 +27,7 @@ QFuture<QStringList> RedisKeyLists::fetch(const QByteArray& indexKey)
     m_fetches.emplace_back(m_session, indexKey);
     const FetchRef fetch = std::prev(m_fetches.end());
     connect(&fetch->inquiry, &RedisInquiry::interrupted, this, [this, fetch] { ask(fetch); });
-    fetch->promise.start();
-    const QFuture<QStringList> future = fetch->promise.future();
+    const QFuture<QStringList> future = fetch->list.future();
     ask(fetch);
     return future;
 }
@@ -112,10 +111,9 @@ void RedisKeyLists::onError(FetchRef fetch, const RedisReply& reply)
 
 void RedisKeyLists::finish(FetchRef fetch, const QStringList& names)
 {
-    QPromise<QStringList> promise = std::move(fetch->promise);
+    ListFetch list = std::move(fetch->list);
     m_fetches.erase(fetch);
-    promise.addResult(names);
-    promise.finish();
+    list.finish(names);
 }
 
 } // namespace Velk

@@ -1,11 +1,11 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
 
+#include <connections/link/list_fetch.h>
 #include <connections/redis/client/redis_inquiry.h>
 
 #include <QFuture>
 #include <QObject>
-#include <QPromise>
 #include <QSet>
 #include <QStringList>
 
@@ -42,7 +42,7 @@ private:
 
         RedisInquiry inquiry;
         QByteArray indexKey;
-        QPromise<QStringList> promise;
+        ListFetch list;
         QSet<QString> names;
     };
     using FetchRef = std::list<Fetch>::iterator;

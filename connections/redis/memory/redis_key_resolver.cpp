@@ -13,9 +13,9 @@ constexpr std::size_t keysPerPortion = 200;
 
 } // namespace
 
-RedisKeyResolver::RedisKeyResolver(RedisSession* session, RedisSampleQueue* queue)
+RedisKeyResolver::RedisKeyResolver(RedisSession* session, RedisSampleIntake* intake)
     : m_session(session)
-    , m_queue(queue)
+    , m_intake(intake)
     , m_inquiry(session)
 {
     connect(&m_inquiry, &RedisInquiry::finished, this, &RedisKeyResolver::onAnswered);
@@ -186,7 +186,7 @@ void RedisKeyResolver::onStreamInfo(RedisWatchedKey& key, RedisSource& source, c
         key.carried->positions.erase(carried);
     }
     if (source.hasPosition) {
-        m_queue->countTrimmed(key, source.position.countTrimmed(info));
+        m_intake->countTrimmed(key, source.position.countTrimmed(info));
         return;
     }
     source.position = RedisStreamPosition::endOf(info);
@@ -194,7 +194,7 @@ void RedisKeyResolver::onStreamInfo(RedisWatchedKey& key, RedisSource& source, c
     // A data key has a value before anything changes; an event is only what happens from now on.
     const RedisStreamEntry newest = RedisStreamEntry::of(info.field("last-entry"));
     if (source.hasIndex() && !source.isAlwaysStream && !newest.id.isEmpty() && newest.cutBytes == 0)
-        m_queue->add(key, newest.stamp, newest.value, newest.bytes);
+        m_intake->add(key, newest.stamp, newest.value, newest.bytes);
 }
 
 void RedisKeyResolver::onLength(RedisWatchedKey& key, RedisSource& source, qint64 length, bool isKnown)

@@ -1,7 +1,7 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_KEY_RESOLVER_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_KEY_RESOLVER_H
 
-#include "redis_sample_queue.h"
+#include "redis_sample_intake.h"
 #include "redis_watched_key.h"
 
 #include <connections/redis/client/redis_inquiry.h>
@@ -23,7 +23,7 @@ class RedisKeyResolver : public QObject
 
 public:
     /// Both outlive this object.
-    RedisKeyResolver(RedisSession* session, RedisSampleQueue* queue);
+    RedisKeyResolver(RedisSession* session, RedisSampleIntake* intake);
 
     /// Resolves the keys; their sources may change at any time until resolved().
     void resolve(const std::vector<RedisWatchedKeyPtr>& keys);
@@ -60,7 +60,7 @@ private:
     void reportUnusable(const RedisSource& source, const QByteArray& type);
 
     RedisSession* m_session;
-    RedisSampleQueue* m_queue;
+    RedisSampleIntake* m_intake;
     RedisInquiry m_inquiry;
     std::deque<RedisWatchedKeyPtr> m_waiting;
     std::vector<RedisWatchedKeyPtr> m_portion; // empty: nothing is asked at present

@@ -1,6 +1,6 @@
 #include "redis_memory_interface.h"
 
-#include <QMetaObject>
+#include <connections/link/list_fetch.h>
 
 #include <utility>
 
@@ -10,24 +10,19 @@ namespace {
 
 constexpr double realTimeRoundTripMs = 5.0;
 
-QFuture<QStringList> emptyList()
-{
-    QPromise<QStringList> promise;
-    promise.start();
-    promise.addResult(QStringList());
-    promise.finish();
-    return promise.future();
-}
-
 } // namespace
 
 RedisMemoryInterface::RedisMemoryInterface(RedisSession* session, const RedisUrl& url, const RedisMetadata& metadata,
                                            std::shared_ptr<RedisCarryOver> carryOver)
-    : m_realTimeSupport(metadata.isRealTimeSupported)
+    : m_realTime(std::make_unique<RealTimeQuestion>())
     , m_roundTrips(std::make_unique<RedisRoundTrips>(session))
     , m_keySpace(RedisKeySpace::create(session, url))
     , m_sampler(std::make_unique<RedisSampler>(session, std::move(carryOver)))
 {
+    connect(m_realTime.get(), &RealTimeQuestion::asked, this, &RedisMemoryInterface::measureRealTime);
+    connect(m_realTime.get(), &RealTimeQuestion::answered, this, &RedisMemoryInterface::realTimeAnswered);
+    if (metadata.isRealTimeSupported)
+        m_realTime->answer(*metadata.isRealTimeSupported);
     connect(m_sampler.get(), &RedisSampler::gathered, this, &RedisMemoryInterface::dataGathered);
 }
 
@@ -41,9 +36,10 @@ void RedisMemoryInterface::end(bool comesBack)
     const std::unique_ptr<RedisKeySpace> keySpace = std::move(m_keySpace);
     keySpace->finishLists();
     m_roundTrips.reset();
-    m_realTimeSupport = false;
-    if (!m_askers.empty())
-        answerAskers(false);
+    // An ended service answers no, to pending askers and to later ones.
+    m_realTime->answer(false);
+    m_realTime = std::make_unique<RealTimeQuestion>();
+    m_realTime->answer(false);
     if (comesBack)
         sampler->endForReconnection();
 }
@@ -55,7 +51,7 @@ std::vector<QByteArrayList> RedisMemoryInterface::neededCommands() const
 
 QFuture<QStringList> RedisMemoryInterface::fetchNames(KeyKind kind)
 {
-    return m_keySpace ? m_keySpace->fetchNames(kind) : emptyList();
+    return m_keySpace ? m_keySpace->fetchNames(kind) : ListFetch::finished();
 }
 
 QFuture<QStringList> RedisMemoryInterface::getDataList()
@@ -119,28 +115,14 @@ void RedisMemoryInterface::setSamplingPeriod(int period)
 
 void RedisMemoryInterface::isRealTimeSupported(QObject* receiver, const char* member)
 {
-    m_askers.push_back({receiver, member});
-    if (m_realTimeSupport || !m_roundTrips) {
-        answerAskers(m_realTimeSupport.value_or(false));
-        return;
-    }
-    if (m_askers.size() > 1)
-        return; // it is being measured
-    m_roundTrips->measure([this](const std::vector<double>& timesMs) {
-        answerAskers(RedisRoundTrips::percentile99(timesMs) < realTimeRoundTripMs);
-    });
+    m_realTime->ask(receiver, member);
 }
 
-void RedisMemoryInterface::answerAskers(bool isSupported)
+void RedisMemoryInterface::measureRealTime()
 {
-    // Queued: the receiver is not ready for the answer before it has asked.
-    for (const Asker& asker : std::exchange(m_askers, {})) {
-        if (asker.receiver)
-            QMetaObject::invokeMethod(asker.receiver, asker.member.constData(), Qt::QueuedConnection,
-                                      Q_ARG(bool, isSupported));
-    }
-    m_realTimeSupport = isSupported;
-    emit realTimeAnswered(isSupported);
+    m_roundTrips->measure([this](const std::vector<double>& timesMs) {
+        m_realTime->answer(RedisRoundTrips::percentile99(timesMs) < realTimeRoundTripMs);
+    });
 }
 
 } // namespace Velk

@@ -6,14 +6,12 @@
 #include "redis_metadata.h"
 #include "redis_sampler.h"
 
+#include <connections/link/real_time_question.h>
 #include <connections/redis/client/redis_round_trips.h>
 #include <connections/redis/client/redis_url.h>
 #include <robotconnection/memory_interface.h>
 
-#include <QPointer>
-
 #include <memory>
-#include <optional>
 
 namespace Velk {
 
@@ -50,21 +48,14 @@ public:
     void isRealTimeSupported(QObject* receiver, const char* member) override;
 
 Q_SIGNALS:
-    /// The first answer to isRealTimeSupported() is queued; later ones are the same.
+    /// An answer to isRealTimeSupported() is queued. All are the same.
     void realTimeAnswered(bool isSupported);
 
 private:
-    struct Asker
-    {
-        QPointer<QObject> receiver;
-        QByteArray member;
-    };
-
-    void answerAskers(bool isSupported);
     QFuture<QStringList> fetchNames(KeyKind kind);
+    void measureRealTime();
 
-    std::optional<bool> m_realTimeSupport; // nothing: not measured yet
-    std::vector<Asker> m_askers;           // of real time, not answered yet
+    std::unique_ptr<RealTimeQuestion> m_realTime;
     // All null after end().
     std::unique_ptr<RedisRoundTrips> m_roundTrips;
     std::unique_ptr<RedisKeySpace> m_keySpace;

@@ -26,10 +26,10 @@ RedisPlainKeys::~RedisPlainKeys()
 
 QFuture<QStringList> RedisPlainKeys::fetchNames(KeyKind kind)
 {
-    m_pending.push_back({kind, QPromise<QStringList>()});
-    QPromise<QStringList>& promise = m_pending.back().promise;
-    promise.start();
-    const QFuture<QStringList> future = promise.future();
+    if (kind == KeyKind::MicroEvent)
+        return ListFetch::finished();
+    m_pending.push_back({kind, ListFetch()});
+    const QFuture<QStringList> future = m_pending.back().list.future();
     if (!m_isWalking)
         startWalk();
     return future;
@@ -116,12 +116,8 @@ void RedisPlainKeys::finish(const Walk& walk)
 {
     m_isWalking = false;
     std::vector<Pending> pending = std::exchange(m_pending, {});
-    for (Pending& list : pending) {
-        list.promise.addResult(list.kind == KeyKind::Data    ? walk.data.values()
-                               : list.kind == KeyKind::Event ? walk.events.values()
-                                                             : QStringList());
-        list.promise.finish();
-    }
+    for (Pending& fetch : pending)
+        fetch.list.finish(fetch.kind == KeyKind::Data ? walk.data.values() : walk.events.values());
 }
 
 std::vector<RedisSource> RedisPlainKeys::sourcesOf(const QByteArray& rawName) const

@@ -3,12 +3,12 @@
 
 #include "redis_key_space.h"
 
+#include <connections/link/list_fetch.h>
 #include <connections/redis/client/redis_inquiry.h>
 
 #include <QFuture>
 #include <QHash>
 #include <QObject>
-#include <QPromise>
 #include <QSet>
 #include <QStringList>
 
@@ -50,7 +50,7 @@ private:
     struct Pending
     {
         KeyKind kind;
-        QPromise<QStringList> promise;
+        ListFetch list;
     };
 
     void startWalk();

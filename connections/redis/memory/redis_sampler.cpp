@@ -1,7 +1,5 @@
 #include "redis_sampler.h"
 
-#include <QPointer>
-
 #include <algorithm>
 #include <utility>
 
@@ -21,85 +19,68 @@ constexpr int unresolvedKeysPerPeriod = 1000;
 RedisSampler::RedisSampler(RedisSession* session, std::shared_ptr<RedisCarryOver> carryOver)
     : m_session(session)
     , m_carryOver(carryOver)
-    , m_queue(carryOver)
-    , m_resolver(session, &m_queue)
-    , m_streams(session, &m_queue)
+    , m_intake(carryOver)
+    , m_resolver(session, &m_intake)
+    , m_streams(session, &m_intake)
 {
-    connect(&m_gatherTimer, &RedisPeriodicTimer::timeout, this, &RedisSampler::deliver);
-    connect(&m_streamTimer, &RedisPeriodicTimer::timeout, &m_streams, &RedisStreamReader::read);
+    connect(&m_schedule, &SamplingSchedule::groupingDue, this, &RedisSampler::group);
+    connect(&m_schedule, &SamplingSchedule::samplingDue, this, &RedisSampler::sample);
+    connect(&m_schedule, &SamplingSchedule::deliveryDue, this, &RedisSampler::deliver);
+    connect(&m_resolver, &RedisKeyResolver::resolved, &m_schedule, &SamplingSchedule::scheduleGrouping);
     m_resolveTimer.setInterval(resolvePeriodMs);
     connect(&m_resolveTimer, &QTimer::timeout, this, &RedisSampler::resolveAgain);
-    m_groupTimer.setSingleShot(true);
-    connect(&m_groupTimer, &QTimer::timeout, this, &RedisSampler::group);
-    connect(&m_resolver, &RedisKeyResolver::resolved, this, &RedisSampler::scheduleGrouping);
 }
 
 RedisSampler::~RedisSampler() = default;
 
 void RedisSampler::watch(const QString& name, const QByteArray& rawName, std::vector<RedisSource> sources, int periodMs)
 {
-    const int boundedPeriodMs = std::max(1, periodMs);
-    const auto found = m_keys.find(name);
-    if (found != m_keys.end()) {
-        found->second->periodMs = boundedPeriodMs;
-    } else {
+    m_keys.watch(name, periodMs, [&] {
         const auto key = std::make_shared<RedisWatchedKey>();
         key->name = name;
         key->rawName = rawName;
-        key->periodMs = boundedPeriodMs;
         key->sources = std::move(sources);
         key->carried = m_carryOver->ofKey(name);
-        m_keys.emplace(name, key);
         m_unresolved.push_back(key);
-    }
-    if (isRunning())
-        scheduleGrouping();
+        return key;
+    });
+    m_schedule.scheduleGrouping();
 }
 
 void RedisSampler::unwatch(const QString& name)
 {
-    const auto found = m_keys.find(name);
-    if (found == m_keys.end())
+    const RedisWatchedKeyPtr* const key = m_keys.find(name);
+    if (!key)
         return;
-    found->second->isWatched = false;
-    found->second->carried->positions.clear();
-    m_keys.erase(found);
-    if (isRunning())
-        scheduleGrouping();
+    (*key)->isWatched = false;
+    (*key)->carried->positions.clear();
+    m_keys.unwatch(name);
+    m_schedule.scheduleGrouping();
 }
 
 void RedisSampler::unwatchAll()
 {
     // Positions are kept: after a reconnection everything is unwatched and watched again before reading goes on.
-    for (const auto& [name, key] : m_keys)
-        key->isWatched = false;
-    m_keys.clear();
+    for (const auto& [name, entry] : m_keys.entries())
+        entry.key->isWatched = false;
+    m_keys.unwatchAll();
     m_unresolved.clear();
     m_resolver.clear();
-    if (isRunning())
-        scheduleGrouping();
+    m_schedule.scheduleGrouping();
 }
 
 void RedisSampler::start(int gatherPeriodMs, int samplingPeriodMs)
 {
-    m_samplingPeriodMs = samplingPeriodMs;
-    startTimers(gatherPeriodMs);
+    m_schedule.start(gatherPeriodMs);
     m_resolveTimer.start();
-    scheduleGrouping();
+    setGatherPeriod(gatherPeriodMs);
+    setSamplingPeriod(samplingPeriodMs);
 }
 
-void RedisSampler::startTimers(int gatherPeriodMs)
+void RedisSampler::halt()
 {
-    m_gatherTimer.start(std::max(1, gatherPeriodMs));
-    m_streamTimer.start(std::clamp(gatherPeriodMs / 2, minStreamPeriodMs, maxStreamPeriodMs));
-}
-
-void RedisSampler::stopTimers()
-{
-    m_gatherTimer.stop();
-    m_streamTimer.stop();
+    m_schedule.stop();
     m_resolveTimer.stop();
-    m_groupTimer.stop();
     m_groups.clear();
     m_streams.setSources({});
     m_resolver.clear();
@@ -109,18 +90,17 @@ void RedisSampler::stop()
 {
     if (!isRunning())
         return;
-    stopTimers();
+    halt();
     forgetPositions();
-    m_unresolved.clear();
-    for (const auto& [name, key] : m_keys) {
+    m_unresolved = allKeys();
+    for (const RedisWatchedKeyPtr& key : m_unresolved) {
         for (RedisSource& source : key->sources) {
             source.type = RedisSource::Unresolved;
             source.hasPosition = false;
         }
         key->wasResolved = false;
-        m_unresolved.push_back(key);
     }
-    m_queue.take(m_unresolved);
+    m_intake.take(m_unresolved);
 }
 
 void RedisSampler::forgetPositions()
@@ -131,25 +111,24 @@ void RedisSampler::forgetPositions()
 
 void RedisSampler::setGatherPeriod(int periodMs)
 {
-    if (isRunning())
-        startTimers(periodMs);
+    m_streamPeriodMs = std::clamp(periodMs / 2, minStreamPeriodMs, maxStreamPeriodMs);
+    m_schedule.setGatherPeriod(periodMs);
+    m_schedule.scheduleGrouping();
 }
 
 void RedisSampler::setSamplingPeriod(int periodMs)
 {
-    m_samplingPeriodMs = periodMs;
-    if (isRunning())
-        scheduleGrouping();
+    m_keys.setSamplingPeriod(periodMs);
+    m_schedule.scheduleGrouping();
 }
 
 void RedisSampler::endForReconnection()
 {
     if (!isRunning())
         return;
-    stopTimers();
-    std::vector<RedisWatchedKeyPtr> keys;
-    for (const auto& [name, key] : m_keys) {
-        keys.push_back(key);
+    halt();
+    const std::vector<RedisWatchedKeyPtr> keys = allKeys();
+    for (const RedisWatchedKeyPtr& key : keys) {
         for (const RedisSource& source : key->sources) {
             // An unresolved one may still be the stream that it was.
             const bool mayBeStream = source.type == RedisSource::Stream || source.type == RedisSource::Unresolved;
@@ -157,90 +136,96 @@ void RedisSampler::endForReconnection()
                 key->carried->positions.insert(source.key, source.position);
         }
     }
-    const QMap<QString, QMap<double, QVariant>> rest = m_queue.take(keys);
+    const GatheredData rest = m_intake.take(keys);
     if (!rest.isEmpty())
         emit gathered(rest);
 }
 
+void RedisSampler::sample(int periodMs, qint64 missedTicks)
+{
+    if (periodMs == m_streamPeriodMs)
+        m_streams.read();
+    const auto found = m_groups.find(periodMs);
+    if (found != m_groups.end())
+        found->second->tick(periodMs, missedTicks);
+}
+
 void RedisSampler::deliver()
 {
-    std::vector<RedisWatchedKeyPtr> keys;
-    keys.reserve(m_keys.size());
-    for (const auto& [name, key] : m_keys)
-        keys.push_back(key);
     // Last statement on purpose: a receiver may end the connection, and this object with it.
-    emit gathered(m_queue.take(keys));
+    emit gathered(m_intake.take(allKeys()));
+}
+
+std::vector<RedisWatchedKeyPtr> RedisSampler::allKeys() const
+{
+    std::vector<RedisWatchedKeyPtr> keys;
+    keys.reserve(m_keys.entries().size());
+    for (const auto& [name, entry] : m_keys.entries())
+        keys.push_back(entry.key);
+    return keys;
 }
 
 void RedisSampler::resolveAgain()
 {
     m_streams.countTrimmed();
 
-    std::vector<RedisWatchedKeyPtr> unresolvedKeys;
-    auto next = m_keys.lower_bound(m_nextUnresolvedKey);
-    for (std::size_t i = 0; i < m_keys.size() && unresolvedKeys.size() < unresolvedKeysPerPeriod; ++i, ++next) {
-        if (next == m_keys.end())
-            next = m_keys.begin();
-        if (next->second->wasResolved && RedisKeyResolver::isUnresolved(*next->second)) {
-            next->second->wasResolved = false; // not twice at once
-            unresolvedKeys.push_back(next->second);
+    const auto& entries = m_keys.entries();
+    std::vector<RedisWatchedKeyPtr> keys;
+    auto next = entries.lower_bound(m_nextUnresolvedKey);
+    for (std::size_t i = 0; i < entries.size() && keys.size() < unresolvedKeysPerPeriod; ++i, ++next) {
+        if (next == entries.end())
+            next = entries.begin();
+        const RedisWatchedKeyPtr& key = next->second.key;
+        if (key->wasResolved && RedisKeyResolver::isUnresolved(*key)) {
+            key->wasResolved = false; // not twice at once
+            keys.push_back(key);
         }
     }
-    m_nextUnresolvedKey = next == m_keys.end() ? QString() : next->first;
-    if (!unresolvedKeys.empty())
-        m_resolver.resolve(unresolvedKeys);
-}
-
-void RedisSampler::scheduleGrouping()
-{
-    // Keys come one by one: all that come in one turn of the event loop are grouped together.
-    if (!m_groupTimer.isActive())
-        m_groupTimer.start(0);
+    m_nextUnresolvedKey = next == entries.end() ? QString() : next->first;
+    if (!keys.empty())
+        m_resolver.resolve(keys);
 }
 
 void RedisSampler::group()
 {
-    if (!isRunning())
-        return;
     if (!m_unresolved.empty())
         m_resolver.resolve(std::exchange(m_unresolved, {}));
 
-    std::map<int, std::vector<RedisWatchedKeyPtr>> keysOfPeriod;
     std::vector<RedisSourceRef> streams;
-    for (const auto& [name, key] : m_keys) {
-        keysOfPeriod[samplingPeriodOf(*key)].push_back(key);
-        for (std::size_t i = 0; i < key->sources.size(); ++i) {
-            if (key->sources[i].type == RedisSource::Stream)
-                streams.push_back({key, i});
+    for (const auto& [name, entry] : m_keys.entries()) {
+        for (std::size_t i = 0; i < entry.key->sources.size(); ++i) {
+            if (entry.key->sources[i].type == RedisSource::Stream)
+                streams.push_back({entry.key, i});
         }
     }
     m_streams.setSources(streams);
-    // A group of a period that no key has any more takes on a new one: its ticks go on, however often periods change.
-    std::vector<std::unique_ptr<RedisSamplingGroup>> unused;
-    for (auto samplingGroup = m_groups.begin(); samplingGroup != m_groups.end();) {
-        if (keysOfPeriod.count(samplingGroup->first)) {
-            ++samplingGroup;
-        } else {
-            unused.push_back(std::move(samplingGroup->second));
-            samplingGroup = m_groups.erase(samplingGroup);
-        }
+
+    std::vector<int> periods = m_keys.group();
+    // A group of a period that no key has any more takes on a new one: the replies that are due to it still count.
+    std::map<int, std::unique_ptr<RedisSamplingGroup>> unused = std::exchange(m_groups, {});
+    std::vector<int> newPeriods;
+    for (const int period : periods) {
+        if (auto found = unused.extract(period))
+            m_groups.insert(std::move(found));
+        else
+            newPeriods.push_back(period);
     }
-    for (const auto& [period, keys] : keysOfPeriod) {
-        std::unique_ptr<RedisSamplingGroup>& samplingGroup = m_groups[period];
-        if (!samplingGroup && !unused.empty()) {
-            samplingGroup = std::move(unused.back());
-            unused.pop_back();
-            samplingGroup->setPeriod(period);
-        } else if (!samplingGroup) {
-            samplingGroup = std::make_unique<RedisSamplingGroup>(period, m_session, &m_queue, m_carryOver);
-        }
+    for (const int period : newPeriods) {
+        if (unused.empty())
+            m_groups.emplace(period, std::make_unique<RedisSamplingGroup>(m_session, &m_intake, m_carryOver));
+        else
+            m_groups.emplace(period, std::move(unused.extract(unused.begin()).mapped()));
+    }
+    for (const auto& [period, samplingGroup] : m_groups) {
+        std::vector<RedisWatchedKeyPtr> keys;
+        for (const RedisWatchedKeyPtr* key : m_keys.keysOfPeriod(period))
+            keys.push_back(*key);
         samplingGroup->setKeys(keys);
     }
-}
-
-int RedisSampler::samplingPeriodOf(const RedisWatchedKey& key) const
-{
-    return m_samplingPeriodMs > 0 ? m_samplingPeriodMs : key.periodMs;
+    // Streams come first in a turn: reading them is not kept waiting by the replies to a tick.
+    if (!m_groups.count(m_streamPeriodMs))
+        periods.insert(periods.begin(), m_streamPeriodMs);
+    m_schedule.setPeriods(periods);
 }
 
 } // namespace Velk

@@ -2,18 +2,17 @@
 #define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLER_H
 
 #include "redis_key_resolver.h"
-#include "redis_periodic_timer.h"
-#include "redis_sample_queue.h"
+#include "redis_sample_intake.h"
 #include "redis_sampling_group.h"
 #include "redis_stream_reader.h"
 #include "redis_watched_key.h"
 
-#include <connections/redis/client/redis_session.h>
+#include <connections/link/sampling_schedule.h>
+#include <connections/link/watch_table.h>
+#include <robotconnection/memory_interface.h>
 
-#include <QMap>
 #include <QObject>
 #include <QTimer>
-#include <QVariant>
 
 #include <map>
 #include <memory>
@@ -21,8 +20,8 @@
 
 namespace Velk {
 
-/// Samples the watched keys and delivers what was gathered: one sampling group per period, one timer for the delivery,
-/// and one for the streams, which are read on whatever the periods are, since each of their entries counts.
+/// Samples the watched keys and delivers what was gathered: one sampling group for each period. Streams have a period
+/// of their own whatever those of their keys are, since each of their entries counts.
 class RedisSampler : public QObject
 {
     Q_OBJECT
@@ -39,7 +38,7 @@ public:
     void start(int gatherPeriodMs, int samplingPeriodMs);
     /// What was gathered and not delivered is dropped; streams that are watched on begin anew with the next start().
     void stop();
-    bool isRunning() const { return m_gatherTimer.isActive(); }
+    bool isRunning() const { return m_schedule.isRunning(); }
     void setGatherPeriod(int periodMs);
     void setSamplingPeriod(int periodMs);
 
@@ -48,29 +47,26 @@ public:
     void endForReconnection();
 
 Q_SIGNALS:
-    void gathered(const QMap<QString, QMap<double, QVariant>>& data);
+    void gathered(const Velk::GatheredData& data);
 
 private:
-    void startTimers(int gatherPeriodMs);
-    void stopTimers();
+    void halt();
+    void sample(int periodMs, qint64 missedTicks);
     void deliver();
     void resolveAgain();
-    void scheduleGrouping();
     void group();
-    int samplingPeriodOf(const RedisWatchedKey& key) const;
+    std::vector<RedisWatchedKeyPtr> allKeys() const;
     void forgetPositions();
 
     RedisSession* m_session;
     std::shared_ptr<RedisCarryOver> m_carryOver;
-    RedisSampleQueue m_queue;
+    RedisSampleIntake m_intake;
     RedisKeyResolver m_resolver;
     RedisStreamReader m_streams;
-    RedisPeriodicTimer m_gatherTimer;
-    RedisPeriodicTimer m_streamTimer;
+    SamplingSchedule m_schedule;
+    int m_streamPeriodMs = 0;
     QTimer m_resolveTimer;
-    QTimer m_groupTimer;
-    int m_samplingPeriodMs = 0;
-    std::map<QString, RedisWatchedKeyPtr> m_keys;
+    WatchTable<RedisWatchedKeyPtr> m_keys;
     std::vector<RedisWatchedKeyPtr> m_unresolved; // watched since the last grouping
     QString m_nextUnresolvedKey;                  // where resolveAgain() goes on
     std::map<int, std::unique_ptr<RedisSamplingGroup>> m_groups;

@@ -24,17 +24,14 @@ bool isFetched(const RedisSource& source)
 
 } // namespace
 
-RedisSamplingGroup::RedisSamplingGroup(int periodMs, RedisSession* session, RedisSampleQueue* queue,
+RedisSamplingGroup::RedisSamplingGroup(RedisSession* session, RedisSampleIntake* intake,
                                        std::shared_ptr<RedisCarryOver> carryOver)
     : m_session(session)
     , m_inquiry(session)
-    , m_queue(queue)
+    , m_intake(intake)
     , m_carryOver(std::move(carryOver))
     , m_keysPerCommand(maxKeysPerCommand)
-{
-    connect(&m_timer, &RedisPeriodicTimer::timeout, this, &RedisSamplingGroup::onTimeout);
-    m_timer.start(periodMs);
-}
+{}
 
 void RedisSamplingGroup::setKeys(const std::vector<RedisWatchedKeyPtr>& keys)
 {
@@ -45,6 +42,7 @@ void RedisSamplingGroup::setKeys(const std::vector<RedisWatchedKeyPtr>& keys)
 void RedisSamplingGroup::buildChunks()
 {
     m_chunks.clear();
+    m_sampledKeys.clear();
     std::map<QByteArray, std::shared_ptr<Chunk>> hashes;
     std::map<QByteArray, QByteArrayList> hashCommands;
     QByteArrayList command;
@@ -58,6 +56,8 @@ void RedisSamplingGroup::buildChunks()
     };
 
     for (const RedisWatchedKeyPtr& key : m_keys) {
+        if (std::any_of(key->sources.begin(), key->sources.end(), isFetched))
+            m_sampledKeys.append(key->carried->losses);
         for (std::size_t i = 0; i < key->sources.size(); ++i) {
             const RedisSource& source = key->sources[i];
             if (isFetched(source) && source.isHashField) {
@@ -87,29 +87,28 @@ void RedisSamplingGroup::buildChunks()
     }
 }
 
-void RedisSamplingGroup::onTimeout()
-{
-    if (!m_chunks.empty() && (m_inquiry.isActive() || !m_session->isUp()))
-        skipTick();
-    else
-        tick();
-}
-
-void RedisSamplingGroup::skipTick()
-{
-    QVector<LossAccount*> keys;
-    for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
-        for (const RedisSourceRef& ref : chunk->sources)
-            keys.append(ref.key->carried->losses);
-    }
-    const double now = unixTime();
-    m_carryOver->ledger->recordTicks(keys, LossCause::SkippedTick, 1, now, now);
-}
-
-void RedisSamplingGroup::tick()
+void RedisSamplingGroup::tick(int periodMs, qint64 missed)
 {
     if (m_chunks.empty())
         return;
+    const double now = unixTime();
+    if (missed > 0) {
+        const double period = periodMs / 1000.0;
+        countTicks(LossCause::MissedTick, missed, now - double(missed) * period, now - period);
+    }
+    if (m_inquiry.isActive() || !m_session->isUp())
+        countTicks(LossCause::SkippedTick, 1, now, now);
+    else
+        sample();
+}
+
+void RedisSamplingGroup::countTicks(LossCause cause, qint64 count, double from, double to)
+{
+    m_carryOver->ledger->recordTicks(m_sampledKeys, cause, count, from, to);
+}
+
+void RedisSamplingGroup::sample()
+{
     const auto tick = std::make_shared<Tick>();
     m_inquiry.ask({"TIME"}, [this, tick](const RedisReply& reply) { onTime(*tick, reply); });
     for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
@@ -142,7 +141,7 @@ void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const Re
             continue;
         const RedisReply value = reply.at(qsizetype(i));
         if (value.isError()) {
-            m_queue->countDropped(*ref.key, 1);
+            m_intake->countDropped(*ref.key, 1);
             // Too long by itself: its length is looked at before it is fetched again. Otherwise the reply was.
             if (RedisError::of(value.view()).valueBytes > RedisKeyResolver::maxValueBytes)
                 ref.source().type = RedisSource::Unresolved;
@@ -173,7 +172,7 @@ void RedisSamplingGroup::takeValue(const Tick& tick, const RedisSourceRef& ref, 
         source.newestBytes = reply.bytes();
         source.newestValue = redisValue(reply.view());
     }
-    m_queue->add(*ref.key, tick.stamp, source.newestValue, isSame ? 0 : source.newestBytes.size());
+    m_intake->add(*ref.key, tick.stamp, source.newestValue, isSame ? 0 : source.newestBytes.size());
 }
 
 } // namespace Velk

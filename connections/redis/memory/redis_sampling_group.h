@@ -1,8 +1,7 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLING_GROUP_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLING_GROUP_H
 
-#include "redis_periodic_timer.h"
-#include "redis_sample_queue.h"
+#include "redis_sample_intake.h"
 #include "redis_watched_key.h"
 
 #include <connections/redis/client/redis_inquiry.h>
@@ -24,10 +23,10 @@ class RedisSamplingGroup : public QObject
 
 public:
     /// The session and the queue outlive this object.
-    RedisSamplingGroup(int periodMs, RedisSession* session, RedisSampleQueue* queue,
-                       std::shared_ptr<RedisCarryOver> carryOver);
+    RedisSamplingGroup(RedisSession* session, RedisSampleIntake* intake, std::shared_ptr<RedisCarryOver> carryOver);
 
-    void setPeriod(int periodMs) { m_timer.start(periodMs); }
+    /// Samples the keys once, or counts the tick as skipped. `missed` ticks of the period were left out before it.
+    void tick(int periodMs, qint64 missed);
     /// The keys to sample from now on; also to be called when their sources have become others.
     void setKeys(const std::vector<RedisWatchedKeyPtr>& keys);
 
@@ -42,9 +41,8 @@ private:
         std::vector<RedisSourceRef> sources;
     };
 
-    void onTimeout();
-    void skipTick();
-    void tick();
+    void countTicks(LossCause cause, qint64 count, double from, double to);
+    void sample();
     void buildChunks();
     void onTime(Tick& tick, const RedisReply& reply);
     void onValues(const Tick& tick, const Chunk& chunk, const RedisReply& reply);
@@ -52,11 +50,11 @@ private:
 
     RedisSession* m_session;
     RedisInquiry m_inquiry;
-    RedisSampleQueue* m_queue;
+    RedisSampleIntake* m_intake;
     std::shared_ptr<RedisCarryOver> m_carryOver;
-    RedisPeriodicTimer m_timer;
     std::vector<RedisWatchedKeyPtr> m_keys;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
+    QVector<LossAccount*> m_sampledKeys; // those with a source in a chunk
     std::size_t m_keysPerCommand;
 };
 

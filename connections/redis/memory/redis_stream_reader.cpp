@@ -16,10 +16,10 @@ constexpr int maxEntries = 1000;
 
 } // namespace
 
-RedisStreamReader::RedisStreamReader(RedisSession* session, RedisSampleQueue* queue)
+RedisStreamReader::RedisStreamReader(RedisSession* session, RedisSampleIntake* intake)
     : m_session(session)
     , m_inquiry(session)
-    , m_queue(queue)
+    , m_intake(intake)
     , m_maxCount(maxEntries)
 {}
 
@@ -47,8 +47,8 @@ void RedisStreamReader::read()
 void RedisStreamReader::readChunk(const std::shared_ptr<Chunk>& chunk)
 {
     // Full replies to all chunks at once must fit.
-    const int room = m_queue->room() / int(streamsPerCommand * std::max<std::size_t>(1, m_chunks.size()));
-    const int count = m_chunks.size() == 1 ? std::min(m_maxCount, m_queue->room() / int(chunk->sources.size()))
+    const int room = m_intake->room() / int(streamsPerCommand * std::max<std::size_t>(1, m_chunks.size()));
+    const int count = m_chunks.size() == 1 ? std::min(m_maxCount, m_intake->room() / int(chunk->sources.size()))
                                            : std::min(m_maxCount, room);
     if (count == 0 || !m_session->isUp())
         return;
@@ -104,9 +104,9 @@ bool RedisStreamReader::takeEntries(const RedisSourceRef& ref, const RedisReply&
             ++source.position.entriesAdded;
         source.hasUncountedEntries = true;
         if (entry.cutBytes > 0)
-            m_queue->countDropped(*ref.key, 1);
+            m_intake->countDropped(*ref.key, 1);
         else
-            m_queue->add(*ref.key, entry.stamp, entry.value, entry.bytes);
+            m_intake->add(*ref.key, entry.stamp, entry.value, entry.bytes);
     }
     return entries.size() == count;
 }
@@ -119,7 +119,7 @@ void RedisStreamReader::countTrimmed()
                 continue;
             m_session->send(this, {"XINFO", "STREAM", ref.source().key}, [this, ref](const RedisReply& reply) {
                 if (reply.isArray())
-                    m_queue->countTrimmed(*ref.key, ref.source().position.countTrimmed(reply));
+                    m_intake->countTrimmed(*ref.key, ref.source().position.countTrimmed(reply));
             });
         }
     }

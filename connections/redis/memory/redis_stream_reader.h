@@ -1,7 +1,7 @@
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_STREAM_READER_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_STREAM_READER_H
 
-#include "redis_sample_queue.h"
+#include "redis_sample_intake.h"
 #include "redis_watched_key.h"
 
 #include <connections/redis/client/redis_inquiry.h>
@@ -22,7 +22,7 @@ class RedisStreamReader : public QObject
 
 public:
     /// Both outlive this object.
-    RedisStreamReader(RedisSession* session, RedisSampleQueue* queue);
+    RedisStreamReader(RedisSession* session, RedisSampleIntake* intake);
 
     void setSources(const std::vector<RedisSourceRef>& sources);
 
@@ -45,7 +45,7 @@ private:
 
     RedisSession* m_session;
     RedisInquiry m_inquiry;
-    RedisSampleQueue* m_queue;
+    RedisSampleIntake* m_intake;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
     int m_maxCount;
 };

@@ -18,8 +18,7 @@ namespace Velk {
 struct RedisWatchedKey
 {
     QString name;
-    QByteArray rawName; ///< as the server spells it
-    int periodMs;
+    QByteArray rawName;    ///< as the server spells it
     bool isWatched = true; ///< false: replies that are due still refer to the key
     bool wasResolved = false;
     std::vector<RedisSource> sources;

@@ -69,6 +69,8 @@ void RedisLink::stopConnecting()
 
 void RedisLink::endService(MemoryInterface& service, Ending ending)
 {
+    // What a former service answers is not the connection's answer.
+    disconnect(&service, nullptr, this, nullptr);
     static_cast<RedisMemoryInterface&>(service).end(ending == Ending::Lost);
 }
 

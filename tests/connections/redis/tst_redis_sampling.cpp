@@ -3,6 +3,7 @@
 #include "support/redis_viewer.h"
 
 #include <QTest>
+#include <QThread>
 
 using namespace Velk;
 
@@ -42,6 +43,7 @@ private Q_SLOTS:
     void aValueThatIsTooLongIsReportedAndTheOthersGoOn();
     void moreKeysThanOneCommandTakesAreAllSampled();
     void aTickWithoutAnswerToTheOneBeforeIsSkippedAndCounted();
+    void ticksThatABusyProgramMissesAreCounted();
 
 private:
     std::unique_ptr<RedisRobot> m_robot;
@@ -239,6 +241,22 @@ void TestRedisSampling::aTickWithoutAnswerToTheOneBeforeIsSkippedAndCounted()
     QCOMPARE(viewer.link().losses("A"), viewer.link().losses());
     QCOMPARE(viewer.link().losses("never watched"), SampleLosses());
     QVERIFY(viewer.link().isConnected());
+}
+
+void TestRedisSampling::ticksThatABusyProgramMissesAreCounted()
+{
+    m_robot->put("A", "1");
+    RedisViewer viewer(m_robot->url());
+    QVERIFY(viewer.connectToRobot());
+    viewer.watch({"A"}, 10);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty(), patienceMs);
+    const qint64 before = viewer.link().losses("A").missedTicks;
+
+    QThread::msleep(500); // the program is busy
+
+    // 50 ticks have come due, and the first one after them is sampled.
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.link().losses("A").missedTicks >= before + 48, patienceMs);
+    QCOMPARE(viewer.link().losses("A").missedTicks, viewer.link().losses().missedTicks);
 }
 
 QTEST_GUILESS_MAIN(TestRedisSampling)

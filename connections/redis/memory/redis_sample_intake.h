@@ -1,5 +1,5 @@
-#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_QUEUE_H
-#define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_QUEUE_H
+#ifndef CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_INTAKE_H
+#define CONNECTIONS_REDIS_MEMORY_REDIS_SAMPLE_INTAKE_H
 
 #include "redis_carry_over.h"
 #include "redis_watched_key.h"
@@ -13,9 +13,10 @@
 
 namespace Velk {
 
-/// The samples between two deliveries. Bounded: what does not fit is dropped and counted. Time stamps of one key are
+/// Takes in the samples of watched keys between two deliveries. Bounded: a sample that does not fit is dropped and
+/// counted. Time stamps of one key are
 /// strictly ascending, within a delivery and from one to the next.
-class RedisSampleQueue
+class RedisSampleIntake
 {
 public:
     struct Limits
@@ -24,10 +25,10 @@ public:
         qint64 bytes = 64 * 1024 * 1024;
     };
 
-    explicit RedisSampleQueue(std::shared_ptr<RedisCarryOver> carryOver)
-        : RedisSampleQueue(std::move(carryOver), Limits())
+    explicit RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver)
+        : RedisSampleIntake(std::move(carryOver), Limits())
     {}
-    RedisSampleQueue(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits);
+    RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits);
 
     /// A stamp that is not newer than the one before is moved to just after it. `bytes` is what the value takes beside
     /// what other samples share with it.
@@ -38,7 +39,7 @@ public:
     /// How many more samples fit.
     int room() const;
 
-    /// What waits for the keys, which have nothing waiting afterwards.
+    /// The samples that wait to be delivered; none wait afterwards.
     QMap<QString, QMap<double, QVariant>> take(const std::vector<RedisWatchedKeyPtr>& keys);
 
 private:

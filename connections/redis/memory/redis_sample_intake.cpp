@@ -1,4 +1,4 @@
-#include "redis_sample_queue.h"
+#include "redis_sample_intake.h"
 
 #include <connections/link/unix_time.h>
 
@@ -22,12 +22,12 @@ double stampAfter(double previous)
 
 } // namespace
 
-RedisSampleQueue::RedisSampleQueue(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits)
+RedisSampleIntake::RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits)
     : m_carryOver(std::move(carryOver))
     , m_limits(limits)
 {}
 
-void RedisSampleQueue::add(RedisWatchedKey& key, double stamp, const QVariant& value, qint64 bytes)
+void RedisSampleIntake::add(RedisWatchedKey& key, double stamp, const QVariant& value, qint64 bytes)
 {
     if (room() == 0) {
         countDropped(key, 1);
@@ -40,24 +40,24 @@ void RedisSampleQueue::add(RedisWatchedKey& key, double stamp, const QVariant& v
     m_bytes += bytes;
 }
 
-void RedisSampleQueue::countDropped(RedisWatchedKey& key, qint64 count)
+void RedisSampleIntake::countDropped(RedisWatchedKey& key, qint64 count)
 {
     const double now = unixTime();
     m_carryOver->ledger->record(key.carried->losses, LossCause::Dropped, count, now, now);
 }
 
-void RedisSampleQueue::countTrimmed(RedisWatchedKey& key, qint64 count)
+void RedisSampleIntake::countTrimmed(RedisWatchedKey& key, qint64 count)
 {
     const double now = unixTime();
     m_carryOver->ledger->record(key.carried->losses, LossCause::Trimmed, count, now, now);
 }
 
-int RedisSampleQueue::room() const
+int RedisSampleIntake::room() const
 {
     return m_bytes >= m_limits.bytes ? 0 : std::max(0, m_limits.samples - m_size);
 }
 
-QMap<QString, QMap<double, QVariant>> RedisSampleQueue::take(const std::vector<RedisWatchedKeyPtr>& keys)
+QMap<QString, QMap<double, QVariant>> RedisSampleIntake::take(const std::vector<RedisWatchedKeyPtr>& keys)
 {
     QMap<QString, QMap<double, QVariant>> batch;
     for (const RedisWatchedKeyPtr& key : keys) {

@@ -14,10 +14,11 @@ MemoryKey::MemoryKey(const QString& name, const QString& description, MemoryKeyN
 {}
 
 MemoryKey::MemoryKey(const QString& name, MemoryKeyNature nature)
-    : MemoryKey(name, QString(), nature)
-{
-    m_isDescriptionDerived = true;
-}
+    : m_name(name)
+    , m_nature(nature)
+    , m_nameHash(static_cast<uint>(qHash(name)))
+    , m_isDescriptionDerived(true)
+{}
 
 QString MemoryKey::description() const
 {

@@ -6,6 +6,8 @@
 #include <connections/link/robot_link.h>
 
 #include <memory>
+#include <mutex>
+#include <vector>
 
 namespace Velk {
 
@@ -54,13 +56,26 @@ protected:
     void endService(MemoryInterface& service, Ending ending) override;
     void collectLosses() override;
 
+private Q_SLOTS:
+    void scheduleReports();
+
 private:
+    struct PendingReport
+    {
+        int run;
+        RobotFeed::Report report;
+    };
+
+    void addReport(int run, const RobotFeed::Report& report);
+    void takeReports();
     void onReport(const RobotFeed::Report& report);
 
     const std::shared_ptr<RobotFeed> m_feed;
     bool m_isRealTimeSupported;
     int m_queueCapacity = 4096;
-    int m_run = 0; // counts the runs of the robot: a report that is posted may come after its own
+    int m_run = 0; // counts the runs of the robot: a report may be taken after its own
+    std::mutex m_reportMutex;
+    std::vector<PendingReport> m_reports; // from any thread, until takeReports()
 };
 
 } // namespace Velk

@@ -39,7 +39,8 @@ public:
     /// The link was closed, or is destroyed: nothing is written after this call. Only after start().
     virtual void stop();
 
-    // Reports, from any thread at any time. Without an open link they have no effect.
+    // Reports, from any thread at any time. Without an open link they have no effect. The link follows them from its
+    // event loop; a change of reach that was undone by then is left out.
 
     /// The robot writes, and its keys are declared: the link connects.
     void inReach();

@@ -5,6 +5,8 @@
 #include <connections/embedded/robot_memory.h>
 
 #include <QMetaObject>
+#include <QPointer>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -38,16 +40,7 @@ void EmbeddedLink::setQueueCapacity(int capacity)
 
 void EmbeddedLink::startConnecting()
 {
-    // Reports come from any thread. What is posted before the link is closed belongs to the run that ends with it.
-    m_feed->setReceiver([this, run = m_run](const RobotFeed::Report& report) {
-        QMetaObject::invokeMethod(
-            this,
-            [this, run, report] {
-                if (run == m_run)
-                    onReport(report);
-            },
-            Qt::QueuedConnection);
-    });
+    m_feed->setReceiver([this, run = m_run](const RobotFeed::Report& report) { addReport(run, report); });
     m_feed->start();
 }
 
@@ -67,6 +60,51 @@ void EmbeddedLink::collectLosses()
 {
     if (const boost::shared_ptr<MemoryInterface> service = memoryInterface())
         static_cast<EmbeddedMemoryInterface&>(*service).collectLosses();
+}
+
+// On the reporting thread. However fast reports come, few wait: a robot that came and went again has not been in reach.
+void EmbeddedLink::addReport(int run, const RobotFeed::Report& report)
+{
+    const std::lock_guard<std::mutex> lock(m_reportMutex);
+    const std::size_t count = m_reports.size();
+    if (report.type != RobotFeed::Report::Failed) {
+        const auto isOfThisRun = [&](std::size_t index, RobotFeed::Report::Type type) {
+            return index < count && m_reports[index].run == run && m_reports[index].report.type == type;
+        };
+        const RobotFeed::Report::Type opposite =
+            report.type == RobotFeed::Report::InReach ? RobotFeed::Report::OutOfReach : RobotFeed::Report::InReach;
+        if (isOfThisRun(count - 1, report.type))
+            return;
+        if (isOfThisRun(count - 2, report.type) && isOfThisRun(count - 1, opposite)) {
+            m_reports.pop_back();
+            return;
+        }
+    }
+    m_reports.push_back({run, report});
+    // By name: the queued call then holds nothing that another thread has written.
+    if (count == 0)
+        QMetaObject::invokeMethod(this, "scheduleReports", Qt::QueuedConnection);
+}
+
+// By a timer: a queued call that leads to another one keeps the event loop from everything else.
+void EmbeddedLink::scheduleReports()
+{
+    QTimer::singleShot(0, this, &EmbeddedLink::takeReports);
+}
+
+void EmbeddedLink::takeReports()
+{
+    std::vector<PendingReport> reports;
+    {
+        const std::lock_guard<std::mutex> lock(m_reportMutex);
+        reports.swap(m_reports);
+    }
+    // A slot may delete the link. What was reported before the link was closed belongs to the run that ended with it.
+    const QPointer<EmbeddedLink> self(this);
+    for (const PendingReport& pending : reports) {
+        if (self && pending.run == m_run)
+            onReport(pending.report);
+    }
 }
 
 void EmbeddedLink::onReport(const RobotFeed::Report& report)

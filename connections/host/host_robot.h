@@ -18,8 +18,8 @@ class RobotMemory;
 /// The computer that this program runs on, as a robot: writes its figures into a robot memory.
 ///
 /// Loads and uses are per cent, sizes and traffic bytes, rates bytes per second, temperatures degrees Celsius, the
-/// uptime seconds. What the computer does not have or does not tell has no key; what goes away, such as an unplugged
-/// interface, takes its data keys along. Not thread-safe; the memory is.
+/// uptime seconds. A figure that the computer does not have or does not report has no key. A device that goes away,
+/// such as an unplugged interface, takes its data keys along. Not thread-safe; the memory is.
 class HOST_EXPORT HostRobot
 {
 public:

@@ -187,7 +187,7 @@ void HostRobot::addTraffic(Values& values, Reading& reading) const
         values.insert(key(network, interface.key(), "Sent"), interface->out);
     }
 
-    // Whole disks; their partitions would tell the same bytes again, and loop devices those of the disk below.
+    // Whole disks; their partitions would count the same bytes again, and loop devices those of the disk below.
     const QMap<QString, ProcText::Traffic> devices = ProcText::diskTraffic(contents(QStringLiteral("proc/diskstats")));
     for (auto device = devices.begin(); device != devices.end(); ++device) {
         const bool isVirtual =
@@ -216,18 +216,18 @@ void HostRobot::addInterfaceStates(Values& values, Reading& reading)
     }
     if (!m_previous)
         return;
-    const auto tell = [this, &network](const QString& name, const QString& state) {
+    const auto report = [this, &network](const QString& name, const QString& state) {
         m_memory->raiseEvent(key(network, name, "StateChanged"), state);
     };
     const QMap<QString, bool>& before = m_previous->areInterfacesUp;
     for (auto now = reading.areInterfacesUp.begin(); now != reading.areInterfacesUp.end(); ++now) {
         // An interface that was not there was down.
         if (before.value(now.key(), false) != now.value())
-            tell(now.key(), now.value() ? QStringLiteral("up") : QStringLiteral("down"));
+            report(now.key(), now.value() ? QStringLiteral("up") : QStringLiteral("down"));
     }
     for (auto earlier = before.begin(); earlier != before.end(); ++earlier) {
         if (!reading.areInterfacesUp.contains(earlier.key()))
-            tell(earlier.key(), QStringLiteral("removed"));
+            report(earlier.key(), QStringLiteral("removed"));
     }
 }
 
@@ -273,7 +273,7 @@ void HostRobot::addTemperatures(Values& values) const
         const double milliDegrees = contents(file).trimmed().toDouble(&isNumber);
         if (!isNumber)
             return;
-        // Several sensors of one name are told apart by a number, in the order of their directories.
+        // Several sensors of one name get a number, in the order of their directories.
         QString name = QStringLiteral("Host/Temperature/") + sensor;
         for (int number = 2; values.contains(name); ++number)
             name = QStringLiteral("Host/Temperature/%1-%2").arg(sensor).arg(number);

@@ -266,9 +266,9 @@ void ContractConnectionTests::aSlotMayEndTheConnection_data()
 {
     QTest::addColumn<bool>("isDestroyed");
     QTest::addColumn<bool>("isStateSignal");
-    QTest::newRow("closed when the state is told") << false << true;
+    QTest::newRow("closed when the state is reported") << false << true;
     QTest::newRow("closed when established") << false << false;
-    QTest::newRow("destroyed when the state is told") << true << true;
+    QTest::newRow("destroyed when the state is reported") << true << true;
     QTest::newRow("destroyed when established") << true << false;
 }
 
@@ -299,7 +299,7 @@ void ContractConnectionTests::aSlotMayEndTheConnection()
     CONTRACT_TRY_VERIFY(wasCalled);
     QVERIFY(waitForSomeBatches(*subject));
     QVERIFY(!link || link->state() == RobotLink::Disconnected);
-    // A connection that was ended while its state was told is not announced any more.
+    // A connection that was ended while its state was reported is not announced any more.
     QCOMPARE(log.entries.contains(establishing.last()), !isStateSignal);
 }
 

@@ -64,7 +64,7 @@ struct Scene
     std::unique_ptr<ContractSubject> subject;
     std::unique_ptr<RobotLink> link;
     DisplayedMemoryKeyListModel* model; // the link's child
-    int updates = 0;                    // how often it has told keysUpdated()
+    int updates = 0;                    // how often it has emitted keysUpdated()
 };
 
 QList<QStringList> rowsOf(QTemporaryFile& recordFile)
@@ -176,7 +176,7 @@ void ContractModelTests::aRecordingHoldsEverySample()
     for (int i = 1; i <= 10; ++i)
         scene.subject->raiseEvent(anEvent, QStringLiteral("occurrence %1").arg(i));
     CONTRACT_TRY_COMPARE(valueOf(*scene.model, anEvent).toString(), QStringLiteral("occurrence 10"));
-    // The rows of a batch are written after its keys were told: they are there when the next one is.
+    // The rows of a batch are written after its keysUpdated(): they are there when the next one comes.
     const int updates = scene.updates;
     CONTRACT_TRY_VERIFY(scene.updates > updates);
     scene.model->stopRecording();

@@ -144,6 +144,16 @@ private Q_SLOTS:
         QCOMPARE(f.window->messageBar()->count(), 0);
     }
 
+    void theMenuDisconnects()
+    {
+        WindowFixture f;
+        f.connectRobot();
+
+        f.menuAction(QStringLiteral("&Disconnect"))->trigger();
+
+        QCOMPARE(f.link->state(), RobotLink::Disconnected);
+    }
+
     void anotherRobotIsWatchedForTheSameKeys()
     {
         WindowFixture f;

@@ -155,6 +155,21 @@ private Q_SLOTS:
         QCOMPARE(f.watched(), QStringLiteral("Arm/Wrist/Position DATA"));
     }
 
+    void theMenuUnwatchesTheSelectedKeys()
+    {
+        WindowFixture f;
+        f.connectRobot();
+        f.watch(elbow);
+        f.watch(wrist);
+
+        f.action("unwatchAction")->trigger();
+        QCOMPARE(f.watched(), QStringLiteral("Arm/Elbow/Position DATA, Arm/Wrist/Position DATA"));
+
+        f.table()->selectRow(1);
+        f.action("unwatchAction")->trigger();
+        QCOMPARE(f.watched(), QStringLiteral("Arm/Elbow/Position DATA"));
+    }
+
     void spaceHidesTheCurve()
     {
         WindowFixture f;

@@ -7,6 +7,8 @@
 #include <apps/velk-watch/src/recording_control.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QStatusBar>
 #include <QTest>
 
 using namespace Velk;
@@ -45,6 +47,8 @@ private Q_SLOTS:
         QCOMPARE(qint64(lines.size()), rows + 2); // the header, and what follows the last line feed
         QVERIFY(lines.at(1).endsWith(";1.5"));
         QCOMPARE(f.status("recordingStatus"), QStringLiteral("Not recording"));
+        QCOMPARE(f.window->statusBar()->currentMessage(),
+                 QStringLiteral("Saved to ") + QDir::toNativeSeparators(fileName));
         QCOMPARE(f.window->messageBar()->count(), 0);
     }
 

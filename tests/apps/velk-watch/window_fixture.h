@@ -19,6 +19,7 @@
 #include <QTest>
 #include <QTreeView>
 
+#include <algorithm>
 #include <memory>
 
 namespace Velk {
@@ -72,6 +73,16 @@ struct WindowFixture
     QString count() const { return find<QLabel>("catalogueCount")->text(); }
     QString status(const char* name) const { return find<QLabel>(name)->text(); }
     QAction* action(const char* name) const { return find<QAction>(name); }
+    QAction* menuAction(const QString& text) const
+    {
+        const QList<QAction*> actions = window->findChildren<QAction*>();
+        const auto found = std::find_if(actions.cbegin(), actions.cend(),
+                                        [&text](const QAction* action) { return action->text() == text; });
+        // A missing action is a fault of the test.
+        if (found == actions.cend())
+            qFatal("no action %s", qPrintable(text));
+        return *found;
+    }
 
     // "Arm/Elbow/Position DATA, X UNKNOWN"
     QString watched() const

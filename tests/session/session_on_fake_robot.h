@@ -22,8 +22,7 @@ public:
         link->open();
     }
 
-    /// Delivers what is queued.
-    static void settle()
+    static void deliverQueuedEvents()
     {
         for (int i = 0; i < 3; ++i)
             QCoreApplication::processEvents();
@@ -74,7 +73,7 @@ public:
     void answerRealTimeSupported(bool isRealTime)
     {
         link->answerRealTimeSupported(isRealTime);
-        settle();
+        deliverQueuedEvents();
     }
 
     QStringList displayed() const { return names(session.displayedKeys()->keys()); }
@@ -95,7 +94,7 @@ private:
             return;
         service.finishedFetches.insert(fetch);
         service.memory->finishLists({"A", "B"}, {"E"}, {}, fetch);
-        settle();
+        deliverQueuedEvents();
     }
 
     QList<Service> m_services;

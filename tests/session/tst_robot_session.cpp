@@ -392,7 +392,7 @@ void TestRobotSession::aDisplayedKeySetThatDeliversWhileItIsRebuiltLosesNothing(
     f.link->memory->deliver({{"A", {{1, 1}}}});
     f.session.watch(keySet({"B"}));
     f.link->memory->deliver({});
-    f.settle();
+    f.deliverQueuedEvents();
     f.finishAllFetches();
 
     QCOMPARE(f.displayed(), QStringList({"A", "B"}));
@@ -665,7 +665,7 @@ void TestRobotSession::anErrorThatRepeatsItselfIsReportedOnce()
     f.session.displayedKeys()->startWatcher(false);
     f.session.displayedKeys()->startWatcher(false);
     QCOMPARE(failed.count(), 1);
-    f.settle();
+    f.deliverQueuedEvents();
     f.session.displayedKeys()->startWatcher(false);
 
     QCOMPARE(failed.count(), 2);

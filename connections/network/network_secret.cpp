@@ -19,7 +19,7 @@ QString tr(const char* text)
 
 std::optional<QByteArray> passwordFromFile(const QString& path, QString* error)
 {
-    // Anything but a regular file could keep the caller waiting for somebody to write into it.
+    // Reading a pipe or a device could block.
     if (!QFileInfo(path).isFile()) {
         *error =
             tr("The password file %1 does not exist or is no regular file: correct the path in the URL.").arg(path);

@@ -15,7 +15,7 @@ struct TlsOptions
     QString caFile;          ///< ca-file: certificate authorities in PEM form; without it the system's are trusted
     QString certificateFile; ///< cert-file: the client's certificate chain in PEM form
     QString keyFile;         ///< key-file: its private key in PEM form; without it the key is in certificateFile
-    QString serverName;      ///< tls-name: the name that the server's certificate must bear; empty: the host's
+    QString serverName;      ///< tls-name: the name in the server's certificate; empty: the host's
 
     /// The names under which a URL gives them: "ca-file", "cert-file", "key-file", "tls-name".
     static QStringList names();

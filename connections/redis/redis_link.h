@@ -24,7 +24,8 @@ class RedisUrl;
 /// connection is lost, what was gathered is delivered first. Stopping the watcher discards it.
 ///
 /// The connection counts as established when the server has answered a PING after the authentication, and as lost on
-/// an error of the socket or when a PING of the link's own stays unanswered for one second. Nothing here blocks.
+/// an error of the socket or when one of the link's own PINGs is not answered within the pong-timeout of the
+/// URL. Nothing here blocks.
 class REDIS_EXPORT RedisLink : public RobotLink
 {
     Q_OBJECT

@@ -6,18 +6,18 @@
 
 namespace Velk {
 
-/// What can be said about the server that a link is connected to.
+/// The server that a link is connected to.
 struct RedisServerReport
 {
     QString address;               ///< "127.0.0.1:6379"
-    QString version;               ///< "7.0.15"; empty when the server does not say so to this user
+    QString version;               ///< "7.0.15"; empty when the server does not report it to this user
     QString mode;                  ///< "standalone", "sentinel" or "cluster"; empty as above
     QString role;                  ///< "master" or "slave", in the server's own words; empty as above
     QString robotName;             ///< what the robot's metadata call it; empty when they do not
     double roundTripMedianMs = 0;  ///< of 20 round trips
     double roundTripLongestMs = 0; ///< of the same
     double clockOffsetSeconds = 0; ///< the server's clock minus this machine's, half a round trip allowed for
-    QString user;                  ///< as whom the server takes the link; empty when it does not say so
+    QString user;                  ///< as whom the server takes the link; empty when it does not report it
     QStringList granted;           ///< what the link needs and may run: "GET", "XREAD", …
     QStringList refused;           ///< what it needs and may not run
 };

@@ -182,7 +182,7 @@ void RedisConnection::askClusterNodes()
 {
     if (m_url.isSentinel() || m_handshake.command.isEmpty())
         return;
-    // Most servers are no cluster and say so with an error.
+    // A server that is no cluster answers with an error.
     m_socket->send({"CLUSTER", "SLOTS"}, [this](const RedisReply& reply) { onClusterSlots(reply); });
 }
 

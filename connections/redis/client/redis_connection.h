@@ -16,7 +16,7 @@
 
 namespace Velk {
 
-/// A connection that keeps itself up from open() to close(): it makes sure with pings of its own that the server still
+/// A connection that keeps itself up from open() to close(): it pings the server to check that it still
 /// answers, connects again after a loss with growing, jittered pauses, and follows the robot's keys through a cluster
 /// and the master through its sentinels' switches.
 ///
@@ -71,7 +71,7 @@ private:
     bool m_isOpen = false;
     bool m_isEstablished = false;
     BackOff m_backOff;
-    QVector<NetworkAddress> m_clusterNodes; // where to ask when the URL's own address does not answer any more
+    QVector<NetworkAddress> m_clusterNodes; // tried when the addresses of the URL do not answer
     std::unique_ptr<RedisConnector> m_connector;
     std::unique_ptr<RedisSocket> m_socket;
     RedisSession m_session;

@@ -10,7 +10,7 @@ namespace Velk {
 
 namespace {
 
-// A cluster whose nodes disagree about a slot sends a client round in circles.
+// Nodes of a cluster that disagree about a slot redirect a client to each other without end.
 constexpr int maxRedirections = 5;
 
 // Sends AUTH, unless there are no credentials.
@@ -92,7 +92,7 @@ void RedisConnector::onConnected()
     if (m_role == Sentinel)
         askSentinel();
     else
-        greetServer();
+        startHandshake();
 }
 
 void RedisConnector::onAuthenticated(const RedisReply& reply)
@@ -138,7 +138,7 @@ void RedisConnector::askSentinel()
                    });
 }
 
-void RedisConnector::greetServer()
+void RedisConnector::startHandshake()
 {
     if (m_url.database() != 0)
         m_socket->send({"SELECT", QByteArray::number(m_url.database())},
@@ -155,12 +155,12 @@ void RedisConnector::greetServer()
                                 .arg(m_socket->server(), m_url.serviceName()));
         });
     if (m_handshake.command.isEmpty())
-        m_socket->send({"PING"}, [this](const RedisReply&) { finishGreeting(); });
+        m_socket->send({"PING"}, [this](const RedisReply&) { finishHandshake(); });
     else
-        m_socket->send(m_handshake.command, [this](const RedisReply& reply) { onHandshake(reply); });
+        m_socket->send(m_handshake.command, [this](const RedisReply& reply) { onHandshakeReply(reply); });
 }
 
-void RedisConnector::onHandshake(const RedisReply& reply)
+void RedisConnector::onHandshakeReply(const RedisReply& reply)
 {
     if (reply.isError()) {
         const RedisError error = RedisError::of(reply.view());
@@ -179,10 +179,10 @@ void RedisConnector::onHandshake(const RedisReply& reply)
     }
     if (m_handshake.onReply)
         m_handshake.onReply(reply);
-    finishGreeting();
+    finishHandshake();
 }
 
-void RedisConnector::finishGreeting()
+void RedisConnector::finishHandshake()
 {
     m_timeout.stop();
     m_isDone = true;

@@ -54,9 +54,9 @@ private:
     void onConnected();
     void onAuthenticated(const RedisReply& reply);
     void askSentinel();
-    void greetServer();
-    void onHandshake(const RedisReply& reply);
-    void finishGreeting();
+    void startHandshake();
+    void onHandshakeReply(const RedisReply& reply);
+    void finishHandshake();
     void onAddressFailed(const QString& title, const QString& message);
     void onTimeout();
     void dropSocket();

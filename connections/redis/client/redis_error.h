@@ -13,13 +13,13 @@ struct RedisError
     enum Kind
     {
         Moved,       ///< the robot's slot is on another node of the cluster: host and port say where
-        Ask,         ///< as Moved, while the slot is on its way: for this command only
-        TryAgain,    ///< the slot is on its way and its keys are on both nodes
+        Ask,         ///< as Moved, while the slot is being moved: for this command only
+        TryAgain,    ///< the slot is being moved and its keys are on both nodes
         Password,    ///< no password, or a wrong one
         Permission,  ///< the user may not run the command, or not on this key
-        NoSuchKey,   ///< XINFO says so, other commands have a reply for it
+        NoSuchKey,   ///< the error of XINFO; other commands have a reply for it
         WrongType,   ///< the key holds something else
-        Unavailable, ///< the server answers, but cannot serve now: it loads its data, has no master, is a replica
+        Unavailable, ///< the server cannot serve now: it loads its data, has no master, or is a replica
         Oversize,    ///< the value was too long and was taken out of the reply
         Other
     };

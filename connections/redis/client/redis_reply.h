@@ -9,8 +9,8 @@ struct redisReply;
 
 namespace Velk {
 
-/// A look at one reply, or at an element of one. Valid while the callback that was given it runs; nothing is copied.
-/// Every question has an answer for every reply: what a reply is not, is empty, zero or null.
+/// A view of one reply, or of an element of one. Valid while the callback that gets it runs; nothing is copied. Every
+/// function may be called for every reply: it returns nothing, zero or null when the reply is of another type.
 class RedisReply
 {
 public:

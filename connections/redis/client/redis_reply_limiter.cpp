@@ -12,10 +12,10 @@ namespace {
 constexpr qint64 maxLineBytes = 64 * 1024;
 // What the reader allocates for an element beside its bytes.
 constexpr qint64 elementBytes = 64;
-// Ids, field names and numbers are let through even when the reply has used up its bytes: without them nobody could
-// tell which values are missing.
+// Ids, field names and numbers are let through even when the reply has used up its bytes: without them the
+// values that are missing could not be named.
 constexpr qint64 shortValueBytes = 64;
-// The protocol reader knows no deeper replies.
+// The protocol reader takes no deeper replies.
 constexpr std::size_t maxDepth = 7;
 
 QString tr(const char* text)
@@ -36,7 +36,7 @@ bool RedisReplyLimiter::filter(const char* input, qint64 size, QByteArray* outpu
             const char* const lineEnd = found ? static_cast<const char*>(found) + 1 : end;
             m_line.append(input, lineEnd - input);
             input = lineEnd;
-            // Who speaks something else may never send a line end.
+            // Another protocol may never send a line end.
             if (!std::strchr("$*+-:", m_line.at(0)) || m_line.at(0) == '\0')
                 return fail(tr("a reply that starts with the byte %1").arg(int(uchar(m_line.at(0)))));
             if (m_line.size() > maxLineBytes)

@@ -8,9 +8,9 @@
 
 namespace Velk {
 
-/// Stands between the socket and the protocol reader, which keeps a reply in memory until it is complete, and bounds
-/// what a reply can cost. A value that is too long is taken out of the stream while it arrives; in its place the reader
-/// is given the error "OVERSIZE <length>", so that the rest of the reply is still of use.
+/// Bounds what a reply can cost: a filter between the socket and the protocol reader, which keeps a reply in memory
+/// until it is complete. A value that is too long is taken out of the stream while it arrives. The reader gets the
+/// error "OVERSIZE <length>" in its place, so that the rest of the reply can be used.
 class RedisReplyLimiter
 {
 public:
@@ -29,8 +29,8 @@ public:
     {}
 
     /// Takes the next bytes of the stream and appends to *output what the reader may see of them. False when the
-    /// stream is not the protocol, or a list is too long to be believed; errorString() says why, and nothing more can
-    /// be filtered.
+    /// stream is not the protocol, or a list is longer than the limit; errorString() has the reason, and nothing more
+    /// can be filtered.
     bool filter(const char* input, qint64 size, QByteArray* output);
     QString errorString() const { return m_errorString; }
 

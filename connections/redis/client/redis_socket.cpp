@@ -13,7 +13,7 @@ namespace Velk {
 
 namespace {
 
-// What Qt keeps of what the server sends before we read: beyond it the server has to wait.
+// What Qt buffers before we read. The server has to wait beyond it.
 constexpr qint64 readBufferBytes = 4 * 1024 * 1024;
 constexpr qint64 readPortionBytes = 64 * 1024;
 // For how long replies are handled before the event loop has its turn.
@@ -67,7 +67,7 @@ void RedisSocket::open(const NetworkAddress& address, const std::optional<QSslCo
     const auto onConnected = [this] {
         m_wasConnected = true;
         m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        // From the event loop: whoever is told may delete this object, and the socket is at work here.
+        // Queued: a receiver may delete this object, and the socket is still in use here.
         QMetaObject::invokeMethod(this, &RedisSocket::connected, Qt::QueuedConnection);
     };
     if (auto* const tlsSocket = qobject_cast<QSslSocket*>(m_socket)) {

@@ -28,8 +28,8 @@ namespace Velk {
 /// replies, and each reply goes to its command's callback in the same order.
 ///
 /// Nothing blocks, the look-up of the host's name included. Replies are handled in the event loop, never within send(),
-/// and in portions, so that a flood of them does not keep the loop from its other work. A callback may do anything,
-/// delete the socket as well; callbacks that are still due then are dropped.
+/// and in portions, so that a flood of them does not keep the loop from its other work. A callback may delete the
+/// socket; callbacks that are still due are dropped then.
 class RedisSocket : public QObject
 {
     Q_OBJECT

@@ -171,7 +171,7 @@ void RedisKeyResolver::onType(RedisWatchedKey& key, RedisSource& source, const Q
         source.type = RedisSource::Absent;
         return;
     }
-    // Keys without an index are anybody's, and of any type.
+    // A key without an index may be of any type.
     if (source.type != RedisSource::Unusable && source.hasIndex())
         reportUnusable(source, type);
     source.type = RedisSource::Unusable;

@@ -14,8 +14,7 @@
 namespace Velk {
 
 /// Takes in the samples of watched keys between two deliveries. Bounded: a sample that does not fit is dropped and
-/// counted. Time stamps of one key are
-/// strictly ascending, within a delivery and from one to the next.
+/// counted. Time stamps of one key are strictly ascending, within a delivery and from one to the next.
 class RedisSampleIntake
 {
 public:

@@ -142,7 +142,7 @@ void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const Re
         const RedisReply value = reply.at(qsizetype(i));
         if (value.isError()) {
             m_intake->countDropped(*ref.key, 1);
-            // Too long by itself: its length is looked at before it is fetched again. Otherwise the reply was.
+            // A value that is too long is resolved again before it is fetched again. Otherwise the reply was too long.
             if (RedisError::of(value.view()).valueBytes > RedisKeyResolver::maxValueBytes)
                 ref.source().type = RedisSource::Unresolved;
             else
@@ -161,7 +161,7 @@ void RedisSamplingGroup::takeValue(const Tick& tick, const RedisSourceRef& ref, 
 {
     RedisSource& source = ref.source();
     if (reply.isNull()) {
-        // Deleted, or of another type now, which MGET does not tell apart.
+        // Deleted, or of another type now, which MGET answers alike.
         if (source.type == RedisSource::Value)
             source.type = RedisSource::Absent;
         return;

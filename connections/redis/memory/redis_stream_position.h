@@ -9,17 +9,17 @@
 namespace Velk {
 
 /// How far a stream has been read: the id of the newest entry that was read, and how many entries had been added up to
-/// and including it. The number tells what the server has discarded unread: ids have gaps, numbers have none.
+/// and including it. The number shows what the server has discarded unread: ids have gaps, numbers have none.
 struct RedisStreamPosition
 {
     QByteArray id = "0-0";
     qint64 entriesAdded = 0; ///< -1: the server does not count
 
-    /// The end of the stream that XINFO STREAM tells of.
+    /// The end of the stream, from the reply to XINFO STREAM.
     static RedisStreamPosition endOf(const RedisReply& streamInfo);
 
-    /// Moves on to what XINFO STREAM says and returns how many entries were discarded before they could be read. A
-    /// stream that was deleted and begun anew is read from its start.
+    /// Moves on to the state in the reply to XINFO STREAM and returns how many entries were discarded before they could
+    /// be read. A stream that was deleted and begun anew is read from its start.
     qint64 countTrimmed(const RedisReply& streamInfo);
 };
 

@@ -70,7 +70,7 @@ void RedisStreamReader::readChunk(const std::shared_ptr<Chunk>& chunk)
 void RedisStreamReader::onReply(const std::shared_ptr<Chunk>& chunk, int count, const RedisReply& reply)
 {
     if (reply.isError() && RedisError::of(reply.view()).kind == RedisError::WrongType) {
-        // One of the keys is no stream any more, and the reply does not say which: all are asked for their types.
+        // One of the keys is no stream any more. The reply does not name it: all are resolved again.
         for (const RedisSourceRef& ref : chunk->sources)
             ref.source().type = RedisSource::Unresolved;
         return;
@@ -95,7 +95,7 @@ bool RedisStreamReader::takeEntries(const RedisSourceRef& ref, const RedisReply&
     for (qsizetype i = 0; i < entries.size(); ++i) {
         const RedisStreamEntry entry = RedisStreamEntry::of(entries.at(i));
         if (entry.cutBytes > 0 && entry.cutBytes <= RedisKeyResolver::maxValueBytes && count > 1) {
-            // Not too long by itself: the reply was. The rest is asked for again, in smaller replies.
+            // The reply was too long, not the value. The rest is read again in smaller replies.
             m_maxCount = std::max(1, m_maxCount / 2);
             return true;
         }

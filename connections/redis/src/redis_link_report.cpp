@@ -18,7 +18,8 @@ LinkReport linkReport(const RedisServerReport& report)
     lines.add(QStringLiteral("clock"), QStringLiteral("%1%2 s against this computer's")
                                            .arg(report.clockOffsetSeconds < 0 ? QString() : QStringLiteral("+"))
                                            .arg(report.clockOffsetSeconds, 0, 'f', 3));
-    lines.add(QStringLiteral("user"), report.user.isEmpty() ? QStringLiteral("not told by the server") : report.user);
+    lines.add(QStringLiteral("user"),
+              report.user.isEmpty() ? QStringLiteral("not reported by the server") : report.user);
     lines.add(QStringLiteral("granted"), report.granted.join(QLatin1Char(' ')));
     if (!report.refused.isEmpty())
         lines.add(QStringLiteral("refused"), report.refused.join(QLatin1Char(' ')));

@@ -9,7 +9,7 @@
 class QTcpSocket;
 
 /// A bad network between a viewer and its server, under a test's hand: it listens on a port of its own and passes the
-/// bytes on, unless told otherwise. It works in the test's event loop.
+/// bytes on, unless a test sets a fault. It works in the test's event loop.
 class FaultProxy : public QObject
 {
     Q_OBJECT

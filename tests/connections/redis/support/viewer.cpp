@@ -108,7 +108,7 @@ QVariant Viewer::newestValue(const QString& name) const
 bool Viewer::hasFailure(const QString& failure) const
 {
     return std::any_of(failures.cbegin(), failures.cend(),
-                       [&failure](const QString& told) { return told.contains(failure); });
+                       [&failure](const QString& reported) { return reported.contains(failure); });
 }
 
 QStringList Viewer::takeRecordedCells(const QString& name)

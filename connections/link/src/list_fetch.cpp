@@ -14,8 +14,9 @@ ListFetch::~ListFetch()
     finish({});
 }
 
+// A copy, which shares the list: an interface that was moved from could not be assigned to.
 ListFetch::ListFetch(ListFetch&& other) noexcept
-    : m_future(other.m_future)
+    : m_future(other.m_future) // NOLINT(performance-move-constructor-init)
     , m_isPending(std::exchange(other.m_isPending, false))
 {}
 
@@ -38,7 +39,7 @@ void ListFetch::finish(const QStringList& names)
 QFuture<QStringList> ListFetch::finished(const QStringList& names)
 {
     ListFetch fetch;
-    const QFuture<QStringList> future = fetch.future();
+    QFuture<QStringList> future = fetch.future();
     fetch.finish(names);
     return future;
 }

@@ -235,8 +235,10 @@ QMimeData* CatalogueTreeModel::mimeData(const QModelIndexList& indexes) const
     if (indexes.isEmpty())
         return nullptr;
     QSet<MemoryKey> keys;
-    for (const QModelIndex& index : indexes)
-        keys.unite(keysBelow(index));
+    for (const QModelIndex& index : indexes) {
+        if (index.isValid()) // an invalid index is the root, with the whole catalogue below it
+            keys.unite(keysBelow(index));
+    }
     return mimeDataOfKeys(keys);
 }
 

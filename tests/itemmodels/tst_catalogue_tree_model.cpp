@@ -62,6 +62,7 @@ private Q_SLOTS:
     void followsNaturesThatChange();
     void isEmptyWhenItsSourceIsDestroyed();
     void dragsWholeBranches();
+    void dragsNothingForAnInvalidIndex();
     void toolTipsShowNamesCharacterByCharacter();
     void givesHeaderAndRolesOfTheTable();
 };
@@ -361,6 +362,15 @@ void TestCatalogueTreeModel::dragsWholeBranches()
 
     QCOMPARE(data->text(), text("Arm/Elbow\nArm/Wrist"));
     QVERIFY(tested.tree.flags(tested.tree.index(0, 0)) & Qt::ItemIsDragEnabled);
+}
+
+void TestCatalogueTreeModel::dragsNothingForAnInvalidIndex()
+{
+    TestedTree tested(list("Arm/Elbow|Leg"));
+
+    const QScopedPointer<QMimeData> data(tested.tree.mimeData({QModelIndex(), tested.tree.indexOf(text("Leg"))}));
+
+    QCOMPARE(data->text(), text("Leg"));
 }
 
 void TestCatalogueTreeModel::toolTipsShowNamesCharacterByCharacter()

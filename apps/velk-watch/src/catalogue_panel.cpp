@@ -154,7 +154,12 @@ CataloguePanel::CataloguePanel(QWidget* parent)
     updateCount();
 }
 
-CataloguePanel::~CataloguePanel() = default;
+CataloguePanel::~CataloguePanel()
+{
+    // The models are deleted after this, as children, and report that their rows are gone.
+    m_filter->disconnect(this);
+    m_model->disconnect(this);
+}
 
 QAbstractItemView* CataloguePanel::createView(QAbstractItemView* view, const QString& name)
 {
@@ -167,9 +172,9 @@ QAbstractItemView* CataloguePanel::createView(QAbstractItemView* view, const QSt
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->installEventFilter(this);
     connect(view, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
-        // The view expands a branch on a double click; only keys are chosen.
+        // Chooses the key itself and not the keys below it. A branch that is no key is only expanded, by the view.
         if (index.data(CatalogueModel::IsKeyRole).toBool())
-            emit keysChosen({*keysOf({index}).constBegin()});
+            emit keysChosen({m_model->key(m_model->row(index.data(CatalogueModel::NameRole).toString()))});
     });
     return view;
 }

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <atomic>
+
 namespace Velk {
 
 /// What a memory service owes when it is asked for names, and for real-time sampling.
@@ -45,10 +47,7 @@ class RealTimeAsker : public QObject
 public:
     int answers = 0;
     bool isSupported = false;
-    const QThread* thread = nullptr;
-
-Q_SIGNALS:
-    void answered();
+    std::atomic<const QThread*> thread = nullptr;
 
 public Q_SLOTS:
     void gotAnswer(bool supported);

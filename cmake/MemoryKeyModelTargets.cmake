@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 # How this project declares its targets. Every setting is a property of these targets and reaches nobody else's.
 
 # Language level, warnings and sanitizers of one of our targets.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ITEMMODELS_ITEM_MODEL_TRANSLATOR_H
 #define ITEMMODELS_ITEM_MODEL_TRANSLATOR_H
 

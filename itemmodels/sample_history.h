@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ITEMMODELS_SAMPLE_HISTORY_H
 #define ITEMMODELS_SAMPLE_HISTORY_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ITEMMODELS_VALUE_ORDER_H
 #define ITEMMODELS_VALUE_ORDER_H
 

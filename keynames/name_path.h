@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef KEYNAMES_NAME_PATH_H
 #define KEYNAMES_NAME_PATH_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef KEYNAMES_WILDCARD_H
 #define KEYNAMES_WILDCARD_H
 

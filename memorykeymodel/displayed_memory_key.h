@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef MEMORYKEYMODEL_DISPLAYED_MEMORY_KEY_H
 #define MEMORYKEYMODEL_DISPLAYED_MEMORY_KEY_H
 

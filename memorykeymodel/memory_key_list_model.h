@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef MEMORYKEYMODEL_MEMORY_KEY_LIST_MODEL_H
 #define MEMORYKEYMODEL_MEMORY_KEY_LIST_MODEL_H
 

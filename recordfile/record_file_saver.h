@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef RECORDFILE_RECORD_FILE_SAVER_H
 #define RECORDFILE_RECORD_FILE_SAVER_H
 

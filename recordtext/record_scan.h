@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef RECORDTEXT_RECORD_SCAN_H
 #define RECORDTEXT_RECORD_SCAN_H
 

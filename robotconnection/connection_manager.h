@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ROBOTCONNECTION_CONNECTION_MANAGER_H
 #define ROBOTCONNECTION_CONNECTION_MANAGER_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ROBOTCONNECTION_MEMORY_INTERFACE_H
 #define ROBOTCONNECTION_MEMORY_INTERFACE_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef SESSION_ROBOT_SESSION_H
 #define SESSION_ROBOT_SESSION_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef SESSION_SAMPLE_STREAM_H
 #define SESSION_SAMPLE_STREAM_H
 

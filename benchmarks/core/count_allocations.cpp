@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // Counts the allocations of the library for one unit of each work. The numbers are exact and repeatable.
 #include "bench_robot.h"
 

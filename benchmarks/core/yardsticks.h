@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef BENCHMARKS_CORE_YARDSTICKS_H
 #define BENCHMARKS_CORE_YARDSTICKS_H
 

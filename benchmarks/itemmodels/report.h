@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef BENCHMARKS_ITEMMODELS_REPORT_H
 #define BENCHMARKS_ITEMMODELS_REPORT_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // Watches many keys of a robot on a Redis server of its own for a while, and prints the ticks that were skipped and
 // what the viewer and the server needed of a processor; then the same for the bare MGETs, sent by redis-benchmark as
 // fast as they go. Values do not change meanwhile, so that the figures are those of reading.

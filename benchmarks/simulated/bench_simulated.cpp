@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // Watches every key of a simulated robot, as `velk watch '*'` does, and prints how much of a processor that takes.
 //
 //   bench_simulated [keys [period in ms [seconds]]]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The processor time of velk-watch's thread: the refresh of a full plot, the first
 // rows of a large catalogue, a key press in the search field, and thousands of keys that update. Runs without a
 // display: bench_velk_watch -platform offscreen

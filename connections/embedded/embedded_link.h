@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_EMBEDDED_EMBEDDED_LINK_H
 #define CONNECTIONS_EMBEDDED_EMBEDDED_LINK_H
 

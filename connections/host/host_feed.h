@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_HOST_HOST_FEED_H
 #define CONNECTIONS_HOST_HOST_FEED_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_LINK_ROBOT_WRITER_H
 #define CONNECTIONS_LINK_ROBOT_WRITER_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_LINKS_ROBOT_LINKS_H
 #define CONNECTIONS_LINKS_ROBOT_LINKS_H
 

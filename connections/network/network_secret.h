@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_NETWORK_NETWORK_SECRET_H
 #define CONNECTIONS_NETWORK_NETWORK_SECRET_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_SIMULATED_SIMULATED_ROBOT_H
 #define CONNECTIONS_SIMULATED_SIMULATED_ROBOT_H
 

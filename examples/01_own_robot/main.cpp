@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // Connects a robot of one's own: implements its link and its memory service, and shows a key's values.
 
 #include <connections/link/robot_link.h>

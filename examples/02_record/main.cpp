@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // Lists the keys of a robot in this process with the catalogue, records one of them, and saves the recording.
 
 #include <connections/embedded/embedded_link.h>

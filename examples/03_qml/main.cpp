@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // The catalogue and the watched keys in QML views. With --until-values it prints what the views show once values have
 // come, and ends.
 #include <connections/links/robot_links.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // A robot of our own that velk and velk-watch open by URL: a clock, as a plugin.
 //
 //   MEMORYKEYMODEL_CONNECTIONS=FOLDER/OF/THE/PLUGIN velk watch --all --robot clock:

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // A robot that keeps its memory on a Redis server, with hiredis: redis_producer HOST PORT ROBOT
 
 #include <hiredis/hiredis.h>

@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
 """A robot that keeps its memory on a Redis server, with redis-cli: producer_cli.py HOST PORT ROBOT"""
 import json
 import subprocess

@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
 """A robot that keeps its memory on a Redis server, with nothing but a socket: producer_sockets.py HOST PORT ROBOT"""
 import json
 import socket

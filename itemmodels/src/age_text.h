@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ITEMMODELS_AGE_TEXT_H
 #define ITEMMODELS_AGE_TEXT_H
 

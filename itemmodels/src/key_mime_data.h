@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ITEMMODELS_KEY_MIME_DATA_H
 #define ITEMMODELS_KEY_MIME_DATA_H
 

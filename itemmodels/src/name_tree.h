@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef ITEMMODELS_NAME_TREE_H
 #define ITEMMODELS_NAME_TREE_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include <itemmodels/sample_history.h>
 
 #include <itemmodels/value_text.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef MEMORYKEYMODEL_NEWEST_VALUES_H
 #define MEMORYKEYMODEL_NEWEST_VALUES_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef MEMORYKEYMODEL_RECORDING_H
 #define MEMORYKEYMODEL_RECORDING_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef RECORDFILE_SRC_PUBLISH_FILE_H
 #define RECORDFILE_SRC_PUBLISH_FILE_H
 

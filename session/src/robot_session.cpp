@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include <session/robot_session.h>
 
 #include <memorykeymodel/displayed_memory_key_list_model.h>

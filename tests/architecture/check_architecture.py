@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
 """Compares the source tree with docs/architecture.md.
 
     check_architecture.py [--uses] [PROJECT_FOLDER]

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 """Reads a source tree: its files, what they include, and what their CMake targets link with."""
 
 import re

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 """check_architecture.py on small trees in a temporary folder."""
 
 import subprocess

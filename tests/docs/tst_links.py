@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 """The links of the pages lead to files of the project, and to headings that are there."""
 
 import re

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 """The example of docs/record-file.md, read by the program that the page shows."""
 
 import subprocess

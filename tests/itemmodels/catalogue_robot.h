@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef TESTS_ITEMMODELS_CATALOGUE_ROBOT_H
 #define TESTS_ITEMMODELS_CATALOGUE_ROBOT_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "support/clear_model.h"
 #include "support/fuzz_time.h"
 #include "support/recording_robot.h"

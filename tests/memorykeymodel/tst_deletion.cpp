@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "support/calling_memory_interface.h"
 #include "support/file_size_limit.h"
 #include "support/key_text.h"

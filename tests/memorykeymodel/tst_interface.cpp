@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // The public headers as a program sees them that includes nothing else: each file in headers/ compiles with one of them
 // as its first include, and sets of keys work before and after any other header.
 #include <memorykeymodel/displayed_memory_key.h>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 include("${CMAKE_CURRENT_LIST_DIR}/run.cmake")
 
 set(prefix "${WORK_DIR}/prefix")

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 # Builds the program of README.md with the CMake lines of README.md against an installed copy of this build, runs it, and
 # compares what it prints first with the output that README.md shows.
 include("${CMAKE_CURRENT_LIST_DIR}/run.cmake")

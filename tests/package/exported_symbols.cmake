@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 # The libraries export the documented interface and nothing else: the classes of the namespace, the hashes of the keys.
 # Libraries that are linked into them privately, such as recordtext, are not exported.
 string(REPLACE "," ";" libraries "${LIBRARIES}")

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 """scripts/check-licences on small projects in a temporary folder."""
 
 import subprocess

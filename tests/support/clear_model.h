@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef TESTS_SUPPORT_CLEAR_MODEL_H
 #define TESTS_SUPPORT_CLEAR_MODEL_H
 

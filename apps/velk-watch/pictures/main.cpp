@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Makes the pictures of the documentation from the real window, on the simulated robot and without a display.
 
 #include <apps/velk-watch/src/main_window.h>

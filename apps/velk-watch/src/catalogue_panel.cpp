@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "catalogue_panel.h"
 
 #include <itemmodels/catalogue_filter_model.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "connection_status.h"
 
 #include <algorithm>

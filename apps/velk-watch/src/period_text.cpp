@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "period_text.h"
 
 #include <memorykeymodel/displayed_memory_key_list_model.h>

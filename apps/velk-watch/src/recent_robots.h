@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #ifndef APPS_VELK_WATCH_RECENT_ROBOTS_H
 #define APPS_VELK_WATCH_RECENT_ROBOTS_H
 

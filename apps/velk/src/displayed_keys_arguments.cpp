@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "displayed_keys_arguments.h"
 
 #include "argument_values.h"

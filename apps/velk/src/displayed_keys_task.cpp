@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "displayed_keys_task.h"
 
 #include "console.h"

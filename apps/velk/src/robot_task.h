@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef APPS_VELK_SRC_ROBOT_TASK_H
 #define APPS_VELK_SRC_ROBOT_TASK_H
 

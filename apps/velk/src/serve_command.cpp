@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "argument_values.h"
 #include "console.h"
 #include "exit_status.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "embedded_memory_interface.h"
 
 #include <connections/link/unix_time.h>

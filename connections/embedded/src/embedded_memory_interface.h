@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_EMBEDDED_SRC_EMBEDDED_MEMORY_INTERFACE_H
 #define CONNECTIONS_EMBEDDED_SRC_EMBEDDED_MEMORY_INTERFACE_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_HOST_SRC_PROC_TEXT_H
 #define CONNECTIONS_HOST_SRC_PROC_TEXT_H
 

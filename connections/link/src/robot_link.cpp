@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include <connections/link/robot_link.h>
 
 #include <robotconnection/memory_interface.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_REDIS_CLIENT_REDIS_CONNECTOR_H
 #define CONNECTIONS_REDIS_CLIENT_REDIS_CONNECTOR_H
 

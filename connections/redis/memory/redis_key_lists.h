@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_KEY_LISTS_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_REDIS_MEMORY_REDIS_LAID_OUT_KEYS_H
 #define CONNECTIONS_REDIS_MEMORY_REDIS_LAID_OUT_KEYS_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "redis_sample_intake.h"
 
 #include <connections/link/unix_time.h>

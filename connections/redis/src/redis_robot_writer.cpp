@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include <connections/redis/redis_robot_writer.h>
 
 #include "redis_write_queue.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef CONNECTIONS_SIMULATED_SRC_SIMULATED_NOISE_H
 #define CONNECTIONS_SIMULATED_SRC_SIMULATED_NOISE_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #ifndef TESTS_APPS_VELK_WATCH_RECORDING_ANSWERS_H
 #define TESTS_APPS_VELK_WATCH_RECORDING_ANSWERS_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include <apps/velk-watch/src/recent_robots.h>
 
 #include <QTest>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The memorykeymodel developers
+# SPDX-License-Identifier: Apache-2.0
+
 # Installs the build to an empty prefix and runs the velk that is there.
 file(REMOVE_RECURSE "${PREFIX}")
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${PREFIX}"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include <apps/velk/src/console.h>
 #include <apps/velk/src/printed_value.h>
 

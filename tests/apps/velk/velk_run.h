@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef TESTS_APPS_VELK_VELK_RUN_H
 #define TESTS_APPS_VELK_VELK_RUN_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef TESTS_CONNECTIONS_CONTRACT_CONTRACT_WATCHER_TESTS_H
 #define TESTS_CONNECTIONS_CONTRACT_CONTRACT_WATCHER_TESTS_H
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "support/redis_server.h"
 #include "support/redis_test_client.h"
 #include "support/redis_viewer.h"

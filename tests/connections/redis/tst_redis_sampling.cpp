@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include "support/fault_proxy.h"
 #include "support/redis_robot.h"
 #include "support/redis_viewer.h"

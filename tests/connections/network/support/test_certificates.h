@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef TESTS_CONNECTIONS_NETWORK_SUPPORT_TEST_CERTIFICATES_H
 #define TESTS_CONNECTIONS_NETWORK_SUPPORT_TEST_CERTIFICATES_H
 

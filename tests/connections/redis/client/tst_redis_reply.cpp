@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include <connections/redis/client/redis_reply.h>
 #include <connections/redis/support/parsed_reply.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #include <connections/redis/client/redis_session.h>
 #include <connections/redis/support/scripted_server.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // Feeds arbitrary bytes, as a server or somebody on its port may send them, to all that reads replies: the limiter, the
 // protocol reader, and what looks into replies. The bytes come in pieces of a size that the first byte chooses, and
 // what the limiter lets through must not depend on it.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 // Feeds arbitrary text to the parser of Redis URLs. What it accepts must say so consistently, and what it shows must
 // be a URL of the same memory.
 

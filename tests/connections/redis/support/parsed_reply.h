@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
 #ifndef TESTS_CONNECTIONS_REDIS_SUPPORT_PARSED_REPLY_H
 #define TESTS_CONNECTIONS_REDIS_SUPPORT_PARSED_REPLY_H
 

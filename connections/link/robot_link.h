@@ -116,17 +116,22 @@ protected:
     void setRealTimeSupport(bool isSupported);
     /// To record losses in, from this thread.
     LossLedger& ledger() { return m_ledger; }
-    /// Ends the service and stops connecting without a signal. The destructor of each class that implements a hook
-    /// calls it: the hooks cannot be reached from the destructor of this class.
+    /// Ends the service and stops connecting without a signal; the link is Disconnected and cannot be opened again. The
+    /// destructor of each class that implements a hook calls it: the hooks cannot be reached from the destructor of
+    /// this class, which asserts it.
     void shutDown();
 
 private:
     bool changeState(State state);
+    void beginConnecting();
+    void endConnection();
     void publishLosses();
 
     State m_state = Disconnected;
     int m_change = 0;            // counts the changes of state: a slot may have made another one meanwhile
     bool m_isConnecting = false; // between startConnecting() and stopConnecting()
+    bool m_isEnding = false;     // endConnection() has not returned
+    bool m_isShutDown = false;
     boost::shared_ptr<MemoryInterface> m_memoryInterface;
     std::optional<bool> m_realTimeSupport;
     FailureFilter m_failures;

@@ -20,7 +20,11 @@ public:
         : memory(boost::make_shared<FakeMemoryInterface>(&log))
     {}
     /// The models are children: they go while the log is still there.
-    ~FakeRobotLink() override { qDeleteAll(findChildren<QObject*>(QString(), Qt::FindDirectChildrenOnly)); }
+    ~FakeRobotLink() override
+    {
+        shutDown();
+        qDeleteAll(findChildren<QObject*>(QString(), Qt::FindDirectChildrenOnly));
+    }
 
     QString url() const override { return QStringLiteral("fake:"); }
 

@@ -18,18 +18,20 @@ RobotLink::RobotLink(QObject* parent)
     m_ledger.setRecorded([this] { QMetaObject::invokeMethod(this, &RobotLink::publishLosses, Qt::QueuedConnection); });
 }
 
-RobotLink::~RobotLink() = default;
+RobotLink::~RobotLink()
+{
+    Q_ASSERT_X(!m_isConnecting && !m_memoryInterface, "~RobotLink",
+               "The destructor of a class that implements a hook calls shutDown().");
+}
 
 void RobotLink::open()
 {
-    if (m_state != Disconnected)
+    if (m_state != Disconnected || m_isShutDown)
         return;
     m_ledger.clear();
     m_failures.clear();
-    if (!changeState(Connecting))
-        return;
-    m_isConnecting = true;
-    startConnecting();
+    if (changeState(Connecting) && !m_isEnding)
+        beginConnecting();
 }
 
 void RobotLink::close()
@@ -41,7 +43,7 @@ void RobotLink::close()
     m_state = Disconnected;
     const int change = ++m_change;
     const QPointer<RobotLink> self(this);
-    shutDown();
+    endConnection();
     if (!self || m_change != change)
         return;
     emit stateChanged(m_state);
@@ -133,11 +135,43 @@ void RobotLink::setRealTimeSupport(bool isSupported)
 
 void RobotLink::shutDown()
 {
+    m_isShutDown = true;
+    m_state = Disconnected;
+    ++m_change;
+    // Also when a hook that has not returned yet led here: the link is being deleted.
+    m_isEnding = false;
+    endConnection();
+}
+
+void RobotLink::beginConnecting()
+{
+    m_isConnecting = true;
+    startConnecting();
+}
+
+// Callers of the service's lists run within endService() and when the service goes. They may close, open or delete the
+// link: a new attempt begins after the old one was stopped.
+void RobotLink::endConnection()
+{
     m_realTimeSupport.reset();
-    if (const boost::shared_ptr<MemoryInterface> service = std::exchange(m_memoryInterface, {}))
+    if (m_isEnding)
+        return;
+    const QPointer<RobotLink> self(this);
+    m_isEnding = true;
+    if (boost::shared_ptr<MemoryInterface> service = std::exchange(m_memoryInterface, {})) {
         endService(*service, Ending::Closed);
-    if (std::exchange(m_isConnecting, false))
+        service.reset();
+        if (!self)
+            return;
+    }
+    if (std::exchange(m_isConnecting, false)) {
         stopConnecting();
+        if (!self)
+            return;
+    }
+    m_isEnding = false;
+    if (m_state == Connecting)
+        beginConnecting();
 }
 
 // Whether the state is still that one after the signal. False also when the link is gone.

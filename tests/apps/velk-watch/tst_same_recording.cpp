@@ -73,6 +73,7 @@ public:
 class PlaybackLink : public RobotLink
 {
 public:
+    ~PlaybackLink() override { shutDown(); }
     QString url() const override { return QStringLiteral("playback:"); }
 
 protected:

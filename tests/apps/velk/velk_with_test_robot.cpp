@@ -184,6 +184,7 @@ public:
     explicit BadLink(const QString& url)
         : m_url(url)
     {}
+    ~BadLink() override { shutDown(); }
     QString url() const override { return m_url; }
 
 protected:

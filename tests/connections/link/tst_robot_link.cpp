@@ -74,8 +74,9 @@ protected:
     void endService(MemoryInterface&, Ending ending) override
     {
         note(ending == Ending::Lost ? "end lost" : "end closed");
-        if (onEndService)
-            onEndService();
+        // A copy: the callback may delete the link.
+        if (const auto callback = onEndService)
+            callback();
     }
     void collectLosses() override
     {
@@ -113,7 +114,14 @@ private Q_SLOTS:
     void aSlotThatClosesTheLinkEndsTheSequence();
     void aSlotMayDeleteTheLink_data();
     void aSlotMayDeleteTheLink();
+    void aSlotMayOpenTheLinkAgain_data();
+    void aSlotMayOpenTheLinkAgain();
     void aLinkClosedWhileTheLostServiceDeliversIsClosedOnly();
+    void aLinkOpenedWhileItsServiceEndsConnectsAfterTheOldAttemptWasStopped();
+    void aLinkOpenedAndClosedWhileItsServiceEndsIsClosed();
+    void aLinkDeletedWhileItsServiceEndsStopsConnecting_data();
+    void aLinkDeletedWhileItsServiceEndsStopsConnecting();
+    void aLinkCannotBeOpenedFromItsDestructor();
     void aLinkThatGivesUpIsClosedAndSaysWhy();
     void destructionEndsTheServiceWithoutASignal();
 
@@ -229,7 +237,8 @@ void TestRobotLink::aSlotThatClosesTheLinkEndsTheSequence()
 void TestRobotLink::aSlotMayDeleteTheLink_data()
 {
     QTest::addColumn<QString>("signal");
-    for (const char* signal : {"connecting", "connected", "established", "lost state", "lost", "failed", "closed"})
+    for (const char* signal : {"connecting", "connected", "established", "real time", "losses", "closed",
+                               "disconnected", "lost state", "lost", "failed"})
         QTest::newRow(signal) << QString(signal);
 }
 
@@ -252,14 +261,27 @@ void TestRobotLink::aSlotMayDeleteTheLink()
     connect(link, &RobotLink::connectionEstablished, this, deleteAt("established"));
     connect(link, &RobotLink::connectionLost, this, deleteAt("lost"));
     connect(link, &RobotLink::failed, this, deleteAt("failed"));
+    connect(link, &RobotLink::realTimeSupportAnswered, this, deleteAt("real time"));
+    connect(link, &RobotLink::lossesRecorded, this, deleteAt("losses"));
+    connect(link, &RobotLink::disconnected, this, deleteAt("disconnected"));
+    const std::function<void()> steps[] = {[link] { link->open(); }, [link] { link->establish(); },
+                                           [link] {
+                                               link->setRealTimeSupport(true);
+                                               link->ledger().record(link->ledger().account("Arm"), LossCause::Dropped,
+                                                                     1, 1, 1);
+                                               QCoreApplication::processEvents();
+                                           },
+                                           [link, signal] {
+                                               if (signal.contains("closed") || signal == "disconnected")
+                                                   link->close();
+                                               else
+                                                   link->lose("Gone", "far");
+                                           }};
 
-    link->open();
-    if (alive)
-        link->establish();
-    if (alive)
-        link->lose("Gone", "far");
-    if (alive)
-        link->close();
+    for (const auto& step : steps) {
+        if (alive)
+            step();
+    }
 
     QVERIFY(!alive);
 }
@@ -275,6 +297,115 @@ void TestRobotLink::aLinkClosedWhileTheLostServiceDeliversIsClosedOnly()
     link.lose("Gone", "far");
 
     QCOMPARE(link.takeLog(), QStringList("end lost: Connected with memory") + closing);
+}
+
+void TestRobotLink::aSlotMayOpenTheLinkAgain_data()
+{
+    QTest::addColumn<bool>("isAtDisconnected");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("stateChanged") << false << closing.mid(0, 3) + opening;
+    QTest::newRow("disconnected") << true << closing + opening;
+}
+
+void TestRobotLink::aSlotMayOpenTheLinkAgain()
+{
+    QFETCH(bool, isAtDisconnected);
+    QFETCH(QStringList, expected);
+    TestLink link(&m_log);
+    link.open();
+    link.establish();
+    link.takeLog();
+    if (isAtDisconnected)
+        connect(&link, &RobotLink::disconnected, &link, [&link] { link.open(); });
+    else
+        connect(&link, &RobotLink::stateChanged, &link, [&link](RobotLink::State state) {
+            if (state == RobotLink::Disconnected)
+                link.open();
+        });
+
+    link.close();
+
+    QCOMPARE(link.takeLog(), expected);
+}
+
+void TestRobotLink::aLinkOpenedWhileItsServiceEndsConnectsAfterTheOldAttemptWasStopped()
+{
+    TestLink link(&m_log);
+    link.open();
+    link.establish();
+    link.takeLog();
+    link.onEndService = [&link] { link.open(); };
+
+    link.close();
+
+    QCOMPARE(link.takeLog(), QStringList({"end closed: Disconnected", "stateChanged: Connecting", "stop: Connecting",
+                                          "start: Connecting"}));
+    link.establish();
+    QCOMPARE(link.takeLog(), establishing);
+}
+
+void TestRobotLink::aLinkOpenedAndClosedWhileItsServiceEndsIsClosed()
+{
+    TestLink link(&m_log);
+    link.open();
+    link.establish();
+    link.takeLog();
+    link.onEndService = [&link] {
+        link.open();
+        link.close();
+    };
+
+    link.close();
+
+    QCOMPARE(link.takeLog(), QStringList({"end closed: Disconnected", "stateChanged: Connecting",
+                                          "stateChanged: Disconnected", "stop: Disconnected"}));
+    QCOMPARE(link.state(), RobotLink::Disconnected);
+}
+
+void TestRobotLink::aLinkDeletedWhileItsServiceEndsStopsConnecting_data()
+{
+    QTest::addColumn<bool>("isLost");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("closed") << false << QStringList{"end closed: Disconnected", "stop: Disconnected"};
+    QTest::newRow("lost") << true
+                          << QStringList{"end lost: Connected with memory", "end closed: Disconnected",
+                                         "stop: Disconnected"};
+}
+
+void TestRobotLink::aLinkDeletedWhileItsServiceEndsStopsConnecting()
+{
+    QFETCH(bool, isLost);
+    QFETCH(QStringList, expected);
+    auto* const link = new TestLink(&m_log);
+    const QPointer<TestLink> alive(link);
+    link->open();
+    link->establish();
+    link->takeLog();
+    link->onEndService = [link] {
+        link->onEndService = {};
+        delete link;
+    };
+
+    if (isLost)
+        link->lose("Gone", "far");
+    else
+        link->close();
+
+    QVERIFY(!alive);
+    QCOMPARE(std::exchange(m_log, {}), expected);
+}
+
+void TestRobotLink::aLinkCannotBeOpenedFromItsDestructor()
+{
+    {
+        TestLink link(&m_log);
+        link.open();
+        link.establish();
+        link.takeLog();
+        link.onEndService = [&link] { link.open(); };
+    }
+
+    QCOMPARE(std::exchange(m_log, {}), QStringList({"end closed: Disconnected", "stop: Disconnected"}));
 }
 
 void TestRobotLink::aLinkThatGivesUpIsClosedAndSaysWhy()
@@ -298,7 +429,7 @@ void TestRobotLink::destructionEndsTheServiceWithoutASignal()
         link.takeLog();
     }
 
-    QCOMPARE(std::exchange(m_log, {}), QStringList({"end closed: Connected", "stop: Connected"}));
+    QCOMPARE(std::exchange(m_log, {}), QStringList({"end closed: Disconnected", "stop: Disconnected"}));
 }
 
 void TestRobotLink::theSameFailureIsReportedOnceUntilConnectedOrOpenedAgain()

@@ -30,12 +30,23 @@ public:
     {}
 
     int periodMs() const { return m_periodMs; }
-    /// The ticks of the new period go on from the last one: a period that is changed again and again puts none off.
+    /// The ticks of the new period go on from the last one: frequent changes of the period do not delay the next tick.
     /// Ticks that the new period would have had before `now` are not missed ones.
     void setPeriod(int periodMs, qint64 now)
     {
         m_periodMs = std::max(periodMs, 1);
         m_countedFrom = now;
+    }
+
+    /// How many ticks have come due by now and were missed, without the newest one, which is still to be taken. Each is
+    /// returned once.
+    qint64 takeMissed(qint64 now)
+    {
+        const qint64 missed = countDue(now) - 1;
+        if (missed <= 0)
+            return 0;
+        m_last = (now / m_periodMs - 1) * m_periodMs;
+        return missed;
     }
 
     /// When the next tick is due; in the past when it is late.
@@ -46,12 +57,14 @@ public:
     {
         if (now < next())
             return {};
-        const qint64 counted = now / m_periodMs - std::max(m_last, m_countedFrom) / m_periodMs;
+        const qint64 missed = std::max<qint64>(countDue(now) - 1, 0);
         m_last = now;
-        return {true, std::max<qint64>(counted - 1, 0)};
+        return {true, missed};
     }
 
 private:
+    qint64 countDue(qint64 now) const { return now / m_periodMs - std::max(m_last, m_countedFrom) / m_periodMs; }
+
     int m_periodMs;
     qint64 m_last;        // time of the last tick that was taken
     qint64 m_countedFrom; // when the period came into force

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
 #include <utility>
 #include <vector>
@@ -25,10 +26,11 @@ public:
     {
         int periodMs;
         Key key;
+        int groupPeriodMs = 0; // of the group that it is in; 0: in none
+        std::size_t groupIndex = 0;
     };
     using Entries = std::map<QString, Entry>;
-    /// By sampling period in milliseconds.
-    using Groups = std::map<int, std::vector<Key*>>;
+    using Group = std::vector<Entry*>;
 
     /// In ascending order of names, as deliveries are.
     Entries& entries() { return m_entries; }
@@ -45,7 +47,6 @@ public:
     bool watch(const QString& name, int periodMs, MakeKey makeKey)
     {
         const int period = std::max(periodMs, 1);
-        m_isGrouped = false;
         const auto found = m_entries.find(name);
         if (found != m_entries.end()) {
             found->second.periodMs = period;
@@ -55,60 +56,60 @@ public:
         return true;
     }
 
-    /// Nothing when the key is not watched. The groups are empty until they are made again.
+    /// Takes the key out of its group as well. Nothing when the key is not watched.
     void unwatch(const QString& name)
     {
-        if (m_entries.erase(name) > 0)
-            ungroup();
+        const auto found = m_entries.find(name);
+        if (found == m_entries.end())
+            return;
+        const Entry& entry = found->second;
+        if (entry.groupPeriodMs > 0) {
+            // The last key moves into the gap: the cost is the same for a group of any size.
+            Group& group = m_groups[entry.groupPeriodMs];
+            group.back()->groupIndex = entry.groupIndex;
+            group[entry.groupIndex] = group.back();
+            group.pop_back();
+        }
+        m_entries.erase(found);
     }
     void unwatchAll()
     {
+        m_groups.clear();
         m_entries.clear();
-        ungroup();
     }
 
     /// The watcher's sampling period; 0, or less, for the keys' own.
-    void setSamplingPeriod(int periodMs)
-    {
-        m_samplingPeriodMs = std::max(periodMs, 0);
-        m_isGrouped = false;
-    }
+    void setSamplingPeriod(int periodMs) { m_samplingPeriodMs = std::max(periodMs, 0); }
     int periodInForce(const Entry& entry) const { return m_samplingPeriodMs > 0 ? m_samplingPeriodMs : entry.periodMs; }
 
-    /// Whether the groups are those of the present keys and periods.
-    bool isGrouped() const { return m_isGrouped; }
-    /// Sorts the keys into groups; returns the periods in force.
+    /// Sorts the keys into groups; returns the periods in force. Until then new keys are in no group, and the others
+    /// stay in theirs, whatever their period is.
     std::vector<int> group()
     {
         m_groups.clear();
-        for (auto& [name, entry] : m_entries)
-            m_groups[periodInForce(entry)].push_back(&entry.key);
-        m_isGrouped = true;
+        for (auto& [name, entry] : m_entries) {
+            entry.groupPeriodMs = periodInForce(entry);
+            Group& group = m_groups[entry.groupPeriodMs];
+            entry.groupIndex = group.size();
+            group.push_back(&entry);
+        }
         std::vector<int> periods;
-        for (const auto& [period, keys] : m_groups)
+        for (const auto& [period, group] : m_groups)
             periods.push_back(period);
         return periods;
     }
-    const Groups& groups() const { return m_groups; }
     /// The keys that are sampled with this period; empty when there are none.
-    const std::vector<Key*>& keysOfPeriod(int periodMs) const
+    const Group& keysOfPeriod(int periodMs) const
     {
-        static const std::vector<Key*> none;
+        static const Group none;
         const auto found = m_groups.find(periodMs);
         return found == m_groups.end() ? none : found->second;
     }
 
 private:
-    void ungroup()
-    {
-        m_groups.clear();
-        m_isGrouped = false;
-    }
-
     Entries m_entries;
-    Groups m_groups;
+    std::map<int, Group> m_groups;
     int m_samplingPeriodMs = 0;
-    bool m_isGrouped = false;
 };
 
 } // namespace Velk

@@ -58,6 +58,7 @@ EmbeddedMemoryInterface::EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> me
 {
     connect(&m_schedule, &SamplingSchedule::groupingDue, this, [this] { m_schedule.setPeriods(m_watched.group()); });
     connect(&m_schedule, &SamplingSchedule::samplingDue, this, &EmbeddedMemoryInterface::sample);
+    connect(&m_schedule, &SamplingSchedule::ticksMissed, this, &EmbeddedMemoryInterface::countMissedTicks);
     connect(&m_schedule, &SamplingSchedule::deliveryDue, this, &EmbeddedMemoryInterface::deliver);
     m_realTimeQuestion.answer(isRealTimeSupported);
 }
@@ -137,18 +138,18 @@ void EmbeddedMemoryInterface::watchKey(const QString& name, int period)
 void EmbeddedMemoryInterface::unwatchKey(const QString& name)
 {
     if (Subscription* const subscription = m_watched.find(name)) {
+        m_schedule.scheduleGrouping();
         endSubscription(*subscription);
         m_watched.unwatch(name);
-        m_schedule.scheduleGrouping();
     }
 }
 
 void EmbeddedMemoryInterface::unwatchAll()
 {
+    m_schedule.scheduleGrouping();
     for (auto& [name, entry] : m_watched.entries())
         endSubscription(entry.key);
     m_watched.unwatchAll();
-    m_schedule.scheduleGrouping();
 }
 
 void EmbeddedMemoryInterface::endSubscription(Subscription& subscription)
@@ -229,35 +230,48 @@ double EmbeddedMemoryInterface::momentOfTurn()
 
 void EmbeddedMemoryInterface::sample(int periodMs, qint64 missedTicks)
 {
-    QVector<LossAccount*> missing; // the keys that a missed tick would have sampled
+    countMissedTicks(periodMs, missedTicks);
+    StridingLock lock(m_memory->d->mutex, keysPerSamplingLock);
+    const double now = momentOfTurn();
+    for (auto* const entry : m_watched.keysOfPeriod(periodMs)) {
+        MemorySlot& slot = *entry->key.slot;
+        MemoryListener& listener = entry->key.listener;
+        if (slot.kind == KeyKind::Data && slot.hasValue) {
+            double& lastStamp = listener.lastStamp;
+            const double timeStamp =
+                slot.isStampedByRobot
+                    ? slot.newest.timeStamp
+                    : std::max(now, std::nextafter(lastStamp, std::numeric_limits<double>::infinity()));
+            if (timeStamp > lastStamp) {
+                lastStamp = timeStamp;
+                slot.lastTimeStamp = std::max(slot.lastTimeStamp, timeStamp);
+                listener.buffer.add(timeStamp, slot.newest.value);
+            }
+        }
+        lock.nextKey();
+    }
+}
+
+// Of the keys that such a tick would have sampled. A key whose robot stamps its values misses none.
+void EmbeddedMemoryInterface::countMissedTicks(int periodMs, qint64 count)
+{
+    if (count == 0)
+        return;
+    QVector<LossAccount*> missing;
     {
         StridingLock lock(m_memory->d->mutex, keysPerSamplingLock);
-        const double now = momentOfTurn();
-        for (Subscription* const subscription : m_watched.keysOfPeriod(periodMs)) {
-            MemorySlot& slot = *subscription->slot;
-            if (slot.kind == KeyKind::Data && slot.hasValue) {
-                double& lastStamp = subscription->listener.lastStamp;
-                const double timeStamp =
-                    slot.isStampedByRobot
-                        ? slot.newest.timeStamp
-                        : std::max(now, std::nextafter(lastStamp, std::numeric_limits<double>::infinity()));
-                if (timeStamp > lastStamp) {
-                    lastStamp = timeStamp;
-                    slot.lastTimeStamp = std::max(slot.lastTimeStamp, timeStamp);
-                    subscription->listener.buffer.add(timeStamp, slot.newest.value);
-                }
-                if (missedTicks > 0 && !slot.isStampedByRobot)
-                    missing.append(subscription->losses);
-            }
+        for (const auto* const entry : m_watched.keysOfPeriod(periodMs)) {
+            const MemorySlot& slot = *entry->key.slot;
+            if (slot.kind == KeyKind::Data && slot.hasValue && !slot.isStampedByRobot)
+                missing.append(entry->key.losses);
             lock.nextKey();
         }
     }
-    if (!missing.isEmpty()) {
-        const double period = periodMs / 1000.0;
-        const double now = unixTime();
-        m_ledger->recordTicks(missing, LossCause::MissedTick, missedTicks, now - double(missedTicks) * period,
-                              now - period);
-    }
+    if (missing.isEmpty())
+        return;
+    const double period = periodMs / 1000.0;
+    const double now = unixTime();
+    m_ledger->recordTicks(missing, LossCause::MissedTick, count, now - double(count) * period, now - period);
 }
 
 void EmbeddedMemoryInterface::deliver()

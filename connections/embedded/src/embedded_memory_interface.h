@@ -72,6 +72,7 @@ private:
     void endSubscription(Subscription& subscription);
     double momentOfTurn();
     void sample(int periodMs, qint64 missedTicks);
+    void countMissedTicks(int periodMs, qint64 count);
     void deliver();
 
     const std::shared_ptr<RobotMemory> m_memory;

@@ -3,6 +3,7 @@
 
 #include <connections/link/sampling_schedule.h>
 
+#include <QPointer>
 #include <QTimerEvent>
 
 #include <algorithm>
@@ -28,6 +29,10 @@ void SamplingSchedule::start(int gatherPeriodMs)
 
 void SamplingSchedule::stop()
 {
+    if (!m_isRunning)
+        return;
+    reportMissedTicks();
+    ++m_run;
     m_isRunning = false;
     m_isGroupingDue = false;
     m_timer.stop();
@@ -44,7 +49,10 @@ void SamplingSchedule::setGatherPeriod(int periodMs)
 
 void SamplingSchedule::scheduleGrouping()
 {
-    if (!m_isRunning || m_isGroupingDue)
+    if (!m_isRunning)
+        return;
+    reportMissedTicks();
+    if (m_isGroupingDue)
         return;
     m_isGroupingDue = true;
     arm();
@@ -102,18 +110,53 @@ void SamplingSchedule::arm()
 void SamplingSchedule::onTimer()
 {
     ++m_turn;
-    if (std::exchange(m_isGroupingDue, false))
+    if (!sampleDue(m_clock.elapsed()))
+        return;
+    if (std::exchange(m_isGroupingDue, false)) {
+        const QPointer<SamplingSchedule> self(this);
+        const int run = m_run;
         emit groupingDue();
-    const qint64 now = m_clock.elapsed();
-    for (SamplingTicks& ticks : m_sampling) {
-        const SamplingTicks::Due due = ticks.take(now);
-        if (due.isDue)
-            emit samplingDue(ticks.periodMs(), due.missed);
+        // A new period may be due already.
+        if (!self || m_run != run || !sampleDue(m_clock.elapsed()))
+            return;
     }
-    const bool isDeliveryDue = m_delivery.take(now).isDue;
+    const bool isDeliveryDue = m_delivery.take(m_clock.elapsed()).isDue;
     arm();
     if (isDeliveryDue)
         emit deliveryDue();
+}
+
+// False when a slot has stopped or deleted this object.
+bool SamplingSchedule::sampleDue(qint64 now)
+{
+    struct DuePeriod
+    {
+        int periodMs;
+        qint64 missed;
+    };
+    std::vector<DuePeriod> periods; // a slot may change those of this object
+    for (SamplingTicks& ticks : m_sampling) {
+        const SamplingTicks::Due due = ticks.take(now);
+        if (due.isDue)
+            periods.push_back({ticks.periodMs(), due.missed});
+    }
+    const QPointer<SamplingSchedule> self(this);
+    const int run = m_run;
+    for (const DuePeriod& period : periods) {
+        emit samplingDue(period.periodMs, period.missed);
+        if (!self || m_run != run)
+            return false;
+    }
+    return true;
+}
+
+void SamplingSchedule::reportMissedTicks()
+{
+    const qint64 now = m_clock.elapsed();
+    for (SamplingTicks& ticks : m_sampling) {
+        if (const qint64 missed = ticks.takeMissed(now); missed > 0)
+            emit ticksMissed(ticks.periodMs(), missed);
+    }
 }
 
 } // namespace Velk

@@ -37,13 +37,16 @@ void RedisMemoryInterface::end(bool comesBack)
         return;
     const std::unique_ptr<RedisSampler> sampler = std::move(m_sampler);
     const std::unique_ptr<RedisKeySpace> keySpace = std::move(m_keySpace);
+    // Before a receiver of a list can open the link again, which empties the ledger.
+    const bool wasRunning = sampler->isRunning();
+    sampler->halt();
     keySpace->finishLists();
     m_roundTrips.reset();
     // An ended service answers no, to pending askers and to later ones.
     m_realTime->answer(false);
     m_realTime = std::make_unique<RealTimeQuestion>();
     m_realTime->answer(false);
-    if (comesBack)
+    if (comesBack && wasRunning)
         sampler->endForReconnection();
 }
 

@@ -28,6 +28,7 @@ RedisSampler::RedisSampler(RedisSession* session, std::shared_ptr<RedisCarryOver
 {
     connect(&m_schedule, &SamplingSchedule::groupingDue, this, &RedisSampler::group);
     connect(&m_schedule, &SamplingSchedule::samplingDue, this, &RedisSampler::sample);
+    connect(&m_schedule, &SamplingSchedule::ticksMissed, this, &RedisSampler::countMissedTicks);
     connect(&m_schedule, &SamplingSchedule::deliveryDue, this, &RedisSampler::deliver);
     connect(&m_resolver, &RedisKeyResolver::resolved, &m_schedule, &SamplingSchedule::scheduleGrouping);
     m_resolveTimer.setInterval(resolvePeriodMs);
@@ -55,21 +56,21 @@ void RedisSampler::unwatch(const QString& name)
     const RedisWatchedKeyPtr* const key = m_keys.find(name);
     if (!key)
         return;
+    m_schedule.scheduleGrouping();
     (*key)->isWatched = false;
     (*key)->carried->positions.clear();
     m_keys.unwatch(name);
-    m_schedule.scheduleGrouping();
 }
 
 void RedisSampler::unwatchAll()
 {
+    m_schedule.scheduleGrouping();
     // Positions are kept: after a reconnection everything is unwatched and watched again before reading goes on.
     for (const auto& [name, entry] : m_keys.entries())
         entry.key->isWatched = false;
     m_keys.unwatchAll();
     m_unresolved.clear();
     m_resolver.clear();
-    m_schedule.scheduleGrouping();
 }
 
 void RedisSampler::start(int gatherPeriodMs, int samplingPeriodMs)
@@ -127,9 +128,6 @@ void RedisSampler::setSamplingPeriod(int periodMs)
 
 void RedisSampler::endForReconnection()
 {
-    if (!isRunning())
-        return;
-    halt();
     const std::vector<RedisWatchedKeyPtr> keys = allKeys();
     for (const RedisWatchedKeyPtr& key : keys) {
         for (const RedisSource& source : key->sources) {
@@ -151,6 +149,13 @@ void RedisSampler::sample(int periodMs, qint64 missedTicks)
     const auto found = m_groups.find(periodMs);
     if (found != m_groups.end())
         found->second->tick(periodMs, missedTicks);
+}
+
+void RedisSampler::countMissedTicks(int periodMs, qint64 count)
+{
+    const auto found = m_groups.find(periodMs);
+    if (found != m_groups.end())
+        found->second->countMissedTicks(periodMs, count);
 }
 
 void RedisSampler::deliver()
@@ -221,8 +226,8 @@ void RedisSampler::group()
     }
     for (const auto& [period, samplingGroup] : m_groups) {
         std::vector<RedisWatchedKeyPtr> keys;
-        for (const RedisWatchedKeyPtr* key : m_keys.keysOfPeriod(period))
-            keys.push_back(*key);
+        for (const auto* const entry : m_keys.keysOfPeriod(period))
+            keys.push_back(entry->key);
         samplingGroup->setKeys(keys);
     }
     // Streams come first in a turn: reading them is not kept waiting by the replies to a tick.

@@ -39,22 +39,24 @@ public:
     void unwatchAll();
 
     void start(int gatherPeriodMs, int samplingPeriodMs);
+    /// No longer samples; what was gathered stays. The ledger is not used afterwards.
+    void halt();
     /// What was gathered and not delivered is dropped; streams that are watched on begin anew with the next start().
     void stop();
     bool isRunning() const { return m_schedule.isRunning(); }
     void setGatherPeriod(int periodMs);
     void setSamplingPeriod(int periodMs);
 
-    /// Delivers what was gathered, if anything, and remembers where the streams are. The end, when the connection is
-    /// lost: nothing is sampled afterwards.
+    /// After halt(), when the connection is lost: delivers what was gathered, if anything, and remembers where the
+    /// streams are.
     void endForReconnection();
 
 Q_SIGNALS:
     void gathered(const Velk::GatheredData& data);
 
 private:
-    void halt();
     void sample(int periodMs, qint64 missedTicks);
+    void countMissedTicks(int periodMs, qint64 count);
     void deliver();
     void resolveAgain();
     void group();

@@ -94,15 +94,22 @@ void RedisSamplingGroup::tick(int periodMs, qint64 missed)
 {
     if (m_chunks.empty())
         return;
-    const double now = unixTime();
-    if (missed > 0) {
-        const double period = periodMs / 1000.0;
-        countTicks(LossCause::MissedTick, missed, now - double(missed) * period, now - period);
-    }
-    if (m_inquiry.isActive() || !m_session->isUp())
+    countMissedTicks(periodMs, missed);
+    if (m_inquiry.isActive() || !m_session->isUp()) {
+        const double now = unixTime();
         countTicks(LossCause::SkippedTick, 1, now, now);
-    else
+    } else {
         sample();
+    }
+}
+
+void RedisSamplingGroup::countMissedTicks(int periodMs, qint64 count)
+{
+    if (count == 0 || m_chunks.empty())
+        return;
+    const double now = unixTime();
+    const double period = periodMs / 1000.0;
+    countTicks(LossCause::MissedTick, count, now - double(count) * period, now - period);
 }
 
 void RedisSamplingGroup::countTicks(LossCause cause, qint64 count, double from, double to)

@@ -30,6 +30,8 @@ public:
 
     /// Samples the keys once, or counts the tick as skipped. `missed` ticks of the period were left out before it.
     void tick(int periodMs, qint64 missed);
+    /// So many ticks of the period came due and sampled nothing.
+    void countMissedTicks(int periodMs, qint64 count);
     /// The keys to sample from now on; also to be called when their sources have become others.
     void setKeys(const std::vector<RedisWatchedKeyPtr>& keys);
 

@@ -94,6 +94,8 @@ private Q_SLOTS:
     void everyAppendedSampleIsDeliveredOnce();
     void aWatcherThatStartsLaterSamplesTheNewestAppendedSample();
     void ticksThatABusyEventLoopMissesAreCounted();
+    void ticksMissedBeforeTheKeyIsUnwatchedOrTheWatcherStopsAreCounted_data();
+    void ticksMissedBeforeTheKeyIsUnwatchedOrTheWatcherStopsAreCounted();
     void aKeyWithoutSamplesMissesNothing();
     void aTimeStampOfTheRobotIsDeliveredOnce();
     void aDeclaredKeyIsNotSampledBeforeItHasAValue();
@@ -244,6 +246,42 @@ void TestEmbeddedLink::ticksThatABusyEventLoopMissesAreCounted()
     QCOMPARE(session.link->losses(anEvent), SampleLosses());
     const LossSpan span = session.link->lossLedger().total().span(LossCause::MissedTick);
     QVERIFY(span.from >= before - 0.1 && span.from <= span.to && span.to <= unixTime());
+}
+
+void TestEmbeddedLink::ticksMissedBeforeTheKeyIsUnwatchedOrTheWatcherStopsAreCounted_data()
+{
+    QTest::addColumn<QString>("change");
+    for (const QString change : {"unwatched", "all unwatched", "another unwatched", "stopped", "closed"})
+        QTest::newRow(qPrintable(change)) << change;
+}
+
+void TestEmbeddedLink::ticksMissedBeforeTheKeyIsUnwatchedOrTheWatcherStopsAreCounted()
+{
+    QFETCH(QString, change);
+    Session session;
+    QVERIFY(session.isConnected);
+    session.memory->setData(data, 1);
+    session.service->watchKey(data, 10);
+    session.service->watchKey(otherData, 10);
+    session.service->startWatcher(50, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(session.values.value(data).size() >= 5, timeoutMs);
+    const qint64 before = session.link->losses(data).missedTicks;
+
+    QThread::msleep(300);
+    if (change == "unwatched") {
+        session.service->unwatchKey(data);
+    } else if (change == "all unwatched") {
+        session.service->unwatchAll();
+    } else if (change == "another unwatched") {
+        session.service->unwatchKey(otherData);
+    } else if (change == "stopped") {
+        session.service->stopWatcher();
+    } else {
+        session.link->close();
+    }
+
+    const qint64 missed = session.link->losses(data).missedTicks - before;
+    QVERIFY2(missed >= 300 / 10 - 2, qPrintable(QString::number(missed)));
 }
 
 void TestEmbeddedLink::aKeyWithoutSamplesMissesNothing()

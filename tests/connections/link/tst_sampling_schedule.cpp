@@ -32,6 +32,8 @@ struct Session
             ++ticks[period];
             missed[period] += missedTicks;
         });
+        QObject::connect(&schedule, &SamplingSchedule::ticksMissed, &schedule,
+                         [this](int period, qint64 count) { missed[period] += count; });
         QObject::connect(&schedule, &SamplingSchedule::deliveryDue, &schedule, [this] { ++deliveries; });
     }
 
@@ -53,11 +55,15 @@ private Q_SLOTS:
     void eachPeriodTicksAndDeliveriesComeBetween();
     void manyChangesOfOneTurnAreGroupedOnce();
     void aBusyThreadMissesTicksAndEachIsCounted();
+    void ticksMissedBeforeTheirPeriodGoesAreCounted();
+    void ticksMissedAfterTheChangeOfTheirPeriodAreCounted();
+    void ticksMissedBeforeAStopAreCounted();
     void aStoppedScheduleIsSilent();
     void nothingIsScheduledUnlessItRuns();
     void startingARunningScheduleChangesTheDelivery();
     void aShorterPeriodTakesEffectAtOnce();
-    void aSlotOfTheDeliveryMayDeleteTheSchedule();
+    void aSlotMayStopOrDeleteTheSchedule_data();
+    void aSlotMayStopOrDeleteTheSchedule();
 };
 
 void TestSamplingSchedule::eachPeriodTicksAndDeliveriesComeBetween()
@@ -103,6 +109,48 @@ void TestSamplingSchedule::aBusyThreadMissesTicksAndEachIsCounted()
     QVERIFY(session.missed.value(5) >= 100 / 5 - 2);
     const qint64 counted = session.ticks.value(5) + session.missed.value(5);
     QVERIFY2(counted <= clock.elapsed() / 5, qPrintable(QString::number(counted)));
+}
+
+void TestSamplingSchedule::ticksMissedBeforeTheirPeriodGoesAreCounted()
+{
+    Session session({5});
+    session.schedule.start(hoursMs);
+    QTRY_VERIFY_WITH_TIMEOUT(session.ticks.value(5) >= 2, timeoutMs);
+
+    QThread::msleep(100);
+    session.periods = {hoursMs};
+    session.schedule.scheduleGrouping();
+
+    QVERIFY(session.missed.value(5) >= 100 / 5 - 2);
+    const qint64 ticks = session.ticks.value(5);
+    QTRY_COMPARE_WITH_TIMEOUT(session.groupings, 2, timeoutMs);
+    QCOMPARE(session.ticks.value(5), ticks + 1);
+}
+
+void TestSamplingSchedule::ticksMissedAfterTheChangeOfTheirPeriodAreCounted()
+{
+    Session session({5});
+    session.schedule.start(hoursMs);
+    QTRY_VERIFY_WITH_TIMEOUT(session.ticks.value(5) >= 2, timeoutMs);
+
+    session.periods = {hoursMs};
+    session.schedule.scheduleGrouping();
+    QThread::msleep(100);
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.groupings, 2, timeoutMs);
+    QVERIFY(session.missed.value(5) >= 100 / 5 - 2);
+}
+
+void TestSamplingSchedule::ticksMissedBeforeAStopAreCounted()
+{
+    Session session({5});
+    session.schedule.start(hoursMs);
+    QTRY_VERIFY_WITH_TIMEOUT(session.ticks.value(5) >= 2, timeoutMs);
+
+    QThread::msleep(100);
+    session.schedule.stop();
+
+    QVERIFY(session.missed.value(5) >= 100 / 5 - 2);
 }
 
 void TestSamplingSchedule::aStoppedScheduleIsSilent()
@@ -163,14 +211,46 @@ void TestSamplingSchedule::aShorterPeriodTakesEffectAtOnce()
     QCOMPARE(session.ticks.value(hoursMs), 0);
 }
 
-void TestSamplingSchedule::aSlotOfTheDeliveryMayDeleteTheSchedule()
+void TestSamplingSchedule::aSlotMayStopOrDeleteTheSchedule_data()
 {
+    QTest::addColumn<QString>("signal");
+    QTest::addColumn<bool>("isDeleted");
+    for (const QString signal : {"grouping", "sampling", "delivery"}) {
+        QTest::newRow(qPrintable(signal + ", stopped")) << signal << false;
+        QTest::newRow(qPrintable(signal + ", deleted")) << signal << true;
+    }
+}
+
+void TestSamplingSchedule::aSlotMayStopOrDeleteTheSchedule()
+{
+    QFETCH(QString, signal);
+    QFETCH(bool, isDeleted);
     const QPointer<SamplingSchedule> schedule(new SamplingSchedule);
-    connect(schedule, &SamplingSchedule::deliveryDue, this, [schedule] { delete schedule; });
+    QStringList log;
+    const auto onSignal = [&](const QString& name) {
+        log << name;
+        if (name == signal && isDeleted)
+            delete schedule;
+        else if (name == signal)
+            schedule->stop();
+    };
+    connect(schedule, &SamplingSchedule::groupingDue, this, [&] {
+        schedule->setPeriods({5, 10});
+        onSignal("grouping");
+    });
+    connect(schedule, &SamplingSchedule::samplingDue, this, [&] { onSignal("sampling"); });
+    connect(schedule, &SamplingSchedule::deliveryDue, this, [&] { onSignal("delivery"); });
+    schedule->start(20);
+    QThread::msleep(25); // everything is due in the first turns
 
-    schedule->start(5);
+    QTRY_VERIFY_WITH_TIMEOUT(!schedule || !schedule->isRunning(), timeoutMs);
+    Session other({5});
+    other.schedule.start(10);
+    QTRY_VERIFY_WITH_TIMEOUT(other.deliveries >= 3, timeoutMs);
 
-    QTRY_VERIFY_WITH_TIMEOUT(!schedule, timeoutMs);
+    QCOMPARE(log.count(signal), 1);
+    QCOMPARE(log.last(), signal);
+    delete schedule;
 }
 
 QTEST_GUILESS_MAIN(TestSamplingSchedule)

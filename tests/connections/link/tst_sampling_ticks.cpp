@@ -22,6 +22,7 @@ private Q_SLOTS:
     void ticksThatAreMissedAfterAChangeCount();
     void aPeriodThatChangesAgainAndAgainTicksOn();
     void ticksThatBeginLateHaveMissedNothing();
+    void missedTicksAreTakenOnceAndLeaveTheNewest();
     void aPeriodIsAtLeastOneMillisecond();
     void stampsAscendStrictly();
 };
@@ -111,6 +112,22 @@ void TestSamplingTicks::ticksThatBeginLateHaveMissedNothing()
 
     QCOMPARE(ticks.next(), 1240);
     QCOMPARE(ticks.take(1240).missed, 0);
+}
+
+void TestSamplingTicks::missedTicksAreTakenOnceAndLeaveTheNewest()
+{
+    SamplingTicks ticks(10, 0);
+    QCOMPARE(ticks.takeMissed(9), 0);
+    QCOMPARE(ticks.takeMissed(19), 0);
+
+    QCOMPARE(ticks.takeMissed(45), 3);
+    QCOMPARE(ticks.takeMissed(45), 0);
+    QCOMPARE(ticks.takeMissed(55), 1);
+
+    const SamplingTicks::Due due = ticks.take(60);
+    QVERIFY(due.isDue);
+    QCOMPARE(due.missed, 1);
+    QCOMPARE(ticks.next(), 70);
 }
 
 void TestSamplingTicks::aPeriodIsAtLeastOneMillisecond()

@@ -12,14 +12,17 @@ namespace {
 
 using Table = WatchTable<QString>;
 
-/// "10: A B, 20: C": the groups.
+/// "10: A B, 20: C": the groups of periods up to 100 ms.
 QString groups(const Table& table)
 {
     QStringList texts;
-    for (const auto& [period, keys] : table.groups()) {
+    for (int period = 1; period <= 100; ++period) {
         QStringList names;
-        for (const QString* const key : keys)
-            names << *key;
+        for (const auto* const entry : table.keysOfPeriod(period))
+            names << entry->key;
+        if (names.isEmpty())
+            continue;
+        names.sort();
         texts << QStringLiteral("%1: %2").arg(period).arg(names.join(' '));
     }
     return texts.join(", ");
@@ -41,8 +44,9 @@ private Q_SLOTS:
     void theWatchersPeriodHoldsForEveryKey();
     void watchingAgainChangesThePeriodOnly();
     void aPeriodIsAtLeastOneMillisecond();
-    void theGroupsOfAnUnwatchedKeyAreEmptyUntilTheyAreMadeAgain();
-    void everyChangeAsksForNewGroups();
+    void anUnwatchedKeyLeavesItsGroup();
+    void aChangedKeyStaysInItsGroupUntilTheNextGrouping();
+    void unwatchingAllKeysEmptiesTheGroups();
     void aKeyStaysWhereItIs();
     void aPeriodWithoutKeysHasNone();
 };
@@ -57,7 +61,7 @@ void TestWatchTable::keysAreGroupedByTheirOwnPeriods()
     QCOMPARE(table.group(), std::vector<int>({10, 20}));
 
     QCOMPARE(groups(table), QStringLiteral("10: A B, 20: C"));
-    QCOMPARE(*table.keysOfPeriod(20).front(), QStringLiteral("C"));
+    QCOMPARE(table.keysOfPeriod(20).front()->key, QStringLiteral("C"));
 }
 
 void TestWatchTable::theWatchersPeriodHoldsForEveryKey()
@@ -95,43 +99,52 @@ void TestWatchTable::aPeriodIsAtLeastOneMillisecond()
     QCOMPARE(table.group(), std::vector<int>({1}));
 }
 
-void TestWatchTable::theGroupsOfAnUnwatchedKeyAreEmptyUntilTheyAreMadeAgain()
+void TestWatchTable::anUnwatchedKeyLeavesItsGroup()
+{
+    Table table;
+    for (const char* name : {"A", "B", "C"})
+        watch(table, name, 10);
+    table.group();
+
+    table.unwatch("A");
+    QCOMPARE(groups(table), QStringLiteral("10: B C"));
+    QVERIFY(!table.find("A"));
+    table.unwatch("C");
+    QCOMPARE(groups(table), QStringLiteral("10: B"));
+    table.unwatch("B");
+    QCOMPARE(groups(table), QString());
+    QVERIFY(table.group().empty());
+}
+
+void TestWatchTable::aChangedKeyStaysInItsGroupUntilTheNextGrouping()
 {
     Table table;
     watch(table, "A", 10);
     watch(table, "B", 10);
     table.group();
 
+    watch(table, "A", 20);
+    watch(table, "C", 10);
+    table.setSamplingPeriod(5);
+    QCOMPARE(groups(table), QStringLiteral("10: A B"));
+    table.unwatch("C");
     table.unwatch("A");
-    QCOMPARE(groups(table), QString());
-    QVERIFY(!table.find("A"));
-    table.group();
     QCOMPARE(groups(table), QStringLiteral("10: B"));
+    table.group();
 
-    table.unwatchAll();
-    QCOMPARE(groups(table), QString());
-    QVERIFY(table.group().empty());
+    QCOMPARE(groups(table), QStringLiteral("5: B"));
 }
 
-void TestWatchTable::everyChangeAsksForNewGroups()
+void TestWatchTable::unwatchingAllKeysEmptiesTheGroups()
 {
     Table table;
-    const auto isGrouped = [&table] {
-        const bool was = table.isGrouped();
-        table.group();
-        return was;
-    };
     watch(table, "A", 10);
-    QVERIFY(!isGrouped());
-    QVERIFY(isGrouped());
-    watch(table, "A", 20);
-    QVERIFY(!isGrouped());
-    table.setSamplingPeriod(5);
-    QVERIFY(!isGrouped());
-    table.unwatch("Nowhere");
-    QVERIFY(isGrouped());
-    table.unwatch("A");
-    QVERIFY(!isGrouped());
+    table.group();
+
+    table.unwatchAll();
+
+    QCOMPARE(groups(table), QString());
+    QVERIFY(table.group().empty());
 }
 
 void TestWatchTable::aKeyStaysWhereItIs()

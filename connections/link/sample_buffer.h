@@ -32,7 +32,7 @@ public:
     {}
 
     const SampleLimits& limits() const { return m_limits; }
-    /// How many more samples fit, as far as all keys together are concerned.
+    /// How many more samples fit, as far as all keys together are concerned; none when the bytes are used up.
     int room() const
     {
         return m_bytes >= m_limits.bytes || m_samples >= m_limits.samples ? 0 : m_limits.samples - m_samples;
@@ -48,9 +48,9 @@ private:
 
 /// The samples of one key between two deliveries, in the order in which they were added.
 ///
-/// Bounded by the budget that it shares with the other keys. The rule when there is no room: the key's own oldest
-/// sample makes room for the new one, so that the newest value of a key always arrives; a new sample of a key that has
-/// none in the buffer is dropped. What is dropped is counted.
+/// The budget, which it shares with the other keys, is never exceeded. When there is no room, the oldest samples of the
+/// same key are dropped until the new one fits. The new sample is dropped if it does not fit even then: its key has no
+/// samples in the buffer, or it is larger than what the other keys leave. Dropped samples are counted.
 ///
 /// Not thread-safe; an empty buffer does not touch the budget when it is destroyed. Keeps its memory from one delivery
 /// to the next: adding a sample allocates nothing then.
@@ -64,8 +64,8 @@ public:
     SampleBuffer& operator=(SampleBuffer&&) = delete;
 
     bool isEmpty() const { return m_count == 0; }
-    /// The time stamp is later than that of the sample before. `bytes` is what the value takes beside what other
-    /// samples share with it.
+    /// The time stamp is later than that of the sample before. `bytes` is the size of the value, or 0 if it shares its
+    /// memory with the sample before.
     void add(double timeStamp, const QVariant& value, qint64 bytes = 0);
     /// Hands out all samples; the buffer is empty then.
     Samples take();
@@ -83,12 +83,15 @@ private:
         qint64 bytes;
     };
 
+    bool canFit(qint64 bytes) const;
+    void dropOldest();
     void release();
 
     SampleBudget* m_budget;
     std::vector<Sample> m_ring; // grows on demand; circular from m_first when full
     std::size_t m_first = 0;
     std::size_t m_count = 0;
+    qint64 m_bytes = 0; // of the samples in the ring
     LossSpan m_dropped;
 };
 

@@ -22,29 +22,20 @@ SampleBuffer::SampleBuffer(SampleBuffer&& other) noexcept
     , m_ring(std::exchange(other.m_ring, {}))
     , m_first(std::exchange(other.m_first, 0))
     , m_count(std::exchange(other.m_count, 0))
+    , m_bytes(std::exchange(other.m_bytes, 0))
     , m_dropped(std::exchange(other.m_dropped, {}))
 {}
 
 void SampleBuffer::add(double timeStamp, const QVariant& value, qint64 bytes)
 {
-    const bool isFull = m_count >= static_cast<std::size_t>(m_budget->limits().samplesPerKey);
-    if (isFull || m_budget->room() == 0) {
-        const double droppedStamp = m_count > 0 ? m_ring[m_first].timeStamp : timeStamp;
-        m_dropped.add(1, droppedStamp, droppedStamp);
-        if (m_count == 0)
-            return;
-        // The oldest goes and its place is taken by the new one at the other end.
-        m_budget->m_bytes += bytes - m_ring[m_first].bytes;
-        if (m_count == m_ring.size()) {
-            m_ring[m_first] = {timeStamp, value, bytes};
-            m_first = (m_first + 1) % m_ring.size();
-        } else {
-            m_ring[m_first].value = QVariant();
-            m_first = (m_first + 1) % m_ring.size();
-            m_ring[(m_first + m_count - 1) % m_ring.size()] = {timeStamp, value, bytes};
-        }
+    if (!canFit(bytes)) {
+        m_dropped.add(1, timeStamp, timeStamp);
         return;
     }
+    const SampleLimits& limits = m_budget->limits();
+    while (m_count >= static_cast<std::size_t>(limits.samplesPerKey) || m_budget->m_samples >= limits.samples ||
+           m_budget->m_bytes > limits.bytes - bytes)
+        dropOldest();
     if (m_count == m_ring.size()) {
         // The start is moved to the front before the ring grows: the order is that of the places again.
         std::rotate(m_ring.begin(), m_ring.begin() + static_cast<std::ptrdiff_t>(m_first), m_ring.end());
@@ -54,8 +45,34 @@ void SampleBuffer::add(double timeStamp, const QVariant& value, qint64 bytes)
         m_ring[(m_first + m_count) % m_ring.size()] = {timeStamp, value, bytes};
     }
     ++m_count;
+    m_bytes += bytes;
     ++m_budget->m_samples;
     m_budget->m_bytes += bytes;
+}
+
+// Whether the sample fits when all others of this key are dropped.
+bool SampleBuffer::canFit(qint64 bytes) const
+{
+    const SampleLimits& limits = m_budget->limits();
+    const bool hasPlace = m_count > 0 || m_budget->m_samples < limits.samples;
+    return hasPlace && m_budget->m_bytes - m_bytes <= limits.bytes - bytes;
+}
+
+void SampleBuffer::dropOldest()
+{
+    Sample& oldest = m_ring[m_first];
+    m_dropped.add(1, oldest.timeStamp, oldest.timeStamp);
+    m_first = (m_first + 1) % m_ring.size();
+    --m_count;
+    --m_budget->m_samples;
+    if (m_count > 0 && m_ring[m_first].bytes == 0) {
+        // The value stays in memory: the next sample shares it.
+        m_ring[m_first].bytes = oldest.bytes;
+    } else {
+        m_bytes -= oldest.bytes;
+        m_budget->m_bytes -= oldest.bytes;
+    }
+    oldest.value = QVariant();
 }
 
 Samples SampleBuffer::take()
@@ -91,8 +108,8 @@ void SampleBuffer::release()
     if (m_count == 0)
         return;
     m_budget->m_samples -= static_cast<int>(m_count);
-    for (std::size_t i = 0; i < m_count; ++i)
-        m_budget->m_bytes -= m_ring[(m_first + i) % m_ring.size()].bytes;
+    m_budget->m_bytes -= m_bytes;
+    m_bytes = 0;
 }
 
 } // namespace Velk

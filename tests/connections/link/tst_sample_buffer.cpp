@@ -8,6 +8,7 @@
 #include <deque>
 #include <memory>
 #include <random>
+#include <vector>
 
 using namespace Velk;
 
@@ -56,6 +57,9 @@ private Q_SLOTS:
     void theSamplesOfAllKeysShareTheBudget();
     void aKeyWithoutSamplesHasNothingToMakeRoomWith();
     void bytesAreBoundedToo();
+    void growingValuesOfManyKeysKeepWithinTheBytes();
+    void aSampleThatCannotFitLeavesTheOthers();
+    void aSharedValueCountsUntilItsLastSampleGoes();
     void roomIsWhatFitsOverAllKeys();
     void whatIsTakenOrClearedOrGoneMakesRoom();
     void clearingIsNoLoss();
@@ -139,12 +143,74 @@ void TestSampleBuffer::bytesAreBoundedToo()
     SampleBuffer buffer(&budget);
     buffer.add(1, "long", 60);
     buffer.add(2, "longer", 60);
+    buffer.add(3, "short", 40);
     QCOMPARE(budget.room(), 0);
 
-    buffer.add(3, "short", 1);
+    buffer.add(4, "shorter", 1);
 
-    QCOMPARE(text(buffer.take()), QStringLiteral("2:longer 3:short"));
+    QCOMPARE(text(buffer.take()), QStringLiteral("3:short 4:shorter"));
+    QCOMPARE(text(buffer.takeDropped()), QStringLiteral("2 at 1-2"));
     QCOMPARE(budget.room(), 10);
+}
+
+void TestSampleBuffer::growingValuesOfManyKeysKeepWithinTheBytes()
+{
+    SampleBudget budget(limits(10, 1000, 100));
+    std::vector<SampleBuffer> buffers;
+    for (int key = 0; key < 50; ++key)
+        buffers.emplace_back(&budget);
+    for (SampleBuffer& buffer : buffers)
+        buffer.add(1, 1, 1);
+
+    for (SampleBuffer& buffer : buffers)
+        buffer.add(2, 40, 40);
+
+    qint64 bytes = 0;
+    int samples = 0;
+    qint64 dropped = 0;
+    for (SampleBuffer& buffer : buffers) {
+        for (const QVariant& value : buffer.take()) {
+            bytes += value.toInt();
+            ++samples;
+        }
+        dropped += buffer.takeDropped().count;
+    }
+    QCOMPARE(bytes, 90); // 50 small values and one large one
+    QCOMPARE(samples + dropped, 100);
+}
+
+void TestSampleBuffer::aSampleThatCannotFitLeavesTheOthers()
+{
+    SampleBudget budget(limits(10, 10, 100));
+    SampleBuffer arm(&budget);
+    SampleBuffer leg(&budget);
+    arm.add(1, "arm", 30);
+    leg.add(1, "leg", 60);
+
+    arm.add(2, "longer than what leg leaves", 41);
+    arm.add(3, "larger than the budget", 101);
+
+    QCOMPARE(text(arm.take()), QStringLiteral("1:arm"));
+    QCOMPARE(text(arm.takeDropped()), QStringLiteral("2 at 2-3"));
+}
+
+void TestSampleBuffer::aSharedValueCountsUntilItsLastSampleGoes()
+{
+    SampleBudget budget(limits(3, 10, 100));
+    SampleBuffer arm(&budget);
+    SampleBuffer leg(&budget);
+    arm.add(1, "shared", 60);
+    arm.add(2, "shared");
+    arm.add(3, "shared");
+    arm.add(4, "own", 1);
+
+    leg.add(4, "leg", 50);
+    QVERIFY(leg.isEmpty());
+
+    arm.add(5, "own", 1);
+    arm.add(6, "own", 1);
+    leg.add(6, "leg", 50);
+    QCOMPARE(text(leg.take()), QStringLiteral("6:leg"));
 }
 
 void TestSampleBuffer::roomIsWhatFitsOverAllKeys()

@@ -7,8 +7,6 @@
 
 #include <QMetaObject>
 
-#include <cmath>
-
 namespace Velk {
 
 namespace {
@@ -237,15 +235,12 @@ void EmbeddedMemoryInterface::sample(int periodMs, qint64 missedTicks)
         MemorySlot& slot = *entry->key.slot;
         MemoryListener& listener = entry->key.listener;
         if (slot.kind == KeyKind::Data && slot.hasValue) {
-            double& lastStamp = listener.lastStamp;
-            const double timeStamp =
-                slot.isStampedByRobot
-                    ? slot.newest.timeStamp
-                    : std::max(now, std::nextafter(lastStamp, std::numeric_limits<double>::infinity()));
-            if (timeStamp > lastStamp) {
-                lastStamp = timeStamp;
-                slot.lastTimeStamp = std::max(slot.lastTimeStamp, timeStamp);
+            if (!slot.isStampedByRobot) {
+                const double timeStamp = listener.stamps.next(now);
+                slot.stamps.raise(timeStamp);
                 listener.buffer.add(timeStamp, slot.newest.value);
+            } else if (slot.newest.timeStamp > listener.stamps.last()) {
+                listener.buffer.add(listener.stamps.next(slot.newest.timeStamp), slot.newest.value);
             }
         }
         lock.nextKey();

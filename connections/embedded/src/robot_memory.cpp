@@ -10,15 +10,6 @@
 
 namespace Velk {
 
-namespace {
-
-double justAbove(double timeStamp)
-{
-    return std::nextafter(timeStamp, std::numeric_limits<double>::infinity());
-}
-
-} // namespace
-
 bool RobotMemoryPrivate::declare(KeyKind kind, const QString& name)
 {
     const std::lock_guard<std::mutex> lock(mutex);
@@ -34,14 +25,13 @@ bool RobotMemoryPrivate::write(KeyKind kind, bool isEachDelivered, const QString
     MemorySlot& slot = *slotOf(name);
     if (!file(slot, kind))
         return false;
-    slot.lastTimeStamp = std::max(timeStamp ? *timeStamp : tick(), justAbove(slot.lastTimeStamp));
-    slot.newest = {slot.lastTimeStamp, value};
+    slot.newest = {slot.stamps.next(timeStamp ? *timeStamp : tick()), value};
     slot.hasValue = true;
     slot.isStampedByRobot = timeStamp.has_value() || isEachDelivered;
     if (isEachDelivered) {
         for (MemoryListener* const listener : slot.listeners) {
-            listener->buffer.add(slot.lastTimeStamp, value);
-            listener->lastStamp = slot.lastTimeStamp;
+            listener->buffer.add(slot.newest.timeStamp, value);
+            listener->stamps.raise(slot.newest.timeStamp);
         }
     }
     return true;
@@ -83,8 +73,7 @@ void RobotMemoryPrivate::unwatch(const std::shared_ptr<MemorySlot>& slot)
 
 double RobotMemoryPrivate::tick()
 {
-    m_lastTick = std::max(unixTime(), justAbove(m_lastTick));
-    return m_lastTick;
+    return m_ticks.next(unixTime());
 }
 
 void RobotMemoryPrivate::listen(MemorySlot& slot, MemoryListener* listener)

@@ -7,10 +7,10 @@
 #include <connections/embedded/robot_memory.h>
 #include <connections/link/key_kind.h>
 #include <connections/link/sample_buffer.h>
+#include <connections/link/sample_stamps.h>
 
 #include <QHash>
 
-#include <limits>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -26,7 +26,7 @@ struct MemoryListener
     {}
 
     SampleBuffer buffer;
-    double lastStamp = -std::numeric_limits<double>::infinity(); // of the newest sample in it, also when it was taken
+    SampleStamps stamps; // of the samples in it, also when they were taken
 };
 
 /// What the memory knows about one name. Guarded by the memory's mutex.
@@ -38,7 +38,7 @@ struct MemorySlot
     bool hasValue = false;
     bool isStampedByRobot = false; // the newest value has its time: it is not sampled twice by one watcher
     MemorySample newest;
-    double lastTimeStamp = -std::numeric_limits<double>::infinity(); // outlives a removal while the name is watched
+    SampleStamps stamps; // outlive a removal while the name is watched
     int watchers = 0;
     std::vector<MemoryListener*> listeners; // of the watchers that run; not owned
 };
@@ -77,7 +77,7 @@ private:
     // Kept as lists, and not collected when asked for: a list of a million names is then handed out by a shared copy,
     // without holding up the robot's threads.
     KeyNames m_names;
-    double m_lastTick = -std::numeric_limits<double>::infinity();
+    SampleStamps m_ticks;
 };
 
 } // namespace Velk

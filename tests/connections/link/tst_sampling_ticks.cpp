@@ -25,6 +25,8 @@ private Q_SLOTS:
     void missedTicksAreTakenOnceAndLeaveTheNewest();
     void aPeriodIsAtLeastOneMillisecond();
     void stampsAscendStrictly();
+    void stampsMoveOnByTheirStep();
+    void raisedStampsGoOnFromThere();
 };
 
 void TestSamplingTicks::ticksAreTheMultiplesOfThePeriod()
@@ -152,6 +154,29 @@ void TestSamplingTicks::stampsAscendStrictly()
     QVERIFY(stamps.next(1.0) > afterTheSame);
     QCOMPARE(stamps.next(13.0), 13.0);
     QCOMPARE(stamps.last(), 13.0);
+}
+
+void TestSamplingTicks::stampsMoveOnByTheirStep()
+{
+    SampleStamps stamps(0.25);
+    QCOMPARE(stamps.next(10.0), 10.0);
+
+    QCOMPARE(stamps.next(10.0), 10.25);
+    QCOMPARE(stamps.next(3.0), 10.5);
+    QCOMPARE(stamps.next(10.625), 10.625);
+    SampleStamps far(1e-6);
+    far.next(1e18);
+    QVERIFY(far.next(1e18) > 1e18);
+}
+
+void TestSamplingTicks::raisedStampsGoOnFromThere()
+{
+    SampleStamps stamps(1.0);
+    stamps.raise(5.0);
+    stamps.raise(4.0);
+    QCOMPARE(stamps.last(), 5.0);
+
+    QCOMPARE(stamps.next(5.0), 6.0);
 }
 
 QTEST_APPLESS_MAIN(TestSamplingTicks)

@@ -7,11 +7,11 @@
 #include "redis_stream_position.h"
 
 #include <connections/link/loss_ledger.h>
+#include <connections/link/sample_stamps.h>
 
 #include <QHash>
 #include <QString>
 
-#include <limits>
 #include <map>
 
 namespace Velk {
@@ -20,7 +20,8 @@ namespace Velk {
 struct RedisCarriedKey
 {
     LossAccount* losses = nullptr;
-    double newestStamp = -std::numeric_limits<double>::infinity();
+    /// The step is the resolution of the server's clock, in which the robot's producers count as well.
+    SampleStamps stamps = SampleStamps(1e-6);
     /// Where the key's streams were when the connection was lost, by the server's key: reading goes on from there.
     QHash<QByteArray, RedisStreamPosition> positions;
 };

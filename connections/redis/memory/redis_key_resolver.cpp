@@ -196,7 +196,7 @@ void RedisKeyResolver::onStreamInfo(RedisWatchedKey& key, RedisSource& source, c
     source.hasPosition = true;
     // A data key has a value before anything changes; an event is only what happens from now on.
     const RedisStreamEntry newest = RedisStreamEntry::of(info.field("last-entry"));
-    if (source.hasIndex() && !source.isAlwaysStream && !newest.id.isEmpty() && newest.cutBytes == 0)
+    if (key.isWatched && source.hasIndex() && !source.isAlwaysStream && !newest.id.isEmpty() && newest.cutBytes == 0)
         m_intake->add(key, newest.stamp, newest.value, newest.bytes);
 }
 

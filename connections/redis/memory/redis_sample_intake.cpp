@@ -5,48 +5,41 @@
 
 #include <connections/link/unix_time.h>
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <utility>
 
 namespace Velk {
 
-namespace {
-
-// The resolution of the server's clock, in which the robot's producers count as well.
-constexpr double stampStep = 1e-6;
-
-double stampAfter(double previous)
+SampleLimits RedisSampleIntake::defaultLimits()
 {
-    const double next = previous + stampStep;
-    return next > previous ? next : std::nextafter(previous, std::numeric_limits<double>::infinity());
+    SampleLimits limits;
+    limits.samples = 250000;
+    limits.bytes = 64 * 1024 * 1024;
+    return limits;
 }
 
-} // namespace
-
-RedisSampleIntake::RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits)
+RedisSampleIntake::RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver, const SampleLimits& limits)
     : m_carryOver(std::move(carryOver))
-    , m_limits(limits)
+    , m_budget(std::make_shared<SampleBudget>(limits))
 {}
+
+RedisWatchedKeyPtr RedisSampleIntake::createKey(const QString& name) const
+{
+    const auto key = std::make_shared<RedisWatchedKey>(m_budget);
+    key->name = name;
+    key->carried = m_carryOver->ofKey(name);
+    return key;
+}
 
 void RedisSampleIntake::add(RedisWatchedKey& key, double stamp, const QVariant& value, qint64 bytes)
 {
-    if (room() == 0) {
-        countDropped(key, 1);
-        return;
-    }
-    double& newestStamp = key.carried->newestStamp;
-    newestStamp = stamp > newestStamp ? stamp : stampAfter(newestStamp);
-    key.samples.insert(key.samples.cend(), newestStamp, value);
-    ++m_size;
-    m_bytes += bytes;
+    key.samples.add(key.carried->stamps.next(stamp), value, bytes);
+    const LossSpan dropped = key.samples.takeDropped();
+    m_carryOver->ledger->record(key.carried->losses, LossCause::Dropped, dropped.count, dropped.from, dropped.to);
 }
 
-void RedisSampleIntake::countDropped(RedisWatchedKey& key, qint64 count)
+void RedisSampleIntake::countDropped(RedisWatchedKey& key, double stamp)
 {
-    const double now = unixTime();
-    m_carryOver->ledger->record(key.carried->losses, LossCause::Dropped, count, now, now);
+    m_carryOver->ledger->record(key.carried->losses, LossCause::Dropped, 1, stamp, stamp);
 }
 
 void RedisSampleIntake::countTrimmed(RedisWatchedKey& key, qint64 count)
@@ -55,20 +48,13 @@ void RedisSampleIntake::countTrimmed(RedisWatchedKey& key, qint64 count)
     m_carryOver->ledger->record(key.carried->losses, LossCause::Trimmed, count, now, now);
 }
 
-int RedisSampleIntake::room() const
+GatheredData RedisSampleIntake::take(const std::vector<RedisWatchedKeyPtr>& keys)
 {
-    return m_bytes >= m_limits.bytes ? 0 : std::max(0, m_limits.samples - m_size);
-}
-
-QMap<QString, QMap<double, QVariant>> RedisSampleIntake::take(const std::vector<RedisWatchedKeyPtr>& keys)
-{
-    QMap<QString, QMap<double, QVariant>> batch;
+    GatheredData batch;
     for (const RedisWatchedKeyPtr& key : keys) {
         if (!key->samples.isEmpty())
-            batch.insert(key->name, std::exchange(key->samples, {}));
+            batch.insert(key->name, key->samples.take());
     }
-    m_size = 0;
-    m_bytes = 0;
     return batch;
 }
 

@@ -7,7 +7,9 @@
 #include "redis_carry_over.h"
 #include "redis_watched_key.h"
 
-#include <QMap>
+#include <connections/link/sample_buffer.h>
+#include <robotconnection/memory_interface.h>
+
 #include <QString>
 #include <QVariant>
 
@@ -16,39 +18,35 @@
 
 namespace Velk {
 
-/// Takes in the samples of watched keys between two deliveries. Bounded: a sample that does not fit is dropped and
-/// counted. Time stamps of one key are strictly ascending, within a delivery and from one to the next.
+/// Buffers the samples of watched keys between two deliveries, and records in the ledger what is lost. Time stamps of
+/// one key are strictly ascending, within a delivery and from one to the next.
 class RedisSampleIntake
 {
 public:
-    struct Limits
-    {
-        int samples = 250000;
-        qint64 bytes = 64 * 1024 * 1024;
-    };
+    /// At most 250 000 samples and 64 MiB in the buffers of all keys.
+    static SampleLimits defaultLimits();
 
-    explicit RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver)
-        : RedisSampleIntake(std::move(carryOver), Limits())
-    {}
-    RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver, const Limits& limits);
+    explicit RedisSampleIntake(std::shared_ptr<RedisCarryOver> carryOver, const SampleLimits& limits = defaultLimits());
 
-    /// A stamp that is not newer than the one before is moved to just after it. `bytes` is what the value takes beside
-    /// what other samples share with it.
+    /// A key of this name, without samples, sources and losses.
+    RedisWatchedKeyPtr createKey(const QString& name) const;
+
+    /// A stamp that is not newer than the one before is moved to just after it. `bytes` as for SampleBuffer::add().
     void add(RedisWatchedKey& key, double stamp, const QVariant& value, qint64 bytes);
-    void countDropped(RedisWatchedKey& key, qint64 count);
+    /// One sample of that time was too long.
+    void countDropped(RedisWatchedKey& key, double stamp);
+    /// The server had discarded entries before now.
     void countTrimmed(RedisWatchedKey& key, qint64 count);
 
     /// How many more samples fit.
-    int room() const;
+    int room() const { return m_budget->room(); }
 
     /// The samples that wait to be delivered; none wait afterwards.
-    QMap<QString, QMap<double, QVariant>> take(const std::vector<RedisWatchedKeyPtr>& keys);
+    static GatheredData take(const std::vector<RedisWatchedKeyPtr>& keys);
 
 private:
     std::shared_ptr<RedisCarryOver> m_carryOver;
-    Limits m_limits;
-    int m_size = 0;
-    qint64 m_bytes = 0;
+    std::shared_ptr<SampleBudget> m_budget;
 };
 
 } // namespace Velk

@@ -40,11 +40,9 @@ RedisSampler::~RedisSampler() = default;
 void RedisSampler::watch(const QString& name, const QByteArray& rawName, std::vector<RedisSource> sources, int periodMs)
 {
     m_keys.watch(name, periodMs, [&] {
-        const auto key = std::make_shared<RedisWatchedKey>();
-        key->name = name;
+        const RedisWatchedKeyPtr key = m_intake.createKey(name);
         key->rawName = rawName;
         key->sources = std::move(sources);
-        key->carried = m_carryOver->ofKey(name);
         m_unresolved.push_back(key);
         return key;
     });
@@ -58,6 +56,7 @@ void RedisSampler::unwatch(const QString& name)
         return;
     m_schedule.scheduleGrouping();
     (*key)->isWatched = false;
+    (*key)->samples.clear();
     (*key)->carried->positions.clear();
     m_keys.unwatch(name);
 }
@@ -66,8 +65,10 @@ void RedisSampler::unwatchAll()
 {
     m_schedule.scheduleGrouping();
     // Positions are kept: after a reconnection everything is unwatched and watched again before reading goes on.
-    for (const auto& [name, entry] : m_keys.entries())
+    for (const auto& [name, entry] : m_keys.entries()) {
         entry.key->isWatched = false;
+        entry.key->samples.clear();
+    }
     m_keys.unwatchAll();
     m_unresolved.clear();
     m_resolver.clear();
@@ -104,7 +105,8 @@ void RedisSampler::stop()
         }
         key->wasResolved = false;
     }
-    m_intake.take(m_unresolved);
+    for (const RedisWatchedKeyPtr& key : m_unresolved)
+        key->samples.clear();
 }
 
 void RedisSampler::forgetPositions()
@@ -137,7 +139,7 @@ void RedisSampler::endForReconnection()
                 key->carried->positions.insert(source.key, source.position);
         }
     }
-    const GatheredData rest = m_intake.take(keys);
+    const GatheredData rest = RedisSampleIntake::take(keys);
     if (!rest.isEmpty())
         emit gathered(rest);
 }
@@ -161,7 +163,7 @@ void RedisSampler::countMissedTicks(int periodMs, qint64 count)
 void RedisSampler::deliver()
 {
     // Last statement on purpose: a receiver may end the connection, and this object with it.
-    emit gathered(m_intake.take(allKeys()));
+    emit gathered(RedisSampleIntake::take(allKeys()));
 }
 
 std::vector<RedisWatchedKeyPtr> RedisSampler::allKeys() const

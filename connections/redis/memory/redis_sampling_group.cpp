@@ -151,7 +151,7 @@ void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const Re
             continue;
         const RedisReply value = reply.at(qsizetype(i));
         if (value.isError()) {
-            m_intake->countDropped(*ref.key, 1);
+            m_intake->countDropped(*ref.key, tick.stamp);
             // A value that is too long is resolved again before it is fetched again. Otherwise the reply was too long.
             if (RedisError::of(value.view()).valueBytes > RedisKeyResolver::maxValueBytes)
                 ref.source().type = RedisSource::Unresolved;

@@ -107,7 +107,7 @@ bool RedisStreamReader::takeEntries(const RedisSourceRef& ref, const RedisReply&
             ++source.position.entriesAdded;
         source.hasUncountedEntries = true;
         if (entry.cutBytes > 0)
-            m_intake->countDropped(*ref.key, 1);
+            m_intake->countDropped(*ref.key, entry.stamp);
         else
             m_intake->add(*ref.key, entry.stamp, entry.value, entry.bytes);
     }

@@ -7,12 +7,13 @@
 #include "redis_carry_over.h"
 #include "redis_source.h"
 
+#include <connections/link/sample_buffer.h>
+
 #include <QByteArray>
-#include <QMap>
 #include <QString>
-#include <QVariant>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Velk {
@@ -20,13 +21,19 @@ namespace Velk {
 /// A key that is watched, with the samples that wait to be delivered.
 struct RedisWatchedKey
 {
+    explicit RedisWatchedKey(std::shared_ptr<SampleBudget> sampleBudget)
+        : budget(std::move(sampleBudget))
+        , samples(budget.get())
+    {}
+
     QString name;
     QByteArray rawName;    ///< as the server spells it
     bool isWatched = true; ///< false: replies that are due still refer to the key
     bool wasResolved = false;
     std::vector<RedisSource> sources;
-    QMap<double, QVariant> samples;
-    RedisCarriedKey* carried; ///< outlives the connection
+    std::shared_ptr<SampleBudget> budget; ///< of all keys of the connection
+    SampleBuffer samples;
+    RedisCarriedKey* carried = nullptr; ///< outlives the connection
 };
 
 using RedisWatchedKeyPtr = std::shared_ptr<RedisWatchedKey>;

@@ -15,8 +15,8 @@
 
 namespace Velk {
 
-/// The answer to MemoryInterface::isRealTimeSupported() of one connection: the same for everyone who asks, whether they
-/// ask before it is known or after.
+/// The answer to MemoryInterface::isRealTimeSupported() of one connection: the same for all askers, before it is
+/// known and after.
 class LINK_EXPORT RealTimeQuestion : public QObject
 {
     Q_OBJECT
@@ -32,9 +32,10 @@ public:
     std::optional<bool> answer() const { return m_answer; }
 
 Q_SIGNALS:
-    /// Someone asks, and there is no answer yet. Once: for the connection to find out.
+    /// Emitted at the first question without an answer. The connection then measures or looks it up.
     void asked();
-    /// An answer was queued to the one who asked.
+    /// The answer was queued to an asker. Emitted once, after it was queued to everyone who has asked so far. A slot
+    /// may delete this object.
     void answered(bool isSupported);
 
 private:
@@ -44,10 +45,12 @@ private:
         QByteArray member;
     };
 
-    void send(const Asker& asker);
+    bool send(const Asker& asker);
+    void report();
 
     std::optional<bool> m_answer;
     std::vector<Asker> m_askers;
+    bool m_isReported = false;
 };
 
 } // namespace Velk

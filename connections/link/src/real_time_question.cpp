@@ -19,7 +19,8 @@ void RealTimeQuestion::ask(QObject* receiver, const char* member)
         return;
     const Asker asker{receiver, member};
     if (m_answer) {
-        send(asker);
+        if (send(asker))
+            report();
         return;
     }
     m_askers.push_back(asker);
@@ -32,16 +33,26 @@ void RealTimeQuestion::answer(bool isSupported)
     if (m_answer)
         return;
     m_answer = isSupported;
+    bool isSent = false;
     for (const Asker& asker : std::exchange(m_askers, {}))
-        send(asker);
+        isSent = send(asker) || isSent;
+    if (isSent)
+        report();
 }
 
-void RealTimeQuestion::send(const Asker& asker)
+// False when the asker is gone.
+bool RealTimeQuestion::send(const Asker& asker)
 {
-    if (asker.receiver)
-        QMetaObject::invokeMethod(asker.receiver, asker.member.constData(), Qt::QueuedConnection,
-                                  Q_ARG(bool, *m_answer));
-    emit answered(*m_answer);
+    if (!asker.receiver)
+        return false;
+    QMetaObject::invokeMethod(asker.receiver, asker.member.constData(), Qt::QueuedConnection, Q_ARG(bool, *m_answer));
+    return true;
+}
+
+void RealTimeQuestion::report()
+{
+    if (!std::exchange(m_isReported, true))
+        emit answered(*m_answer);
 }
 
 } // namespace Velk

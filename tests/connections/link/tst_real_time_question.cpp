@@ -3,6 +3,7 @@
 
 #include <connections/link/real_time_question.h>
 
+#include <QPointer>
 #include <QSignalSpy>
 #include <QStringList>
 #include <QTest>
@@ -32,6 +33,8 @@ private Q_SLOTS:
     void theAnswerComesFromTheEventLoop();
     void theFirstAnswerCounts();
     void anAskerThatIsGoneIsNotAnswered();
+    void theAnswerIsReportedOnceWhenItIsQueuedToAnAsker();
+    void aSlotOfTheReportMayDeleteTheQuestion();
     void aQuestionOfNobodyIsIgnored();
 };
 
@@ -96,11 +99,45 @@ void TestRealTimeQuestion::anAskerThatIsGoneIsNotAnswered()
     auto asker = std::make_unique<Asker>();
     question.ask(asker.get(), "gotAnswer");
 
+    QSignalSpy answered(&question, &RealTimeQuestion::answered);
     asker.reset();
     question.answer(true);
     QCoreApplication::processEvents();
 
     QCOMPARE(question.answer(), std::optional<bool>(true));
+    QCOMPARE(answered.count(), 0);
+}
+
+void TestRealTimeQuestion::theAnswerIsReportedOnceWhenItIsQueuedToAnAsker()
+{
+    RealTimeQuestion question;
+    QSignalSpy answered(&question, &RealTimeQuestion::answered);
+    Asker asker;
+    question.ask(&asker, "gotAnswer");
+    question.ask(&asker, "gotAnswer");
+
+    question.answer(true);
+    QCOMPARE(answered.count(), 1);
+    question.ask(&asker, "gotAnswer");
+
+    QCOMPARE(answered.count(), 1);
+    QTRY_COMPARE(asker.answers, QStringList({"yes", "yes", "yes"}));
+}
+
+void TestRealTimeQuestion::aSlotOfTheReportMayDeleteTheQuestion()
+{
+    const QPointer<RealTimeQuestion> question(new RealTimeQuestion);
+    connect(question, &RealTimeQuestion::answered, this, [question] { delete question; });
+    Asker early;
+    Asker late;
+    question->ask(&early, "gotAnswer");
+    question->ask(&late, "gotAnswer");
+
+    question->answer(true);
+
+    QVERIFY(!question);
+    QTRY_COMPARE(early.answers, QStringList("yes"));
+    QTRY_COMPARE(late.answers, QStringList("yes"));
 }
 
 void TestRealTimeQuestion::aQuestionOfNobodyIsIgnored()

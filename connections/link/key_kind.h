@@ -13,7 +13,7 @@ enum class KeyKind
 {
     Data,      ///< holds a value, which is sampled
     Event,     ///< has occurrences, each of which is delivered
-    MicroEvent ///< the same
+    MicroEvent ///< as Event, in the list of micro-events
 };
 
 /// Names of keys, by kind.

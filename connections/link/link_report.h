@@ -9,7 +9,7 @@
 
 namespace Velk {
 
-/// What a connection can say about the robot's side: one line for each subject, to be shown as it is.
+/// Facts about the robot's side, one line per subject, translated and ready to print.
 struct LinkReport
 {
     struct Line

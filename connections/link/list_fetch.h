@@ -15,7 +15,8 @@ namespace Velk {
 /// A list of names that is being fetched. Its future reports exactly one result and finishes, whatever happens: with an
 /// empty list when the fetch is destroyed before finish().
 ///
-/// Continuations of the future run inside finish() and the destructor. Whoever keeps fetches takes them out first.
+/// Continuations of the future run inside finish() and the destructor. A class that stores fetches moves
+/// them out of its members before it finishes them.
 class LINK_EXPORT ListFetch
 {
 public:

@@ -14,6 +14,7 @@
 #include <array>
 #include <functional>
 #include <unordered_map>
+#include <utility>
 
 namespace Velk {
 
@@ -80,8 +81,7 @@ public:
 
     // For connections.
 
-    /// Where the key's losses are recorded; valid until clear(). Losses of a key that is looked up once cost no further
-    /// look-up.
+    /// Where the key's losses are recorded; valid until clear(). Keep the pointer: recording with it needs no look-up.
     LossAccount* account(const QString& name) { return &m_accounts[name]; }
     /// Losses of one key, which count in the total too. `from` and `to` are the times of the first and of the last one.
     void record(LossAccount* key, LossCause cause, qint64 count, double from, double to);

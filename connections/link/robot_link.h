@@ -18,13 +18,13 @@
 
 namespace Velk {
 
-/// A connection manager that an application opens and closes: what every connection of this project offers beyond the
-/// contract that the models need.
+/// A connection manager that an application opens and closes: what every connection offers beyond the contract that the
+/// models need.
 ///
 /// Time stamps of the values that a link delivers are seconds since the Unix epoch, strictly ascending for each key.
 ///
 /// Lives on the models' thread; every signal is emitted there. No call blocks. A slot of any signal may open, close or
-/// delete the link: the signals that are due after it are then left out.
+/// delete the link. Signals that would follow are then not emitted.
 ///
 /// A connection derives from this class, implements the two hooks startConnecting() and stopConnecting(), and reports
 /// what happens by establish(), lose(), giveUp() and reportFailure(). States, signals and their order are done here.
@@ -63,8 +63,8 @@ public:
     SampleLosses losses() const { return lossLedger().total().losses(); }
     SampleLosses losses(const QString& keyName) const { return lossLedger().ofKey(keyName).losses(); }
 
-    /// What the memory service of this connection answered to MemoryInterface::isRealTimeSupported(): it gives every
-    /// asker the same answer. Empty while it has not answered, and without a connection.
+    /// The service's answer to MemoryInterface::isRealTimeSupported(), the same for all callers. Empty while it has not
+    /// answered, and without a connection.
     std::optional<bool> realTimeSupport() const { return m_realTimeSupport; }
 
     /// Finds out what can be said about the robot's side, and calls `done` from the event loop, once. Not called when
@@ -92,15 +92,15 @@ protected:
         Closed ///< close() was called, or the link is destroyed: nothing is delivered any more
     };
 
-    /// Begins to connect, for open(). Ends later, and never within this call, in establish(), giveUp(), or any number
-    /// of reportFailure() calls while the connection goes on trying.
+    /// Begins to connect, for open(). Returns before the result is known. Later the connection calls establish() or
+    /// giveUp(); each failed attempt before that calls reportFailure().
     virtual void startConnecting() = 0;
     /// Undoes startConnecting(), for close(). No establish() or lose() may come from it afterwards.
     virtual void stopConnecting() = 0;
     /// The connection is over: the service must deliver nothing and finish its lists from now on, whoever still holds
     /// it. The pointer that memoryInterface() gives is dropped after this call.
     virtual void endService(MemoryInterface& service, Ending ending);
-    /// Records in the ledger what was lost and is counted elsewhere still. Called before the ledger is read.
+    /// Moves the losses that the connection counts itself into the ledger. Called before the ledger is read.
     virtual void collectLosses() {}
 
     /// The robot is connected, with this memory service, which is not null. Nothing when the link is closed or
@@ -112,7 +112,7 @@ protected:
     void giveUp(const QString& title, const QString& message);
     /// Emits failed(), once for the same failure.
     void reportFailure(const QString& title, const QString& message);
-    /// The memory service has queued its answer to the one who asked; only the first call of a connection counts.
+    /// The memory service has queued its answer to an asker. Only the first call of a connection counts.
     void setRealTimeSupport(bool isSupported);
     /// To record losses in, from this thread.
     LossLedger& ledger() { return m_ledger; }

@@ -52,7 +52,8 @@ public:
     virtual void close() = 0;
 
     /// Lists the names as keys of the robot, in place of all that this writer declared before: those that are in
-    /// `names` no longer are removed. Names that others declared stay. A name of several kinds is of the last of them.
+    /// `names` no longer are removed. Names that others declared stay. A name in several lists gets the last
+    /// kind: data, event, micro-event.
     virtual void declare(const KeyNames& names) = 0;
     /// Whether sampling the robot every 10 ms makes sense; not stated at first.
     virtual void setRealTimeSupported(bool isSupported) = 0;

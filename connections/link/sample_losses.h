@@ -12,7 +12,7 @@ namespace Velk {
 struct SampleLosses
 {
     qint64 skippedTicks = 0; ///< sampling ticks left out because the answer to the one before was outstanding
-    qint64 missedTicks = 0;  ///< sampling ticks that this program was too busy for, or stopped
+    qint64 missedTicks = 0;  ///< sampling ticks that came due while this program was busy or stopped
     qint64 dropped = 0;      ///< samples and occurrences that did not fit in the connection's buffer between deliveries
     qint64 trimmed = 0;      ///< occurrences that the robot itself had discarded before they could be fetched
 

@@ -39,7 +39,7 @@ void RobotLink::close()
     if (m_state == Disconnected)
         return;
     const bool wasConnected = m_state == Connected;
-    // The state comes first: whoever is called back by the hooks finds the link closed.
+    // The state changes first: code that the hooks call back finds the link closed.
     m_state = Disconnected;
     const int change = ++m_change;
     const QPointer<RobotLink> self(this);
@@ -53,7 +53,7 @@ void RobotLink::close()
 
 const LossLedger& RobotLink::lossLedger() const
 {
-    // What was lost is lost, whether it is recorded yet or not: the link does not change by it.
+    // Collecting only copies existing counts, so the link counts as unchanged.
     const_cast<RobotLink*>(this)->collectLosses();
     return m_ledger;
 }
@@ -123,7 +123,7 @@ void RobotLink::setRealTimeSupport(bool isSupported)
     if (m_state != Connected || m_realTimeSupport)
         return;
     m_realTimeSupport = isSupported;
-    // Queued behind the answer: who asked has it when this is emitted.
+    // Queued behind the answer: the asker has it when this is emitted.
     QMetaObject::invokeMethod(
         this,
         [this, change = m_change, isSupported] {

@@ -18,8 +18,8 @@ namespace Velk {
 /// A robot that pushes: it writes into a RobotMemory, and reports whether it is in reach. An EmbeddedLink shows the
 /// memory to the models and follows the reports.
 ///
-/// Used as it is, it stands for robot code that runs by itself in this process: in reach as soon as the link is open.
-/// A robot that has to be started derives from it, or from LoopFeed when it writes at a fixed period.
+/// Used as it is, it represents robot code that runs by itself in this process: in reach as soon as the link is open. A
+/// robot that has to be started derives from it, or from LoopFeed when it writes at a fixed period.
 class EMBEDDED_EXPORT RobotFeed
 {
 public:

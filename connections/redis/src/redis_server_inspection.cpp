@@ -3,18 +3,13 @@
 
 #include "redis_server_inspection.h"
 
-#include <QDateTime>
+#include <connections/link/unix_time.h>
 
 #include <utility>
 
 namespace Velk {
 
 namespace {
-
-double now()
-{
-    return double(QDateTime::currentMSecsSinceEpoch()) / 1000.0;
-}
 
 QString infoField(const QByteArray& info, const QByteArray& field)
 {
@@ -56,10 +51,10 @@ void RedisServerInspection::start(const RedisMetadata& metadata, std::vector<QBy
 
 void RedisServerInspection::askTime()
 {
-    m_inquiry.ask({"TIME"}, [this, askedAt = now()](const RedisReply& reply) {
+    m_inquiry.ask({"TIME"}, [this, askedAt = unixTime()](const RedisReply& reply) {
         const double serverTime = double(reply.at(0).integer()) + double(reply.at(1).integer()) / 1e6;
         if (reply.size() == 2)
-            m_report.clockOffsetSeconds = serverTime - (askedAt + now()) / 2;
+            m_report.clockOffsetSeconds = serverTime - (askedAt + unixTime()) / 2;
     });
 }
 

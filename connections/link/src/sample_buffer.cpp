@@ -8,6 +8,13 @@
 
 namespace Velk {
 
+namespace {
+
+// Samples of a key for which the memory is kept from one delivery to the next.
+constexpr std::size_t maxIdleSamples = 1024;
+
+} // namespace
+
 SampleBuffer::SampleBuffer(SampleBudget* budget)
     : m_budget(budget)
 {}
@@ -83,6 +90,9 @@ Samples SampleBuffer::take()
         Sample& sample = m_ring[(m_first + i) % m_ring.size()];
         samples.insert(samples.cend(), sample.timeStamp, std::exchange(sample.value, QVariant()));
     }
+    // After a burst, many keys would otherwise keep more memory than the budget allows them to fill.
+    if (m_ring.size() > maxIdleSamples)
+        m_ring = std::vector<Sample>(); // "= {}" would keep the memory
     m_first = 0;
     m_count = 0;
     return samples;
@@ -91,7 +101,7 @@ Samples SampleBuffer::take()
 void SampleBuffer::clear()
 {
     release();
-    m_ring = {};
+    m_ring = std::vector<Sample>(); // "= {}" would keep the memory
     m_first = 0;
     m_count = 0;
 }

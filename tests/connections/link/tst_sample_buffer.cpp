@@ -62,6 +62,7 @@ private Q_SLOTS:
     void aSharedValueCountsUntilItsLastSampleGoes();
     void roomIsWhatFitsOverAllKeys();
     void whatIsTakenOrClearedOrGoneMakesRoom();
+    void samplesAfterABurstAreBuffered();
     void clearingIsNoLoss();
     void anyOrderOfCallsKeepsTheNewestSamples();
 };
@@ -243,6 +244,19 @@ void TestSampleBuffer::whatIsTakenOrClearedOrGoneMakesRoom()
     const SampleBuffer moved(std::move(*gone));
     gone.reset();
     QCOMPARE(budget.room(), 4);
+}
+
+void TestSampleBuffer::samplesAfterABurstAreBuffered()
+{
+    SampleBudget budget(limits(3000, 3000));
+    SampleBuffer buffer(&budget);
+    addNumbers(buffer, 1, 5000);
+    QCOMPARE(buffer.take().size(), 3000);
+    QCOMPARE(budget.room(), 3000);
+
+    addNumbers(buffer, 5001, 5002);
+
+    QCOMPARE(text(buffer.take()), QStringLiteral("5001:50010 5002:50020"));
 }
 
 void TestSampleBuffer::clearingIsNoLoss()

@@ -6,6 +6,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
 namespace Velk {
 
@@ -44,6 +45,7 @@ RedisTransactions::RedisTransactions(RedisSession* session)
     : m_session(session)
     , m_inquiry(session)
 {
+    connect(&m_inquiry, &RedisInquiry::finished, this, &RedisTransactions::onFinished);
     connect(&m_inquiry, &RedisInquiry::interrupted, this, &RedisTransactions::onInterrupted);
 }
 
@@ -51,56 +53,118 @@ void RedisTransactions::run(const std::vector<RedisWrite>& writes)
 {
     for (std::size_t first = 0; first < writes.size(); first += maxWritesPerTransaction) {
         const std::size_t end = std::min(first + maxWritesPerTransaction, writes.size());
-        runTransaction({writes.begin() + std::ptrdiff_t(first), writes.begin() + std::ptrdiff_t(end)});
-    }
-}
-
-void RedisTransactions::runTransaction(const std::vector<RedisWrite>& writes)
-{
-    const auto ignore = [](const RedisReply&) {}; // what EXEC answers is enough
-    m_inquiry.ask({"MULTI"}, ignore);
-    for (const RedisWrite& write : writes) {
-        for (const QByteArrayList& command : write.commands)
-            m_inquiry.ask(command, ignore);
+        m_transactions.emplace_back(writes.begin() + std::ptrdiff_t(first), writes.begin() + std::ptrdiff_t(end));
     }
     m_outstanding += int(writes.size());
     m_outstandingOccurrences += occurrencesIn(writes);
     m_outstandingBytes += bytesOf(writes);
-    m_inquiry.ask({"EXEC"}, [this, writes](const RedisReply& reply) { onReply(writes, reply); });
+    runNext();
 }
 
-void RedisTransactions::onReply(const std::vector<RedisWrite>& writes, const RedisReply& reply)
+void RedisTransactions::runNext()
 {
-    m_outstanding -= int(writes.size());
-    m_outstandingOccurrences -= occurrencesIn(writes);
-    m_outstandingBytes -= bytesOf(writes);
-    const QPointer<RedisTransactions> self(this);
-    qsizetype next = 0;
-    for (const RedisWrite& write : writes) {
-        RedisReply error = reply.isArray() ? RedisReply() : reply;
-        for (qsizetype i = 0; i < write.commands.size(); ++i, ++next) {
-            if (reply.at(next).isError())
-                error = reply.at(next);
+    if (m_inquiry.isActive() || m_transactions.empty())
+        return;
+    m_answers.clear();
+    m_executionError.clear();
+    m_inquiry.ask({"MULTI"}, [](const RedisReply&) {}); // an error shows in the answer to EXEC
+    for (const RedisWrite& write : m_transactions.front()) {
+        for (const QByteArrayList& command : write.commands) {
+            const std::size_t index = m_answers.size();
+            m_answers.emplace_back();
+            m_inquiry.ask(command, [this, index](const RedisReply& reply) { onQueued(index, reply); });
         }
-        if (error.isError())
-            fail(write, error);
-        else if (write.done)
-            write.done(QString());
-        if (!self)
-            return;
+    }
+    m_inquiry.ask({"EXEC"}, [this](const RedisReply& reply) { onExecuted(reply); });
+}
+
+void RedisTransactions::onQueued(std::size_t command, const RedisReply& reply)
+{
+    if (reply.isError())
+        m_answers[command] = {Refused, reply.bytes()};
+    else if (reply.bytes() != "QUEUED")
+        m_answers[command].answer = Executed;
+}
+
+void RedisTransactions::onExecuted(const RedisReply& reply)
+{
+    if (!reply.isArray()) {
+        m_executionError = reply.isError() ? reply.bytes() : QByteArrayLiteral("ERR the transaction was not run");
+        return;
+    }
+    for (std::size_t i = 0; i < m_answers.size(); ++i) {
+        const RedisReply result = reply.at(qsizetype(i));
+        m_answers[i] = result.isError() ? CommandAnswer{Refused, result.bytes()} : CommandAnswer{Executed, {}};
     }
 }
 
-void RedisTransactions::fail(const RedisWrite& write, const RedisReply& errorReply)
+// All answers to the first transaction are here, also those that came from the node of a redirection after EXEC.
+void RedisTransactions::onFinished()
 {
+    const std::vector<RedisWrite> writes = std::move(m_transactions.front());
+    m_transactions.pop_front();
+    const std::vector<CommandAnswer> answers = std::exchange(m_answers, {});
+    const bool isAnythingDecided = std::any_of(answers.begin(), answers.end(),
+                                               [](const CommandAnswer& answer) { return answer.answer != Queued; });
+    std::vector<RedisWrite> again;
+    std::vector<std::pair<RedisWrite, QByteArray>> ended;
+    auto answer = answers.begin();
+    for (const RedisWrite& write : writes) {
+        QList<QByteArrayList> missing;
+        QByteArray error;
+        for (const QByteArrayList& command : write.commands) {
+            if (answer->answer == Refused)
+                error = answer->error;
+            else if (answer->answer == Queued)
+                missing.append(command);
+            ++answer;
+        }
+        if (error.isEmpty() && !missing.isEmpty() && isAnythingDecided) {
+            again.push_back(write);
+            again.back().commands = missing;
+            m_outstandingBytes -= write.bytes() - again.back().bytes();
+        } else {
+            ended.emplace_back(write, error.isEmpty() && !missing.isEmpty() ? m_executionError : error);
+        }
+    }
+    // Before anything that comes later, and before the callbacks, which may write more.
+    if (!again.empty())
+        m_transactions.push_front(again);
+    const QPointer<RedisTransactions> self(this);
+    for (const auto& [write, error] : ended) {
+        if (!end(write, error))
+            return;
+    }
+    runNext();
+    if (self && m_transactions.empty())
+        emit idle();
+}
+
+// False when a callback has deleted this object.
+bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText)
+{
+    // What was interrupted by a callback is not outstanding any more.
+    m_outstanding = std::max(0, m_outstanding - 1);
+    if (write.content == RedisWrite::Occurrence)
+        m_outstandingOccurrences = std::max(0, m_outstandingOccurrences - 1);
+    m_outstandingBytes = std::max<qint64>(0, m_outstandingBytes - write.bytes());
+    const QPointer<RedisTransactions> self(this);
+    if (errorText.isEmpty()) {
+        if (write.done)
+            write.done(QString());
+        return self;
+    }
     if (write.content != RedisWrite::Declaration)
         ++m_lostCount;
-    const RedisError error = RedisError::of(errorReply.view());
+    if (write.undone)
+        write.undone();
+    const RedisError error = RedisError::of(errorText);
     const QString message = error.message(m_session->server());
     if (write.done)
         write.done(message);
     else if (error.kind == RedisError::WrongType)
         emit refused(error.title(), message);
+    return self;
 }
 
 // Values are written again with the next connection; occurrences are not, for they may have been written.
@@ -110,6 +174,12 @@ void RedisTransactions::onInterrupted()
     m_outstanding = 0;
     m_outstandingOccurrences = 0;
     m_outstandingBytes = 0;
+    for (const std::vector<RedisWrite>& writes : std::exchange(m_transactions, {})) {
+        for (const RedisWrite& write : writes) {
+            if (write.undone)
+                write.undone();
+        }
+    }
 }
 
 } // namespace Velk

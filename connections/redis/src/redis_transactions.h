@@ -10,6 +10,7 @@
 #include <QList>
 #include <QObject>
 
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -28,12 +29,16 @@ struct RedisWrite
     Content content = Declaration;
     QList<QByteArrayList> commands;
     std::function<void(const QString& error)> done;
+    std::function<void()> undone; ///< called when the write was refused, or not answered, before `done`
 
     qint64 bytes() const;
 };
 
-/// Runs writes in transactions, and counts those that were not written. Viewers of the memory see all writes of a
-/// transaction or none.
+/// Runs writes in transactions, one after the other, and counts those that were not written. Viewers of the memory see
+/// all writes of a transaction or none.
+///
+/// A server runs no command of a transaction when it refuses one of them. The writes that it did not refuse are then
+/// run again without the refused ones.
 class RedisTransactions : public QObject
 {
     Q_OBJECT
@@ -43,7 +48,7 @@ public:
     explicit RedisTransactions(RedisSession* session);
 
     /// Runs the writes, in one transaction as long as they are not very many. Each one's `done` gets an empty text or
-    /// an error; not when the connection is replaced before.
+    /// an error; not when the connection is replaced before. Transactions that run already come first.
     void run(const std::vector<RedisWrite>& writes);
 
     /// Writes that the server has not answered yet, and their size.
@@ -55,17 +60,36 @@ public:
     void resetLostCount() { m_lostCount = 0; }
 
 Q_SIGNALS:
+    /// All writes are answered.
+    void idle();
     /// A write without `done` was refused for the type of its key. Other errors are reported by the session.
     void refused(const QString& title, const QString& message);
 
 private:
-    void runTransaction(const std::vector<RedisWrite>& writes);
-    void onReply(const std::vector<RedisWrite>& writes, const RedisReply& reply);
-    void fail(const RedisWrite& write, const RedisReply& error);
+    enum Answer
+    {
+        Queued,   ///< run with the transaction
+        Executed, ///< run at once, by the node of a redirection
+        Refused
+    };
+    struct CommandAnswer
+    {
+        Answer answer = Queued;
+        QByteArray error; ///< the server's text, of a refused command
+    };
+
+    void runNext();
+    void onQueued(std::size_t command, const RedisReply& reply);
+    void onExecuted(const RedisReply& reply);
+    void onFinished();
+    bool end(const RedisWrite& write, const QByteArray& error);
     void onInterrupted();
 
     RedisSession* m_session;
     RedisInquiry m_inquiry;
+    std::deque<std::vector<RedisWrite>> m_transactions; // the first one runs if m_inquiry is active
+    std::vector<CommandAnswer> m_answers;               // to all commands of the first one
+    QByteArray m_executionError;                        // why it was not run; empty when it was
     int m_outstanding = 0;
     int m_outstandingOccurrences = 0;
     qint64 m_outstandingBytes = 0;

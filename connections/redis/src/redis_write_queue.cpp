@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t maxWrites = 20000;
 constexpr qint64 maxBytes = 64 * 1024 * 1024;
 constexpr int namesPerCommand = 1000;
+constexpr int pauseMs = 1000;
 const QByteArrayList streamLimit = {"MAXLEN", "~", "10000"};
 
 void addNames(QList<QByteArrayList>* commands, const QByteArrayList& command, const QByteArrayList& names)
@@ -30,7 +31,11 @@ RedisWriteQueue::RedisWriteQueue(RedisSession* session, const RedisLayout& layou
     , m_typeInquiry(session)
 {
     m_flushTimer.setSingleShot(true);
+    m_pauseTimer.setSingleShot(true);
+    m_pauseTimer.setInterval(pauseMs);
     connect(&m_flushTimer, &QTimer::timeout, this, &RedisWriteQueue::flush);
+    connect(&m_pauseTimer, &QTimer::timeout, this, &RedisWriteQueue::scheduleFlush);
+    connect(&m_transactions, &RedisTransactions::idle, this, &RedisWriteQueue::scheduleFlush);
     connect(&m_typeInquiry, &RedisInquiry::finished, this, &RedisWriteQueue::flush);
     connect(&m_transactions, &RedisTransactions::refused, this, &RedisWriteQueue::refused);
     connect(session, &RedisSession::replaced, this, &RedisWriteQueue::onReplaced);
@@ -43,13 +48,17 @@ void RedisWriteQueue::declare(const KeyNames& names)
         for (const QString& name : names.of(kind))
             declared.insert(name, kind);
     }
+    QSet<QString> goneNames;
     for (auto former = m_declared.cbegin(); former != m_declared.cend(); ++former) {
         const auto now = declared.constFind(former.key());
         if (now != declared.cend() && *now == former.value())
             continue;
         m_removed[std::size_t(former.value())].insert(former.key());
         m_newestValues.remove(former.key());
+        if (now == declared.cend())
+            goneNames.insert(former.key());
     }
+    dropWaiting(goneNames);
     for (auto now = declared.cbegin(); now != declared.cend(); ++now)
         m_removed[std::size_t(now.value())].remove(now.key());
     m_declared = declared;
@@ -63,9 +72,15 @@ void RedisWriteQueue::setRealTimeSupported(bool isSupported)
     scheduleFlush();
 }
 
+void RedisWriteQueue::keep(const QString& name, const QByteArray& value)
+{
+    m_newestValues.insert(name, value);
+    m_unwritten.insert(name);
+}
+
 void RedisWriteQueue::put(const QString& name, const QByteArray& value, const Done& done)
 {
-    keep(name, value);
+    m_newestValues.insert(name, value);
     Waiting write;
     write.name = name;
     write.bytes = value;
@@ -93,9 +108,29 @@ void RedisWriteQueue::remove(const QStringList& names, const Done& done)
         for (QSet<QString>& removed : m_removed)
             removed.insert(name);
     }
+    // What waits would be written after the removal.
+    dropWaiting(QSet<QString>(names.begin(), names.end()));
     if (done)
         m_removalDones.push_back(done);
     scheduleFlush();
+}
+
+void RedisWriteQueue::dropWaiting(const QSet<QString>& names)
+{
+    if (names.isEmpty())
+        return;
+    std::vector<Waiting> rest;
+    for (const Waiting& write : std::exchange(m_waiting, {})) {
+        if (!names.contains(write.name)) {
+            rest.push_back(write);
+            continue;
+        }
+        m_waitingBytes -= write.bytes.size();
+        if (write.done)
+            QMetaObject::invokeMethod(
+                this, [done = write.done] { done(QString()); }, Qt::QueuedConnection);
+    }
+    m_waiting = rest;
 }
 
 void RedisWriteQueue::clear()
@@ -105,6 +140,8 @@ void RedisWriteQueue::clear()
     m_removalDones.clear();
     m_isRealTime.reset();
     m_newestValues.clear();
+    m_unwritten.clear();
+    m_pauseTimer.stop();
     m_waiting.clear();
     m_waitingBytes = 0;
 }
@@ -122,6 +159,11 @@ void RedisWriteQueue::add(const Waiting& write)
     if (!hasRoom) {
         refuse(write, tr("The server does not keep up with what is written."));
         return;
+    }
+    // A refused removal that waits to be repeated came before this write.
+    if (m_pauseTimer.isActive()) {
+        for (QSet<QString>& removed : m_removed)
+            removed.remove(write.name);
     }
     m_waitingBytes += write.bytes.size();
     m_waiting.push_back(write);
@@ -151,18 +193,21 @@ void RedisWriteQueue::onReplaced()
         Waiting write;
         write.name = value.key();
         write.bytes = value.value();
-        write.isRepeated = true;
+        write.isRepeated = !m_unwritten.contains(value.key());
         m_waitingBytes += write.bytes.size();
         repeated.push_back(write);
     }
+    m_unwritten.clear();
     m_waiting.insert(m_waiting.begin(), repeated.begin(), repeated.end());
     scheduleFlush();
 }
 
 void RedisWriteQueue::dropWaiting()
 {
-    for (const Waiting& write : std::exchange(m_waiting, {}))
-        m_lostCount += write.isOccurrence ? 1 : 0;
+    for (const Waiting& write : std::exchange(m_waiting, {})) {
+        const bool isStream = !write.isOccurrence && m_types.value(write.name, String) == Stream;
+        m_lostCount += write.isOccurrence || isStream ? 1 : 0;
+    }
     m_waitingBytes = 0;
 }
 
@@ -204,11 +249,15 @@ void RedisWriteQueue::onType(const QString& name, const RedisReply& reply)
 
 void RedisWriteQueue::flush()
 {
-    if (!m_session->isUp() || m_typeInquiry.isActive() || !askTypes())
+    if (!m_session->isUp() || m_typeInquiry.isActive() || m_transactions.outstanding() > 0 || !askTypes())
         return;
     std::vector<RedisWrite> writes = {declarations()};
-    if (writes.front().commands.isEmpty())
+    if (writes.front().commands.isEmpty()) {
+        if (const Done done = writes.front().done)
+            QMetaObject::invokeMethod(
+                this, [done] { done(QString()); }, Qt::QueuedConnection);
         writes.clear();
+    }
     m_waitingBytes = 0;
     for (const Waiting& write : std::exchange(m_waiting, {})) {
         const KeyType type = m_types.value(write.name, String);
@@ -218,7 +267,7 @@ void RedisWriteQueue::flush()
             const QString error = m_typeErrors.value(write.name);
             refuse(write, error);
             if (!write.done)
-                emit refused(tr("Redis: key of another type"), error);
+                emit refused(tr("Redis: key cannot be written"), error);
         } else if (!write.isRepeated || type == String) {
             writes.push_back(valueWrite(write));
         }
@@ -234,10 +283,13 @@ void RedisWriteQueue::flush()
 RedisWrite RedisWriteQueue::declarations()
 {
     RedisWrite write;
-    addRemovals(&write);
-    addDeclared(&write);
+    if (m_pauseTimer.isActive())
+        return write;
+    const NamesByKind removed = addRemovals(&write);
+    const NamesByKind listed = addDeclared(&write);
     if (m_isRealTime && !std::exchange(m_isRealTimeWritten, true))
         write.commands.append({"HSET", m_layout.metadata(), "realtime", *m_isRealTime ? "1" : "0"});
+    write.undone = [this, removed, listed] { undoDeclarations(removed, listed); };
     const std::vector<Done> dones = std::exchange(m_removalDones, {});
     if (!dones.empty()) {
         write.done = [dones](const QString& error) {
@@ -248,13 +300,29 @@ RedisWrite RedisWriteQueue::declarations()
     return write;
 }
 
-void RedisWriteQueue::addRemovals(RedisWrite* write)
+void RedisWriteQueue::undoDeclarations(const NamesByKind& removed, const NamesByKind& listed)
 {
+    for (const KeyKind kind : kinds) {
+        const std::size_t index = std::size_t(kind);
+        m_listed[index].subtract(listed[index]);
+        for (const QString& name : removed[index]) {
+            const auto declared = m_declared.constFind(name);
+            const bool isDeclared = declared != m_declared.cend() && *declared == kind;
+            if (!isDeclared && !(kind == KeyKind::Data && m_newestValues.contains(name)))
+                m_removed[index].insert(name);
+        }
+    }
+    m_isRealTimeWritten = false;
+    m_pauseTimer.start();
+}
+
+RedisWriteQueue::NamesByKind RedisWriteQueue::addRemovals(RedisWrite* write)
+{
+    const NamesByKind allRemoved = std::exchange(m_removed, {});
     for (const KeyKind kind : kinds) {
         QByteArrayList names;
         QByteArrayList keys;
-        const QSet<QString> removed = std::exchange(m_removed[std::size_t(kind)], {});
-        for (const QString& name : removed) {
+        for (const QString& name : allRemoved[std::size_t(kind)]) {
             names.append(name.toUtf8());
             keys.append(m_layout.key(kind, name.toUtf8()));
             m_listed[std::size_t(kind)].remove(name);
@@ -264,32 +332,37 @@ void RedisWriteQueue::addRemovals(RedisWrite* write)
         addNames(&write->commands, {"SREM", m_layout.index(kind)}, names);
         addNames(&write->commands, {"DEL"}, keys);
     }
+    return allRemoved;
 }
 
-void RedisWriteQueue::addDeclared(RedisWrite* write)
+RedisWriteQueue::NamesByKind RedisWriteQueue::addDeclared(RedisWrite* write)
 {
+    NamesByKind names;
     std::array<QByteArrayList, kinds.size()> added;
     for (auto name = m_declared.cbegin(); name != m_declared.cend(); ++name) {
         QSet<QString>& listed = m_listed[std::size_t(name.value())];
         if (listed.contains(name.key()))
             continue;
         listed.insert(name.key());
+        names[std::size_t(name.value())].insert(name.key());
         added[std::size_t(name.value())].append(name.key().toUtf8());
     }
     for (const KeyKind kind : kinds)
         addNames(&write->commands, {"SADD", m_layout.index(kind)}, added[std::size_t(kind)]);
+    return names;
 }
 
 RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
 {
     RedisWrite write;
-    write.content = RedisWrite::Value;
+    // Every sample of a stream counts, as an occurrence does.
+    const bool isStream = m_types.value(value.name) == Stream;
+    write.content = isStream ? RedisWrite::Occurrence : RedisWrite::Value;
     write.done = value.done;
     addListing(&write, KeyKind::Data, value.name);
     const QByteArray key = m_layout.key(KeyKind::Data, value.name.toUtf8());
-    write.commands.append(m_types.value(value.name) == Stream
-                              ? QByteArrayList{"XADD", key} + streamLimit + QByteArrayList{"*", "v", value.bytes}
-                              : QByteArrayList{"SET", key, value.bytes});
+    write.commands.append(isStream ? QByteArrayList{"XADD", key} + streamLimit + QByteArrayList{"*", "v", value.bytes}
+                                   : QByteArrayList{"SET", key, value.bytes});
     return write;
 }
 
@@ -318,6 +391,7 @@ void RedisWriteQueue::addListing(RedisWrite* write, KeyKind kind, const QString&
         return;
     listed.insert(name);
     write->commands.append({"SADD", m_layout.index(kind), name.toUtf8()});
+    write->undone = [this, kind, name] { m_listed[std::size_t(kind)].remove(name); };
 }
 
 } // namespace Velk

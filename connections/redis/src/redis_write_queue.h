@@ -20,8 +20,10 @@
 
 namespace Velk {
 
-/// What waits to be written to a robot's memory. All that comes in one turn of the event loop is written in one
-/// transaction, in its order; a name is listed with its first write on a connection.
+/// What waits to be written to a robot's memory. All that comes in one turn of the event loop, and while a transaction
+/// runs, is written in one transaction: removals and declarations first, then the writes in their order. A name is
+/// listed with its first write on a connection. Names, removals and metadata that were refused are written again after
+/// a pause, or with the next write of the key.
 class RedisWriteQueue : public QObject
 {
     Q_OBJECT
@@ -34,8 +36,8 @@ public:
 
     void declare(const KeyNames& names);
     void setRealTimeSupported(bool isSupported);
-    /// Keeps the value for later connections; nothing else.
-    void keep(const QString& name, const QByteArray& value) { m_newestValues.insert(name, value); }
+    /// Without a connection: keeps the value for the next one.
+    void keep(const QString& name, const QByteArray& value);
     void put(const QString& name, const QByteArray& value, const Done& done);
     void raise(const QString& name, const QByteArray& value, std::optional<double> timeStamp, const Done& done);
     void remove(const QStringList& names, const Done& done);
@@ -76,13 +78,15 @@ private:
     void onReplaced();
     void add(const Waiting& write);
     void refuse(const Waiting& write, const QString& error);
+    void dropWaiting(const QSet<QString>& names);
     void scheduleFlush();
     bool askTypes();
     void onType(const QString& name, const RedisReply& reply);
     void flush();
     RedisWrite declarations();
-    void addRemovals(RedisWrite* write);
-    void addDeclared(RedisWrite* write);
+    NamesByKind addRemovals(RedisWrite* write);
+    NamesByKind addDeclared(RedisWrite* write);
+    void undoDeclarations(const NamesByKind& removed, const NamesByKind& listed);
     RedisWrite valueWrite(const Waiting& value);
     RedisWrite occurrenceWrite(const Waiting& occurrence);
     void addListing(RedisWrite* write, KeyKind kind, const QString& name);
@@ -92,12 +96,14 @@ private:
     RedisTransactions m_transactions;
     RedisInquiry m_typeInquiry;
     QTimer m_flushTimer;
+    QTimer m_pauseTimer; // runs after a refusal: declarations wait until it ends
 
     QHash<QString, KeyKind> m_declared;
     NamesByKind m_removed; // to be removed from the server
     std::vector<Done> m_removalDones;
     std::optional<bool> m_isRealTime;
     QHash<QString, QByteArray> m_newestValues;
+    QSet<QString> m_unwritten; // those of them that came without a connection
     std::vector<Waiting> m_waiting;
     qint64 m_waitingBytes = 0;
     qint64 m_lostCount = 0;

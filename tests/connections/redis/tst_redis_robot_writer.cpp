@@ -238,14 +238,91 @@ private Q_SLOTS:
         QVERIFY(failed.count() >= 1);
     }
 
+    void namesAreListedWhenTheServerHasMemoryAgain()
+    {
+        QVERIFY(connectWriter(*m_writer));
+        m_robot->client().command({"CONFIG", "SET", "maxmemory", "1"});
+        m_writer->declare({{"Angle", "Speed"}, {}, {}});
+        m_writer->put("Angle", 1);
+        QTRY_COMPARE_WITH_TIMEOUT(m_writer->lostCount(), qint64(1), patienceMs);
+
+        m_robot->client().command({"CONFIG", "SET", "maxmemory", "0"});
+
+        QTRY_COMPARE_WITH_TIMEOUT(members("data"), (QByteArrayList{"Angle", "Speed"}), patienceMs);
+        m_writer->put("Angle", 2);
+        QTRY_COMPARE_WITH_TIMEOUT(command({"GET", "mem:{arm1}:v:Angle"}), QByteArray("2"), patienceMs);
+    }
+
+    void aRemovalThatWasRefusedIsRepeated()
+    {
+        m_robot->client().command({"ACL", "SETUSER", "arm", "on", ">pw", "~*", "+@all"});
+        m_writer = writerFor(m_robot->url().replace("redis://", "redis://arm:pw@"));
+        QVERIFY(connectWriter(*m_writer));
+        m_writer->declare({{"Stays", "Goes"}, {}, {}});
+        m_writer->put("Goes", 1);
+        QTRY_COMPARE_WITH_TIMEOUT(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("1"), patienceMs);
+        QSignalSpy failed(m_writer.get(), &RobotWriter::failed);
+        m_robot->client().command({"ACL", "SETUSER", "arm", "-del"});
+        m_writer->declare({{"Stays"}, {}, {}});
+        QTRY_VERIFY_WITH_TIMEOUT(failed.count() > 0, patienceMs);
+
+        m_robot->client().command({"ACL", "SETUSER", "arm", "+del"});
+
+        QTRY_COMPARE_WITH_TIMEOUT(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("0"), patienceMs);
+        QCOMPARE(members("data"), QByteArrayList{"Stays"});
+    }
+
+    void aRefusedWriteDoesNotStopTheOthersOfItsTurn()
+    {
+        m_robot->client().command({"ACL", "SETUSER", "arm", "on", ">pw", "~mem:{arm1}:v:*", "~mem:{arm1}:data",
+                                   "~mem:{arm1}:meta", "~mem:{arm1}:event", "+@all"});
+        m_writer = writerFor(m_robot->url().replace("redis://", "redis://arm:pw@"));
+        QVERIFY(connectWriter(*m_writer));
+
+        m_writer->put("Angle", 1);
+        m_writer->raise("Bumper", 2);
+        m_writer->put("Speed", 3);
+
+        QTRY_COMPARE_WITH_TIMEOUT(command({"MGET", "mem:{arm1}:v:Angle", "mem:{arm1}:v:Speed"}), QByteArray("1\n3"),
+                                  patienceMs);
+        QCOMPARE(m_writer->lostCount(), qint64(1));
+        QCOMPARE(members("data"), (QByteArrayList{"Angle", "Speed"}));
+    }
+
+    void whatIsWrittenAndRemovedInOneTurnIsGone()
+    {
+        QVERIFY(connectWriter(*m_writer));
+        QStringList outcomes;
+        const auto keep = [&outcomes](const QString& error) { outcomes << error; };
+
+        m_writer->put("Angle", 1, keep);
+        m_writer->remove({"Angle"}, keep);
+        m_writer->put("Speed", 2, keep);
+
+        QTRY_COMPARE_WITH_TIMEOUT(outcomes, (QStringList{QString(), QString(), QString()}), patienceMs);
+        QCOMPARE(members("data"), QByteArrayList{"Speed"});
+        QCOMPARE(command({"EXISTS", "mem:{arm1}:v:Angle"}), QByteArray("0"));
+    }
+
+    void removingNothingEnds()
+    {
+        QVERIFY(connectWriter(*m_writer));
+        QStringList outcomes;
+
+        m_writer->remove({}, [&outcomes](const QString& error) { outcomes << error; });
+
+        QTRY_COMPARE_WITH_TIMEOUT(outcomes, QStringList{QString()}, patienceMs);
+    }
+
     void occurrencesWithoutAnAnswerAreCountedAtALoss()
     {
         FaultProxy proxy(m_robot->server().port());
         m_writer = writerFor(proxy.url());
         QVERIFY(connectWriter(*m_writer));
         QSignalSpy lost(m_writer.get(), &RobotWriter::connectionLost);
-        m_writer->raise("Bumper", 0);
-        QTRY_COMPARE_WITH_TIMEOUT(command({"XLEN", "mem:{arm1}:e:Bumper"}), QByteArray("1"), patienceMs);
+        bool isAnswered = false;
+        m_writer->raise("Bumper", 0, {}, [&isAnswered](const QString&) { isAnswered = true; });
+        QTRY_VERIFY_WITH_TIMEOUT(isAnswered, patienceMs);
 
         proxy.setSwallowing(true);
         m_writer->raise("Bumper", 1);

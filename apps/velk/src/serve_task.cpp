@@ -103,7 +103,7 @@ void ServeTask::onListFinished()
     const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
     if (!memory)
         return;
-    const KeyNames listed{m_dataList.result(), m_eventList.result(), m_microEventList.result()};
+    const KeyNames listed = confirmed({m_dataList.result(), m_eventList.result(), m_microEventList.result()});
     m_events = QSet<QString>(listed.events.begin(), listed.events.end());
     m_events.unite(QSet<QString>(listed.microEvents.begin(), listed.microEvents.end()));
     const QSet<QString> names = QSet<QString>(listed.data.begin(), listed.data.end()).unite(m_events);
@@ -123,6 +123,31 @@ void ServeTask::onListFinished()
     m_isAnnounced = true;
 }
 
+// The names with those that only this listing lacks: a name has left when two listings in a row lack it. A list that
+// has become empty counts as one that cannot be read, as after a lost permission, for the contract does not tell the
+// two apart: the names of that kind stay.
+KeyNames ServeTask::confirmed(const KeyNames& listed)
+{
+    KeyNames names = listed;
+    const auto keep = [](QStringList* now, const QStringList& before, const QStringList& served) {
+        if (now->isEmpty()) {
+            *now = served;
+            return;
+        }
+        const QSet<QString> present(now->begin(), now->end());
+        for (const QString& name : before) {
+            if (!present.contains(name))
+                now->append(name);
+        }
+    };
+    keep(&names.data, m_formerList.data, m_served.data);
+    keep(&names.events, m_formerList.events, m_served.events);
+    keep(&names.microEvents, m_formerList.microEvents, m_served.microEvents);
+    m_formerList = listed;
+    m_served = names;
+    return names;
+}
+
 void ServeTask::writeBatch(const GatheredData& batch)
 {
     for (auto key = batch.cbegin(); key != batch.cend(); ++key) {
@@ -140,8 +165,7 @@ void ServeTask::writeBatch(const GatheredData& batch)
 void ServeTask::finish(int status)
 {
     if (!isFinished() && m_writer->lostCount() > 0)
-        report(QStringLiteral("%1 values and occurrences were not written: the server was away, or too slow.")
-                   .arg(m_writer->lostCount()));
+        report(QStringLiteral("%1 values and occurrences were not written.").arg(m_writer->lostCount()));
     RobotTask::finish(status);
 }
 

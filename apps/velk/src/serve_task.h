@@ -40,6 +40,7 @@ private:
     void startWatcher();
     void listKeys();
     void onListFinished();
+    KeyNames confirmed(const KeyNames& listed);
     void writeBatch(const GatheredData& batch);
 
     std::unique_ptr<RobotWriter> m_writer;
@@ -48,6 +49,8 @@ private:
     QFutureWatcher<QStringList> m_eventList;
     QFutureWatcher<QStringList> m_microEventList;
     int m_awaitedLists = 0;
+    KeyNames m_formerList; // as the robot listed them last
+    KeyNames m_served;     // as they were declared last
     QSet<QString> m_watched;
     QSet<QString> m_events; // and micro-events
     QTimer m_listTimer;

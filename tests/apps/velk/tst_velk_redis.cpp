@@ -28,6 +28,7 @@ private Q_SLOTS:
     void aFastPeriodIsAskedForOnARobotWithManyKeys();
     void aServedRobotIsSeenByAnotherVelk();
     void aKeyThatLeavesTheSourceLeavesTheServer();
+    void whatWasServedStaysWhenTheSourceRefusesItsLists();
     void servingGoesOnAfterTheServerCameBackEmpty();
 
 private:
@@ -194,6 +195,30 @@ void TestVelkRedis::aKeyThatLeavesTheSourceLeavesTheServer()
     QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"SISMEMBER", "mem:{arm1}:data", "Goes"}) == "0", 60000);
     QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"EXISTS", "mem:{arm1}:v:Goes"}) == "0", 60000);
     QCOMPARE(m_client->command({"SISMEMBER", "mem:{arm1}:data", "Stays"}), QByteArray("1"));
+    velk.sendSignal(SIGTERM);
+    QCOMPARE(velk.end(), 0);
+}
+
+void TestVelkRedis::whatWasServedStaysWhenTheSourceRefusesItsLists()
+{
+    m_client->command({"ACL", "SETUSER", "reader", "on", ">pw", "~*", "+@all"});
+    m_client->command({"SADD", "mem:{source}:event", "Bumper"});
+    QString source = m_server->url();
+    source.replace("/arm1", "/source").replace("redis://", "redis://reader:pw@");
+    VelkRun velk(velkProgram);
+    velk.start({"serve", "--robot", source, "--to", m_server->url(), "--timeout", "60"});
+    QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"SISMEMBER", "mem:{arm1}:event", "Bumper"}) == "1", 60000);
+    QTRY_VERIFY_WITH_TIMEOUT((m_client->command({"XADD", "mem:{source}:e:Bumper", "*", "v", "1"}),
+                              m_client->command({"EXISTS", "mem:{arm1}:e:Bumper"}) == "1"),
+                             60000);
+
+    m_client->command({"ACL", "SETUSER", "reader", "-scard"});
+
+    QVERIFY2(velk.waitForMessage("permit"), qPrintable(velk.messages()));
+    m_client->command({"XADD", "mem:{source}:e:Bumper", "*", "v", "\"after\""});
+    QTRY_VERIFY_WITH_TIMEOUT(
+        m_client->command({"XREVRANGE", "mem:{arm1}:e:Bumper", "+", "-", "COUNT", "1"}).contains("after"), 60000);
+    QCOMPARE(m_client->command({"SISMEMBER", "mem:{arm1}:event", "Bumper"}), QByteArray("1"));
     velk.sendSignal(SIGTERM);
     QCOMPARE(velk.end(), 0);
 }

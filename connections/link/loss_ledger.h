@@ -28,7 +28,7 @@ enum class LossCause
 };
 
 /// Losses of one cause: how many, and when.
-struct LossSpan
+struct LINK_EXPORT LossSpan
 {
     qint64 count = 0;
     double from = 0.0; ///< time of the first loss, seconds since the Unix epoch; 0 without a loss

@@ -108,7 +108,8 @@ protected:
     void establish(boost::shared_ptr<MemoryInterface> service);
     /// The connection broke, for the given reason: the state becomes Lost. Nothing without a connection.
     void lose(const QString& title, const QString& message);
-    /// The link cannot connect and does not try again: closes it, as close() does, and reports the failure.
+    /// The link cannot connect and does not try again: closes it, as close() does, and reports the failure, also one
+    /// that was reported before.
     void giveUp(const QString& title, const QString& message);
     /// Emits failed(), once for the same failure.
     void reportFailure(const QString& title, const QString& message);

@@ -108,8 +108,11 @@ void RobotLink::giveUp(const QString& title, const QString& message)
 {
     const QPointer<RobotLink> self(this);
     close();
-    if (self && m_state == Disconnected)
-        reportFailure(title, message);
+    if (!self || m_state != Disconnected)
+        return;
+    // Also when an attempt before has failed in the same way: receivers learn by this signal that the link is closed.
+    m_failures.clear();
+    reportFailure(title, message);
 }
 
 void RobotLink::reportFailure(const QString& title, const QString& message)

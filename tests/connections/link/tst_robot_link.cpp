@@ -123,6 +123,7 @@ private Q_SLOTS:
     void aLinkDeletedWhileItsServiceEndsStopsConnecting();
     void aLinkCannotBeOpenedFromItsDestructor();
     void aLinkThatGivesUpIsClosedAndSaysWhy();
+    void givingUpIsReportedAlsoAfterTheSameFailure();
     void destructionEndsTheServiceWithoutASignal();
 
     void theSameFailureIsReportedOnceUntilConnectedOrOpenedAgain();
@@ -412,6 +413,19 @@ void TestRobotLink::aLinkThatGivesUpIsClosedAndSaysWhy()
 {
     TestLink link(&m_log);
     link.open();
+    link.takeLog();
+
+    link.giveUp("Refused", "by the robot");
+
+    QCOMPARE(link.takeLog(), QStringList({"stop: Disconnected", "stateChanged: Disconnected",
+                                          "failed Refused/by the robot: Disconnected"}));
+}
+
+void TestRobotLink::givingUpIsReportedAlsoAfterTheSameFailure()
+{
+    TestLink link(&m_log);
+    link.open();
+    link.reportFailure("Refused", "by the robot");
     link.takeLog();
 
     link.giveUp("Refused", "by the robot");

@@ -38,8 +38,8 @@ public:
     explicit RecordingControl(QObject* parent = nullptr);
     ~RecordingControl() override;
 
-    /// Records from this session's robot from now on; null for none. A recording of the former one is ended, and kept.
-    /// Set another session before this one is deleted.
+    /// Records from the robot of `session` from now on; null for none. A recording of the former one is ended, and
+    /// kept. Set another session before this one is deleted.
     void setSession(RobotSession* session);
 
     State state() const;

@@ -123,9 +123,9 @@ void ServeTask::onListFinished()
     m_isAnnounced = true;
 }
 
-// The names with those that only this listing lacks: a name has left when two listings in a row lack it. A list that
-// has become empty counts as one that cannot be read, as after a lost permission, for the contract does not tell the
-// two apart: the names of that kind stay.
+// The names with those that only this listing lacks: a name has left when two listings in a row lack it. An empty list
+// may be one that cannot be read, as after a lost permission: the contract has no other answer then. So the names of
+// that list stay.
 KeyNames ServeTask::confirmed(const KeyNames& listed)
 {
     KeyNames names = listed;

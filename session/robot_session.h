@@ -72,8 +72,10 @@ public:
 
     /// The newest catalogue that became ready, of this connection or of one before; null before the first one.
     MemoryKeyListModel* catalogue() const;
-    /// Whether a catalogue is fetched on every connection; true at first. With false the present one is deleted later,
-    /// and isReady() does not wait for one.
+    /// Whether a catalogue is fetched on every connection; true at first. When it becomes true during a connection, one
+    /// is fetched at once: a session that is ready stays ready, and keys that are watched meanwhile are displayed when
+    /// the catalogue is ready. When it becomes false, the present catalogue is deleted later, and isReady() does not
+    /// wait for one.
     void setCatalogueWanted(bool isWanted);
 
     /// Watches the keys from now on, as soon as the displayed key set can take them. A key that the catalogue knows is
@@ -135,6 +137,7 @@ private:
     void onKeysAdded(const QSet<DisplayedMemoryKey>& keys);
     void onKeysRemoved(const QSet<DisplayedMemoryKey>& keys);
     void onError(const QString& title, const QString& message);
+    void fetchCatalogue();
     void dropFetchingCatalogue();
     void proceed();
     void displayWatchedKeys();

@@ -64,14 +64,7 @@ void RobotSession::onStateChanged(RobotLink::State state)
 
 void RobotSession::onConnected()
 {
-    dropFetchingCatalogue();
-    if (m_isCatalogueWanted) {
-        m_fetchingCatalogue = new MemoryKeyListModel(m_link.get(), {});
-        for (const QString& name : std::as_const(m_userKeys))
-            m_fetchingCatalogue->addUserKey(name);
-        // Never ready at once: a link that is connected has a memory service, whose lists come from the event loop.
-        connect(m_fetchingCatalogue, &MemoryKeyListModel::ready, this, &RobotSession::onCatalogueReady);
-    }
+    fetchCatalogue();
     proceed();
 }
 
@@ -110,9 +103,13 @@ MemoryKeyListModel* RobotSession::catalogue() const
 
 void RobotSession::setCatalogueWanted(bool isWanted)
 {
-    m_isCatalogueWanted = isWanted;
-    if (isWanted)
+    if (m_isCatalogueWanted == isWanted)
         return;
+    m_isCatalogueWanted = isWanted;
+    if (isWanted) {
+        fetchCatalogue();
+        return;
+    }
     dropFetchingCatalogue();
     // Later: this may run in a slot of its signal.
     if (m_catalogue)
@@ -120,6 +117,18 @@ void RobotSession::setCatalogueWanted(bool isWanted)
     m_catalogue.clear();
     m_isCatalogueCurrent = false;
     proceed();
+}
+
+// Nothing when it is not wanted, cannot be fetched, or is being fetched.
+void RobotSession::fetchCatalogue()
+{
+    if (!m_isCatalogueWanted || !m_link->isConnected() || m_fetchingCatalogue)
+        return;
+    m_fetchingCatalogue = new MemoryKeyListModel(m_link.get(), {});
+    for (const QString& name : std::as_const(m_userKeys))
+        m_fetchingCatalogue->addUserKey(name);
+    // Never ready at once: a link that is connected has a memory service, whose lists come from the event loop.
+    connect(m_fetchingCatalogue, &MemoryKeyListModel::ready, this, &RobotSession::onCatalogueReady);
 }
 
 void RobotSession::onCatalogueReady()

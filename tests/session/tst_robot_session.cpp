@@ -47,6 +47,10 @@ private Q_SLOTS:
     void aCatalogueOfABrokenConnectionIsNotUsed();
     void aCatalogueThatIsNotWantedIsNotFetched();
     void aCatalogueThatIsNotWantedAnyMoreIsDropped();
+    void aCatalogueThatIsNotWantedAnyMoreIsNotWaitedFor();
+    void aCatalogueThatIsWantedDuringAConnectionIsFetchedAtOnce();
+    void aCatalogueThatIsWantedAgainIsFetchedAgain();
+    void aCatalogueThatIsWantedWhenTheRobotConnectsIsFetchedOnce();
     void theSessionIsReadyOnceForEachConnection();
     void theSessionIsReadyWhenTheLastAnswerIsIn_data();
     void theSessionIsReadyWhenTheLastAnswerIsIn();
@@ -165,6 +169,70 @@ void TestRobotSession::aCatalogueThatIsNotWantedAnyMoreIsDropped()
     QVERIFY(!f.session.catalogue());
     QVERIFY(f.session.isReady());
     QTRY_VERIFY(!catalogue);
+}
+
+void TestRobotSession::aCatalogueThatIsNotWantedAnyMoreIsNotWaitedFor()
+{
+    SessionOnFakeRobot f;
+    QSignalSpy catalogueReady(&f.session, &RobotSession::catalogueReady);
+    f.connectRobot();
+    f.finishFetch(0);
+    QVERIFY(!f.session.isReady());
+
+    f.session.setCatalogueWanted(false);
+
+    QVERIFY(f.session.isReady());
+    f.finishAllFetches();
+    QCOMPARE(catalogueReady.count(), 0);
+}
+
+void TestRobotSession::aCatalogueThatIsWantedDuringAConnectionIsFetchedAtOnce()
+{
+    SessionOnFakeRobot f;
+    f.session.setCatalogueWanted(false);
+    f.becomeReady();
+    f.session.watchByName("X");
+    QSignalSpy catalogueReady(&f.session, &RobotSession::catalogueReady);
+    QSignalSpy readyChanged(&f.session, &RobotSession::readyChanged);
+
+    f.session.setCatalogueWanted(true);
+    f.session.watch(unknownKeys({"E"}));
+    f.finishFetch(1);
+
+    QCOMPARE(catalogueReady.count(), 1);
+    QCOMPARE(text(f.session.catalogue()->keys()), QString("A DATA, B DATA, E EVENT, X UNKNOWN"));
+    QCOMPARE(text(f.session.displayedKeys()->keys()), QString("E EVENT, X UNKNOWN"));
+    QCOMPARE(readyChanged.count(), 0);
+}
+
+void TestRobotSession::aCatalogueThatIsWantedAgainIsFetchedAgain()
+{
+    SessionOnFakeRobot f;
+    f.becomeReady();
+    QSignalSpy catalogueReady(&f.session, &RobotSession::catalogueReady);
+
+    f.session.setCatalogueWanted(true); // it is: nothing happens
+    QCOMPARE(f.link->memory->fetchCount(), 2);
+    f.session.setCatalogueWanted(false);
+    f.session.setCatalogueWanted(true);
+    QCOMPARE(f.link->memory->fetchCount(), 3);
+    f.finishFetch(2);
+
+    QCOMPARE(catalogueReady.count(), 1);
+    QVERIFY(f.session.catalogue());
+}
+
+void TestRobotSession::aCatalogueThatIsWantedWhenTheRobotConnectsIsFetchedOnce()
+{
+    SessionOnFakeRobot f(RobotSession::ListKeys);
+    f.session.setCatalogueWanted(false);
+    connect(f.link, &RobotLink::stateChanged, this, [&] { f.session.setCatalogueWanted(true); });
+
+    f.becomeReady();
+
+    QCOMPARE(f.link->memory->fetchCount(), 1);
+    QVERIFY(f.session.isReady());
+    QVERIFY(f.session.catalogue());
 }
 
 void TestRobotSession::theSessionIsReadyOnceForEachConnection()

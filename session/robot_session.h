@@ -134,11 +134,12 @@ private:
     void onRealTimeSupportAnswered();
     void onCatalogueReady();
     void onKeysUpdated(const QSet<DisplayedMemoryKey>& keys);
-    void onKeysAdded(const QSet<DisplayedMemoryKey>& keys);
+    void onKeysAdded();
     void onKeysRemoved(const QSet<DisplayedMemoryKey>& keys);
     void onError(const QString& title, const QString& message);
     void fetchCatalogue();
     void dropFetchingCatalogue();
+    void watchAddedKeys();
     void proceed();
     void displayWatchedKeys();
     void updateWatcher();
@@ -155,7 +156,8 @@ private:
     QPointer<MemoryKeyListModel> m_fetchingCatalogue; // not ready yet
     QStringList m_userKeys;
     QSet<MemoryKey> m_watchedKeys;
-    QString m_lastError; // of the displayed key set, in this turn of the event loop
+    QSet<MemoryKey> m_knownDisplayedKeys; // displayed when the session looked last
+    QString m_lastError;                  // of the displayed key set, in this turn of the event loop
     int m_wantedPeriod = 0;
     bool m_isCatalogueWanted = true;
     bool m_isCatalogueCurrent = false; // m_catalogue is of this connection

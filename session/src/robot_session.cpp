@@ -197,24 +197,29 @@ QSet<MemoryKey> RobotSession::asListed(const QSet<MemoryKey>& keys) const
     return result;
 }
 
-void RobotSession::onKeysAdded(const QSet<DisplayedMemoryKey>& keys)
+void RobotSession::onKeysAdded()
 {
-    const QSet<DisplayedMemoryKey> displayedKeys = m_displayedKeys->displayedKeys();
-    QSet<MemoryKey> watched = m_watchedKeys;
-    for (const DisplayedMemoryKey& added : keys) {
-        if (displayedKeys.contains(added)) // a slot may have removed it
-            watched.insert(added.key());
-    }
-    xSetWatchedKeys(watched);
+    watchAddedKeys();
     updateWatcher();
+}
+
+// The keys that were added to the displayed key set since the session looked at it last. Those that a slot has removed
+// from it meanwhile, or that the session was asked to unwatch, are not watched.
+void RobotSession::watchAddedKeys()
+{
+    const QSet<MemoryKey> displayedKeys = m_displayedKeys->keys();
+    const QSet<MemoryKey> addedKeys = QSet<MemoryKey>(displayedKeys).subtract(m_knownDisplayedKeys);
+    m_knownDisplayedKeys = displayedKeys;
+    xSetWatchedKeys(QSet<MemoryKey>(m_watchedKeys).unite(addedKeys));
 }
 
 void RobotSession::onKeysRemoved(const QSet<DisplayedMemoryKey>& keys)
 {
-    QSet<MemoryKey> watched = m_watchedKeys;
+    QSet<MemoryKey> removedKeys;
     for (const DisplayedMemoryKey& removed : keys)
-        watched.remove(removed.key());
-    xSetWatchedKeys(watched);
+        removedKeys.insert(removed.key());
+    m_knownDisplayedKeys.subtract(removedKeys);
+    xSetWatchedKeys(QSet<MemoryKey>(m_watchedKeys).subtract(removedKeys));
     updateWatcher();
 }
 
@@ -228,6 +233,7 @@ void RobotSession::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
     if (!isRebuilt)
         return;
     m_isRebuilding = false;
+    m_knownDisplayedKeys = m_displayedKeys->keys();
     // Later: receivers of this signal are to see the rebuilt keys before they see the changes to them.
     QMetaObject::invokeMethod(this, &RobotSession::proceed, Qt::QueuedConnection);
 }
@@ -282,6 +288,8 @@ void RobotSession::xSetReady(bool isReady)
 
 void RobotSession::onError(const QString& title, const QString& message)
 {
+    // addKeys() starts the watcher before it emits keysAdded(). Slots of failed() are to find the keys watched.
+    watchAddedKeys();
     if (m_isAddingOffline)
         return;
     const QString error = title + QLatin1Char('\n') + message;

@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Velk;
 
@@ -71,6 +72,9 @@ private Q_SLOTS:
     void aCatalogueThatIsLateLosesNothing();
     void aKeyThatASlotUnwatchesIsNotDisplayed();
     void aKeyThatASlotRemovesFromTheSetIsNotWatched();
+    void aKeyThatIsAddedToTheSetIsKeptWhenASlotOfTheErrorChangesTheKeys_data();
+    void aKeyThatIsAddedToTheSetIsKeptWhenASlotOfTheErrorChangesTheKeys();
+    void aKeyThatASlotOfTheErrorUnwatchesIsNotWatched();
     void theRebuiltKeysAreReportedBeforeTheChangesToThem();
 
     // Watcher
@@ -510,6 +514,59 @@ void TestRobotSession::aKeyThatASlotRemovesFromTheSetIsNotWatched()
     connect(set, &DisplayedMemoryKeyListModel::error, this, [set] { set->removeKeys(keySet({"A"})); });
 
     set->addKeys(keySet({"A"})); // an error, there being no connection, and only then keysAdded()
+
+    QCOMPARE(f.displayed(), QStringList());
+    QCOMPARE(names(f.session.watchedKeys()), QStringList());
+}
+
+void TestRobotSession::aKeyThatIsAddedToTheSetIsKeptWhenASlotOfTheErrorChangesTheKeys_data()
+{
+    QTest::addColumn<bool>("isSlotOfTheSet");
+    QTest::addColumn<bool>("isWatching");
+    QTest::addColumn<QStringList>("displayed");
+    QTest::newRow("watched, on the set's signal") << true << true << QStringList({"A", "B", "C"});
+    QTest::newRow("watched, on the session's signal") << false << true << QStringList({"A", "B", "C"});
+    QTest::newRow("unwatched, on the set's signal") << true << false << QStringList({"B"});
+    QTest::newRow("unwatched, on the session's signal") << false << false << QStringList({"B"});
+}
+
+void TestRobotSession::aKeyThatIsAddedToTheSetIsKeptWhenASlotOfTheErrorChangesTheKeys()
+{
+    QFETCH(bool, isSlotOfTheSet);
+    QFETCH(bool, isWatching);
+    QFETCH(QStringList, displayed);
+    SessionOnFakeRobot f;
+    DisplayedMemoryKeyListModel* const set = f.session.displayedKeys();
+    f.session.watch(keySet({"A"}));
+    bool isFirst = true;
+    const auto changeKeys = [&] {
+        if (!std::exchange(isFirst, false))
+            return; // adding without a connection is an error again
+        if (isWatching)
+            f.session.watch(keySet({"C"}));
+        else
+            f.session.unwatch(keySet({"A"}));
+    };
+    if (isSlotOfTheSet)
+        connect(set, &DisplayedMemoryKeyListModel::error, this, changeKeys);
+    else
+        connect(&f.session, &RobotSession::failed, this, changeKeys);
+
+    set->addKeys(keySet({"B"})); // an error, there being no connection
+
+    QVERIFY(!isFirst);
+    QCOMPARE(f.displayed(), displayed);
+    QCOMPARE(names(f.session.watchedKeys()), displayed);
+    f.becomeReady();
+    QCOMPARE(f.displayed(), displayed);
+}
+
+void TestRobotSession::aKeyThatASlotOfTheErrorUnwatchesIsNotWatched()
+{
+    SessionOnFakeRobot f;
+    connect(&f.session, &RobotSession::failed, this, [&] { f.session.unwatch(keySet({"A"})); });
+
+    f.session.displayedKeys()->addKeys(keySet({"A"}));
 
     QCOMPARE(f.displayed(), QStringList());
     QCOMPARE(names(f.session.watchedKeys()), QStringList());

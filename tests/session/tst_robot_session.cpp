@@ -95,6 +95,8 @@ private Q_SLOTS:
 
     // Failures
     void aFailureOfTheLinkIsReported();
+    void aLinkThatGivesUpIsReportedAndLeavesEverythingForTheNextOpening_data();
+    void aLinkThatGivesUpIsReportedAndLeavesEverythingForTheNextOpening();
     void watchingWithoutAConnectionIsNoFailure();
     void anErrorOfTheDisplayedKeySetIsReported();
     void anErrorThatRepeatsItselfIsReportedOnce();
@@ -762,6 +764,48 @@ void TestRobotSession::aFailureOfTheLinkIsReported()
 
     QCOMPARE(failed.count(), 1);
     QCOMPARE(failed.at(0), QVariantList({"Not reached", "No answer."}));
+}
+
+void TestRobotSession::aLinkThatGivesUpIsReportedAndLeavesEverythingForTheNextOpening_data()
+{
+    QTest::addColumn<QString>("beginning");
+    QTest::newRow("never connected") << "";
+    QTest::newRow("while the lists are fetched") << "connect";
+    QTest::newRow("when it is ready") << "ready";
+    QTest::newRow("after a loss") << "lost";
+}
+
+void TestRobotSession::aLinkThatGivesUpIsReportedAndLeavesEverythingForTheNextOpening()
+{
+    QFETCH(QString, beginning);
+    SessionOnFakeRobot f;
+    f.session.setWantedPeriod(50);
+    f.session.watch(keySet({"A"}));
+    if (beginning == "connect")
+        f.connectRobot();
+    else if (!beginning.isEmpty())
+        f.becomeReady(true);
+    if (beginning == "lost")
+        f.link->lose();
+    QSignalSpy failed(&f.session, &RobotSession::failed);
+
+    f.link->giveUp();
+    f.session.watch(keySet({"B"}));
+    f.finishAllFetches(); // too late
+
+    QCOMPARE(failed.count(), 1);
+    QCOMPARE(failed.at(0).at(0).toString(), QString("Given up"));
+    QCOMPARE(f.link->state(), RobotLink::Disconnected);
+    QVERIFY(!f.session.isReady());
+    QVERIFY(!f.session.isWatcherRunning());
+    QCOMPARE(names(f.session.watchedKeys()), QStringList({"A", "B"}));
+
+    f.becomeReady(true);
+    QVERIFY(f.session.isReady());
+    QVERIFY(f.session.isWatcherRunning());
+    QCOMPARE(f.displayed(), QStringList({"A", "B"}));
+    QCOMPARE(f.session.grantedPeriod(), 50);
+    QCOMPARE(failed.count(), 1);
 }
 
 void TestRobotSession::watchingWithoutAConnectionIsNoFailure()

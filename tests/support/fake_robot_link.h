@@ -35,6 +35,7 @@ public:
         RobotLink::establish(memory);
     }
     void lose() { RobotLink::lose(QStringLiteral("Lost"), QStringLiteral("The test took the robot away.")); }
+    void giveUp() { RobotLink::giveUp(QStringLiteral("Given up"), QStringLiteral("The robot cannot be reached.")); }
     using RobotLink::reportFailure;
     /// Answers the last isRealTimeSupported(), and reports the answer from the event loop. Nothing without a
     /// connection.

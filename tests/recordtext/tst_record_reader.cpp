@@ -1,12 +1,9 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "support/fuzz_time.h"
-
 #include <recordtext/record_reader.h>
 
 #include <QBuffer>
-#include <QRandomGenerator>
 #include <QtTest>
 
 using namespace Velk;
@@ -91,7 +88,6 @@ private Q_SLOTS:
     void aLineThatBreaksTheFormatEndsTheReading_data();
     void aLineThatBreaksTheFormatEndsTheReading();
     void aDeviceThatFailsIsAnError();
-    void anyBytesAreReadToTheirEndOrToAnError();
 };
 
 void TestRecordReader::theExampleOfTheFormatIsRead()
@@ -270,31 +266,6 @@ void TestRecordReader::aDeviceThatFailsIsAnError()
     RecordReader reader(&device);
 
     QCOMPARE(rows(reader), (QStringList{"0|#1", "!3: the file cannot be read: the disk was removed"}));
-}
-
-void TestRecordReader::anyBytesAreReadToTheirEndOrToAnError()
-{
-    QRandomGenerator random(QRandomGenerator::global()->generate());
-    const QByteArray alphabet("01.e+-;;;\"\"\"\n\nnaif true\xc3\xa9\0", 26);
-    const QDeadlineTimer time = fuzzTime();
-    while (!time.hasExpired()) {
-        QByteArray file = random.bounded(4) ? "Time;\"A\"\n" : "Time";
-        for (int size = random.bounded(40); size > 0; --size)
-            file += alphabet[random.bounded(int(alphabet.size()))];
-        QBuffer buffer;
-        buffer.setData(file);
-        QVERIFY(buffer.open(QIODevice::ReadOnly));
-        RecordReader reader(&buffer);
-        RecordRow row;
-        while (reader.readRow(&row)) {
-        }
-
-        QCOMPARE(reader.hasError(), reader.errorLine() > 0);
-        QVERIFY(reader.errorLine() <= file.count('\n') + 1);
-        QVERIFY(reader.hasError() || buffer.atEnd());
-        QVERIFY(file.endsWith(reader.unfinishedLine()));
-        QVERIFY(!reader.readRow(&row));
-    }
 }
 
 QTEST_APPLESS_MAIN(TestRecordReader)

@@ -5,9 +5,10 @@
 
     check_architecture.py [--uses] [PROJECT_FOLDER]
 
-The table below the heading "Who may depend on whom" has a row for each folder: the folders that it may include and
-link with, and the libraries of other projects. A use that the table does not allow is a fault, and so is an entry that
-nobody uses. The page lists further rules below the table.
+The table below the heading "Dependencies between folders" has a row for each folder: the folders that it may include
+and link with, and the libraries of other projects. A use that the table does not allow is a fault, and so is an entry
+that nobody uses. The page lists further rules below the table. The other table of the page and its picture have the
+same folders.
 
 Prints each fault as FILE: FAULT. Exit status: 0 no fault, 1 faults, 2 the tree cannot be checked.
 With --uses it prints what each folder uses, in the form of the table, and checks nothing.
@@ -21,7 +22,8 @@ from pathlib import Path
 import source_tree
 
 PAGE = "docs/architecture.md"
-HEADING = "## Who may depend on whom"
+PICTURE = "docs/images/architecture.svg"
+HEADING = "## Dependencies between folders"
 MOST_LINES = 400
 # The only receivers of batches, and the only ones that ask for real-time support.
 RECEIVERS = ("memorykeymodel", "session")
@@ -106,6 +108,28 @@ def rows_out_of_order(tree):
         above.append(folder)
 
 
+def folders_elsewhere_on_the_page(tree):
+    above = (tree.project / PAGE).read_text(encoding="utf-8").partition(HEADING)[0]
+    cells = re.findall(r"^\| (`[^|]*`) \|", above, re.MULTILINE)
+    named = {name.rstrip("/") for cell in cells for name in re.findall(r"`([^`]+)`", cell)}
+    for folder in sorted(named ^ set(tree.rows)):
+        yield f"{PAGE}: {folder}/ is in one of the two tables only"
+
+    picture = tree.project / PICTURE
+    if not picture.is_file():
+        yield f"{PICTURE}: the picture does not exist"
+        return
+    boxes = [name.rstrip("/") for name in
+             re.findall(r'class="name"[^>]*>([^<]+)<', picture.read_text(encoding="utf-8"))]
+    for folder in tree.rows:
+        # A box shows a folder with the folders in it, and may leave out the first part of a name.
+        if not any(f"/{box}/" in f"/{folder}/" for box in boxes):
+            yield f"{PICTURE}: there is no box of {folder}/"
+    for box in boxes:
+        if not any(f"/{folder}".endswith(f"/{box}") for folder in tree.rows):
+            yield f"{PICTURE}: {PAGE} has no row for the box {box}/"
+
+
 def forbidden_uses(tree):
     for where, folder, used in tree.uses:
         row = tree.rows.get(folder)
@@ -181,8 +205,8 @@ def conditions_on_connections(tree):
                 yield f"{source.path}: the condition on {macro} knows a connection: ask connections/links/ instead"
 
 
-RULES = (misplaced_files, rows_out_of_order, forbidden_uses, unused_entries, private_includes, include_circles,
-         long_files, second_receivers, conditions_on_connections)
+RULES = (misplaced_files, rows_out_of_order, folders_elsewhere_on_the_page, forbidden_uses, unused_entries,
+         private_includes, include_circles, long_files, second_receivers, conditions_on_connections)
 
 
 def print_uses(tree):

@@ -13,7 +13,13 @@ CHECK = Path(__file__).resolve().parent / "check_architecture.py"
 
 PAGE = """# Architecture
 
-## Who may depend on whom
+| folder | what it is |
+|---|---|
+| `contract/` | one |
+| `memorykeymodel/`, `connections/bus/` | two |
+| `apps/tool/` | three |
+
+## Dependencies between folders
 
 | folder | may use | of other projects |
 |---|---|---|
@@ -27,6 +33,9 @@ Text.
 
 TREE = {
     "docs/architecture.md": PAGE,
+    "docs/images/architecture.svg":
+        '<svg><text class="name">contract/</text><text class="name" x="1">memorykeymodel/</text>'
+        '<text class="name">bus/</text><text class="text">other</text><text class="name">apps/tool/</text></svg>\n',
     "contract/CMakeLists.txt": "memorykeymodel_add_library(contract HEADERS memory.h PUBLIC_LINK ${QT}::Core)\n",
     "contract/memory.h": "#include <QObject>\n#include <contract/contract_export.h>\n",
     "memorykeymodel/CMakeLists.txt":
@@ -119,7 +128,9 @@ class CheckArchitecture(unittest.TestCase):
 
     def test_each_row_is_a_folder(self):
         self.write("docs/architecture.md", PAGE.replace("\nText", "| `gone/` | - | - |\n\nText"))
-        self.assert_only_fault("docs/architecture.md: there is no folder gone/")
+        status, output, _ = self.check()
+        self.assertEqual(status, 1)
+        self.assertIn("docs/architecture.md: there is no folder gone/\n", output)
 
     def test_the_sources_of_another_folder_are_private(self):
         self.write("apps/tool/tool.h", "#include <contract/memory.h>\n#include <memorykeymodel/src/rows.h>\n")
@@ -170,11 +181,27 @@ class CheckArchitecture(unittest.TestCase):
         self.assert_only_fault(
             "apps/tool/tool.h: the condition on WITH_BUS knows a connection: ask connections/links/ instead")
 
+    def test_both_tables_of_the_page_have_the_same_folders(self):
+        self.write("docs/architecture.md", PAGE.replace(", `connections/bus/` | two", " | two"))
+        self.assert_only_fault("docs/architecture.md: connections/bus/ is in one of the two tables only")
+        self.write("docs/architecture.md", PAGE.replace("| `contract/` | one |", "| `contract/`, `old/` | one |"))
+        self.assert_only_fault("docs/architecture.md: old/ is in one of the two tables only")
+
+    def test_the_picture_has_a_box_for_each_folder_and_no_other(self):
+        picture = TREE["docs/images/architecture.svg"]
+        self.write("docs/images/architecture.svg", picture.replace(">bus/<", ">bug/<"))
+        status, output, _ = self.check()
+        self.assertEqual((status, output.splitlines()), (1, [
+            "docs/images/architecture.svg: there is no box of connections/bus/",
+            "docs/images/architecture.svg: docs/architecture.md has no row for the box bug/"]))
+        (self.project / "docs/images/architecture.svg").unlink()
+        self.assert_only_fault("docs/images/architecture.svg: the picture does not exist")
+
     def test_without_its_table_the_tree_cannot_be_checked(self):
         self.write("docs/architecture.md", "# Architecture\n")
         status, output, errors = self.check()
         self.assertEqual((status, output), (2, ""))
-        self.assertIn('has no table below "## Who may depend on whom"', errors)
+        self.assertIn('has no table below "## Dependencies between folders"', errors)
 
     def test_the_uses_are_printed_as_rows_of_the_table(self):
         status, output, _ = self.check("--uses")

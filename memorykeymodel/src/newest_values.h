@@ -18,7 +18,7 @@ namespace Velk {
 ///
 /// Valid for one set of displayed keys: create another one when a key was added, removed or otherwise changed.
 ///
-/// There are three cases, because what each saves is measurable with thousands of keys. A batch of all keys needs no
+/// There are three cases, because each saves a measurable amount with thousands of keys. A batch of all keys needs no
 /// set of its own. A batch of the same keys as before changes the set that was announced before. A batch of other keys
 /// builds that set. One walk over all displayed keys for every case would take twice the instructions for a batch that
 /// names one key in ten of 10 000, and a hundred times for one in a thousand.

@@ -17,11 +17,11 @@ using namespace Velk;
 
 namespace {
 
-/// The product and the clear model with the same random operations.
-class History
+/// The models and the clear model, which get the same random calls.
+class CallSequence
 {
 public:
-    explicit History(quint32 seed)
+    explicit CallSequence(quint32 seed)
         : m_random(seed)
         , m_robot({})
         , m_memory(m_robot.connection.memory)
@@ -281,20 +281,20 @@ class TestAgainstClearModel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyHistoryIsTheSame();
+    void anyCallsHaveTheEffectsOfTheClearModel();
 };
 
-void TestAgainstClearModel::everyHistoryIsTheSame()
+void TestAgainstClearModel::anyCallsHaveTheEffectsOfTheClearModel()
 {
     const QDeadlineTimer time = fuzzTime();
-    int histories = 0;
+    int sequences = 0;
     while (!time.hasExpired()) {
-        History history(QRandomGenerator::global()->generate());
+        CallSequence sequence(QRandomGenerator::global()->generate());
         for (int i = 0; i < 150; ++i)
-            QVERIFY(history.step());
-        ++histories;
+            QVERIFY(sequence.step());
+        ++sequences;
     }
-    QVERIFY(histories > 0);
+    QVERIFY(sequences > 0);
 }
 
 QTEST_GUILESS_MAIN(TestAgainstClearModel)

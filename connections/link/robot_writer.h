@@ -7,6 +7,7 @@
 #include <connections/link/failure_filter.h>
 #include <connections/link/key_kind.h>
 #include <connections/link/link_export.h>
+#include <connections/link/write_losses.h>
 
 #include <QObject>
 #include <QString>
@@ -41,9 +42,13 @@ public:
     /// As RobotLink::url().
     virtual QString url() const = 0;
     virtual bool isConnected() const = 0;
-    /// Occurrences that were not written, and values that were not written although connected, since the writer was
-    /// opened.
-    virtual qint64 lostCount() const = 0;
+    /// What was not written since the writer was opened: occurrences, and values that were refused or dropped during a
+    /// connection. Other values are written again with the next connection and are no loss.
+    virtual WriteLosses losses() const = 0;
+    qint64 lostCount() const { return losses().total(); }
+    /// Values and occurrences that are neither written nor lost yet: they wait, also for a connection, or are not
+    /// answered.
+    virtual qint64 openCount() const = 0;
 
     /// Connects, from the event loop, and again after every loss until close() is called. Nothing when it is open.
     virtual void open() = 0;
@@ -74,6 +79,8 @@ Q_SIGNALS:
     /// that says what happened and what to do. The writer goes on trying. Once for the same failure until the writer is
     /// connected or opened again.
     void failed(const QString& title, const QString& message);
+    /// openCount() has become 0. May be emitted again while it is 0.
+    void idle();
 
 protected:
     /// Emits failed(), once for the same failure.

@@ -27,8 +27,8 @@ public:
 
     QString url() const override;
     bool isConnected() const override;
-    /// Counts also occurrences whose outcome is unknown, because the connection was lost before the server answered.
-    qint64 lostCount() const override;
+    WriteLosses losses() const override;
+    qint64 openCount() const override;
 
     void open() override;
     void close() override;

@@ -22,7 +22,7 @@ QString exitStatusHelp()
                           "  7    rows of the recording were lost; the complete ones before them are saved\n"
                           "  8    the recording could not be made or saved; the message says where it is kept\n"
                           "  9    standard output could not be written\n"
-                          "  10   the robot did not take the value that was to be written\n"
+                          "  10   a value or an occurrence was not written, or perhaps not\n"
                           "  129  ended by SIGHUP before it was done; record has saved what it had\n"
                           "  130  ended by Ctrl-C (SIGINT) before it was done; record has saved what it had\n"
                           "  141  the reader of standard output has gone\n"

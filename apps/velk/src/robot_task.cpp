@@ -83,18 +83,27 @@ void RobotTask::onLinkFailed()
 
 void RobotTask::onTimeout()
 {
-    const QString seconds = QString::number(m_timeout.interval() / 1000.0);
+    reportTimeout(QString::number(m_timeout.interval() / 1000.0));
+    finish(NotConnected);
+}
+
+void RobotTask::reportTimeout(const QString& seconds)
+{
     if (link().isConnected())
         report(QStringLiteral("Robot does not answer"),
                QStringLiteral("%1 is connected but has not reported its keys and its limits within %2 s.\n"
                               "Check the robot, or allow more time with --timeout.")
                    .arg(link().url(), seconds));
     else
-        report(QStringLiteral("Not connected"),
-               QStringLiteral("No connection to %1 within %2 s.\n"
-                              "Check that the robot runs and its URL, or allow more time with --timeout.")
-                   .arg(link().url(), seconds));
-    finish(NotConnected);
+        reportNotConnected(link().url(), seconds);
+}
+
+void RobotTask::reportNotConnected(const QString& url, const QString& seconds)
+{
+    report(QStringLiteral("Not connected"),
+           QStringLiteral("No connection to %1 within %2 s.\n"
+                          "Check that the robot runs and its URL, or allow more time with --timeout.")
+               .arg(url, seconds));
 }
 
 } // namespace Velk

@@ -46,6 +46,9 @@ protected:
     /// Prints a message for the user.
     virtual void report(const QString& text);
     void report(const QString& title, const QString& text);
+    /// Prints what is missing when the preparations have taken so many seconds.
+    virtual void reportTimeout(const QString& seconds);
+    void reportNotConnected(const QString& url, const QString& seconds);
     /// Ends the task; only the first call counts.
     virtual void finish(int status);
 

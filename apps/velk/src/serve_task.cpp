@@ -39,13 +39,18 @@ ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int tim
             report(title, message);
     });
     connect(m_writer.get(), &RobotWriter::connected, this, &ServeTask::beginWhenReady);
+    m_answerTimeout.setSingleShot(true);
+    m_answerTimeout.setInterval(timeoutMs);
+    connect(&m_answerTimeout, &QTimer::timeout, this, &ServeTask::end);
     m_writer->open();
 }
 
 void ServeTask::interrupt(int signalNumber)
 {
     const bool hasEnd = m_end.interval() > 0;
-    if (isWorking() && !hasEnd)
+    if (m_isEnding)
+        end();
+    else if (isWorking() && !hasEnd)
         finish(Success);
     else
         RobotTask::interrupt(signalNumber);
@@ -59,7 +64,7 @@ void ServeTask::onListed(const MemoryKeyListModel&)
 // The time-out runs until both sides are connected.
 void ServeTask::beginWhenReady()
 {
-    if (isFinished() || isWorking() || !session().isReady() || !m_writer->isConnected())
+    if (m_isEnding || isWorking() || !session().isReady() || !m_writer->isConnected())
         return;
     setWorking();
     if (m_end.interval() > 0)
@@ -70,7 +75,8 @@ void ServeTask::beginWhenReady()
 
 void ServeTask::onConnectedAgain()
 {
-    startWatcher();
+    if (!m_isEnding)
+        startWatcher();
 }
 
 void ServeTask::startWatcher()
@@ -98,7 +104,7 @@ void ServeTask::listKeys()
 
 void ServeTask::onListFinished()
 {
-    if (--m_awaitedLists > 0 || isFinished())
+    if (--m_awaitedLists > 0 || m_isEnding)
         return;
     const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
     if (!memory)
@@ -162,11 +168,55 @@ void ServeTask::writeBatch(const GatheredData& batch)
     }
 }
 
+void ServeTask::reportTimeout(const QString& seconds)
+{
+    if (!session().isReady())
+        RobotTask::reportTimeout(seconds);
+    if (!m_writer->isConnected())
+        reportNotConnected(m_writer->url(), seconds);
+}
+
 void ServeTask::finish(int status)
 {
-    if (!isFinished() && m_writer->lostCount() > 0)
-        report(QStringLiteral("%1 values and occurrences were not written.").arg(m_writer->lostCount()));
-    RobotTask::finish(status);
+    if (std::exchange(m_isEnding, true))
+        return;
+    m_status = status;
+    m_end.stop();
+    m_listTimer.stop();
+    session().samples()->disconnect(this);
+    if (!m_writer->isConnected() || m_writer->openCount() == 0) {
+        end();
+        return;
+    }
+    connect(m_writer.get(), &RobotWriter::idle, this, &ServeTask::end);
+    connect(m_writer.get(), &RobotWriter::connectionLost, this, &ServeTask::end);
+    m_answerTimeout.start();
+}
+
+void ServeTask::end()
+{
+    if (isFinished())
+        return;
+    const WriteLosses losses = m_writer->losses();
+    const qint64 openCount = m_writer->openCount();
+    QStringList causes;
+    if (losses.refused > 0)
+        causes << QStringLiteral("%1 values and occurrences refused by the server").arg(losses.refused);
+    if (losses.dropped > 0)
+        causes << QStringLiteral("%1 dropped, the server was away or too slow").arg(losses.dropped);
+    if (losses.unknown > 0)
+        causes
+            << QStringLiteral("%1 perhaps not written, the connection was lost before the answer").arg(losses.unknown);
+    if (openCount > 0)
+        causes << (m_writer->isConnected()
+                       ? QStringLiteral("%1 not answered at the end, perhaps not written").arg(openCount)
+                       : QStringLiteral("the newest values of %1 keys, the server was away at the end").arg(openCount));
+    if (!causes.isEmpty()) {
+        report(QStringLiteral("Not everything was written"), causes.join(QStringLiteral("; ")));
+        if (m_status == Success)
+            m_status = NotWritten;
+    }
+    RobotTask::finish(m_status);
 }
 
 } // namespace Velk

@@ -4,6 +4,7 @@
 #ifndef APPS_VELK_SRC_SERVE_TASK_H
 #define APPS_VELK_SRC_SERVE_TASK_H
 
+#include "exit_status.h"
 #include "robot_task.h"
 
 #include <connections/link/robot_writer.h>
@@ -18,7 +19,8 @@
 namespace Velk {
 
 /// Writes everything that a robot has into a memory on a server: the newest values of the data keys every period,
-/// each occurrence of an event. Goes on after a loss of either connection.
+/// each occurrence of an event. Goes on after a loss of either connection. At its end it waits, no longer than the
+/// time-out, until the server has answered, and reports what was not written.
 class ServeTask : public RobotTask
 {
     Q_OBJECT
@@ -33,6 +35,7 @@ public:
 protected:
     void onListed(const MemoryKeyListModel& catalogue) override;
     void onConnectedAgain() override;
+    void reportTimeout(const QString& seconds) override;
     void finish(int status) override;
 
 private:
@@ -42,6 +45,7 @@ private:
     void onListFinished();
     KeyNames confirmed(const KeyNames& listed);
     void writeBatch(const GatheredData& batch);
+    void end();
 
     std::unique_ptr<RobotWriter> m_writer;
     const int m_periodMs;
@@ -55,7 +59,10 @@ private:
     QSet<QString> m_events; // and micro-events
     QTimer m_listTimer;
     QTimer m_end;
+    QTimer m_answerTimeout; // from the end of serving
     bool m_isAnnounced = false;
+    bool m_isEnding = false;
+    int m_status = Success;
 };
 
 } // namespace Velk

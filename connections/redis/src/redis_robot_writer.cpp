@@ -58,6 +58,7 @@ RedisRobotWriter::RedisRobotWriter(std::unique_ptr<Private> data)
     connect(&d->connection, &RedisConnection::attemptFailed, this, &RedisRobotWriter::reportFailure);
     connect(&d->connection, &RedisConnection::reported, this, &RedisRobotWriter::reportFailure);
     connect(&d->queue, &RedisWriteQueue::refused, this, &RedisRobotWriter::reportFailure);
+    connect(&d->queue, &RedisWriteQueue::idle, this, &RobotWriter::idle);
 }
 
 RedisRobotWriter::~RedisRobotWriter()
@@ -76,9 +77,14 @@ bool RedisRobotWriter::isConnected() const
     return d->connection.isEstablished();
 }
 
-qint64 RedisRobotWriter::lostCount() const
+WriteLosses RedisRobotWriter::losses() const
 {
-    return d->queue.lostCount();
+    return d->queue.losses();
+}
+
+qint64 RedisRobotWriter::openCount() const
+{
+    return d->queue.openCount();
 }
 
 void RedisRobotWriter::open()
@@ -86,7 +92,7 @@ void RedisRobotWriter::open()
     if (d->connection.isOpen())
         return;
     forgetFailures();
-    d->queue.resetLostCount();
+    d->queue.resetLosses();
     d->connection.open();
 }
 
@@ -119,7 +125,7 @@ void RedisRobotWriter::raise(const QString& name, const QVariant& value, std::op
     if (isConnected())
         d->queue.raise(name, redisBytes(value), timeStamp, done);
     else
-        d->queue.countLost();
+        d->queue.countDropped();
 }
 
 void RedisRobotWriter::remove(const QStringList& names, Done done)

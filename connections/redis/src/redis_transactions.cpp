@@ -23,10 +23,10 @@ qint64 bytesOf(const std::vector<RedisWrite>& writes)
     return bytes;
 }
 
-int occurrencesIn(const std::vector<RedisWrite>& writes)
+int countOf(RedisWrite::Content content, const std::vector<RedisWrite>& writes)
 {
     return int(std::count_if(writes.begin(), writes.end(),
-                             [](const RedisWrite& write) { return write.content == RedisWrite::Occurrence; }));
+                             [content](const RedisWrite& write) { return write.content == content; }));
 }
 
 } // namespace
@@ -41,8 +41,9 @@ qint64 RedisWrite::bytes() const
     return bytes;
 }
 
-RedisTransactions::RedisTransactions(RedisSession* session)
+RedisTransactions::RedisTransactions(RedisSession* session, WriteLosses* losses)
     : m_session(session)
+    , m_losses(losses)
     , m_inquiry(session)
 {
     connect(&m_inquiry, &RedisInquiry::finished, this, &RedisTransactions::onFinished);
@@ -56,7 +57,8 @@ void RedisTransactions::run(const std::vector<RedisWrite>& writes)
         m_transactions.emplace_back(writes.begin() + std::ptrdiff_t(first), writes.begin() + std::ptrdiff_t(end));
     }
     m_outstanding += int(writes.size());
-    m_outstandingOccurrences += occurrencesIn(writes);
+    m_outstandingValues += countOf(RedisWrite::Value, writes);
+    m_outstandingOccurrences += countOf(RedisWrite::Occurrence, writes);
     m_outstandingBytes += bytesOf(writes);
     runNext();
 }
@@ -145,6 +147,8 @@ bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText
 {
     // What was interrupted by a callback is not outstanding any more.
     m_outstanding = std::max(0, m_outstanding - 1);
+    if (write.content == RedisWrite::Value)
+        m_outstandingValues = std::max(0, m_outstandingValues - 1);
     if (write.content == RedisWrite::Occurrence)
         m_outstandingOccurrences = std::max(0, m_outstandingOccurrences - 1);
     m_outstandingBytes = std::max<qint64>(0, m_outstandingBytes - write.bytes());
@@ -155,7 +159,7 @@ bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText
         return self;
     }
     if (write.content != RedisWrite::Declaration)
-        ++m_lostCount;
+        ++m_losses->refused;
     if (write.undone)
         write.undone();
     const RedisError error = RedisError::of(errorText);
@@ -170,14 +174,17 @@ bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText
 // Values are written again with the next connection; occurrences are not, for they may have been written.
 void RedisTransactions::onInterrupted()
 {
-    m_lostCount += m_outstandingOccurrences;
+    m_losses->unknown += m_outstandingOccurrences;
     m_outstanding = 0;
+    m_outstandingValues = 0;
     m_outstandingOccurrences = 0;
     m_outstandingBytes = 0;
     for (const std::vector<RedisWrite>& writes : std::exchange(m_transactions, {})) {
         for (const RedisWrite& write : writes) {
             if (write.undone)
                 write.undone();
+            if (write.unanswered)
+                write.unanswered();
         }
     }
 }

@@ -4,6 +4,7 @@
 #ifndef CONNECTIONS_REDIS_SRC_REDIS_TRANSACTIONS_H
 #define CONNECTIONS_REDIS_SRC_REDIS_TRANSACTIONS_H
 
+#include <connections/link/write_losses.h>
 #include <connections/redis/client/redis_inquiry.h>
 
 #include <QByteArrayList>
@@ -29,7 +30,8 @@ struct RedisWrite
     Content content = Declaration;
     QList<QByteArrayList> commands;
     std::function<void(const QString& error)> done;
-    std::function<void()> undone; ///< called when the write was refused, or not answered, before `done`
+    std::function<void()> undone;     ///< called when the write was refused, or not answered, before `done`
+    std::function<void()> unanswered; ///< called after it when the write was not answered
 
     qint64 bytes() const;
 };
@@ -44,8 +46,9 @@ class RedisTransactions : public QObject
     Q_OBJECT
 
 public:
-    /// The session outlives this object.
-    explicit RedisTransactions(RedisSession* session);
+    /// Counts in `losses` the values and occurrences that the server refused, and occurrences that were outstanding
+    /// when the connection was replaced. The session and the counts outlive this object.
+    RedisTransactions(RedisSession* session, WriteLosses* losses);
 
     /// Runs the writes, in one transaction as long as they are not very many. Each one's `done` gets an empty text or
     /// an error; not when the connection is replaced before. Transactions that run already come first.
@@ -54,10 +57,8 @@ public:
     /// Writes that the server has not answered yet, and their size.
     int outstanding() const { return m_outstanding; }
     qint64 outstandingBytes() const { return m_outstandingBytes; }
-    /// Values and occurrences that the server refused, and occurrences that were outstanding when the connection was
-    /// replaced.
-    qint64 lostCount() const { return m_lostCount; }
-    void resetLostCount() { m_lostCount = 0; }
+    /// Values and occurrences among them.
+    qint64 openCount() const { return m_outstandingValues + m_outstandingOccurrences; }
 
 Q_SIGNALS:
     /// All writes are answered.
@@ -86,14 +87,15 @@ private:
     void onInterrupted();
 
     RedisSession* m_session;
+    WriteLosses* m_losses;
     RedisInquiry m_inquiry;
     std::deque<std::vector<RedisWrite>> m_transactions; // the first one runs if m_inquiry is active
     std::vector<CommandAnswer> m_answers;               // to all commands of the first one
     QByteArray m_executionError;                        // why it was not run; empty when it was
     int m_outstanding = 0;
+    int m_outstandingValues = 0;
     int m_outstandingOccurrences = 0;
     qint64 m_outstandingBytes = 0;
-    qint64 m_lostCount = 0;
 };
 
 } // namespace Velk

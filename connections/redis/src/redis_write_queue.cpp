@@ -27,7 +27,7 @@ void addNames(QList<QByteArrayList>* commands, const QByteArrayList& command, co
 RedisWriteQueue::RedisWriteQueue(RedisSession* session, const RedisLayout& layout)
     : m_session(session)
     , m_layout(layout)
-    , m_transactions(session)
+    , m_transactions(session, &m_losses)
     , m_typeInquiry(session)
 {
     m_flushTimer.setSingleShot(true);
@@ -55,6 +55,7 @@ void RedisWriteQueue::declare(const KeyNames& names)
             continue;
         m_removed[std::size_t(former.value())].insert(former.key());
         m_newestValues.remove(former.key());
+        m_unwritten.remove(former.key());
         if (now == declared.cend())
             goneNames.insert(former.key());
     }
@@ -105,6 +106,7 @@ void RedisWriteQueue::remove(const QStringList& names, const Done& done)
     for (const QString& name : names) {
         m_declared.remove(name);
         m_newestValues.remove(name);
+        m_unwritten.remove(name);
         for (QSet<QString>& removed : m_removed)
             removed.insert(name);
     }
@@ -146,18 +148,12 @@ void RedisWriteQueue::clear()
     m_waitingBytes = 0;
 }
 
-void RedisWriteQueue::resetLostCount()
-{
-    m_lostCount = 0;
-    m_transactions.resetLostCount();
-}
-
 void RedisWriteQueue::add(const Waiting& write)
 {
     const bool hasRoom = m_waiting.size() + std::size_t(m_transactions.outstanding()) < maxWrites &&
                          m_waitingBytes + m_transactions.outstandingBytes() < maxBytes;
     if (!hasRoom) {
-        refuse(write, tr("The server does not keep up with what is written."));
+        refuse(write, tr("The server does not keep up with what is written."), &m_losses.dropped);
         return;
     }
     // A refused removal that waits to be repeated came before this write.
@@ -170,9 +166,9 @@ void RedisWriteQueue::add(const Waiting& write)
     scheduleFlush();
 }
 
-void RedisWriteQueue::refuse(const Waiting& write, const QString& error)
+void RedisWriteQueue::refuse(const Waiting& write, const QString& error, qint64* count)
 {
-    ++m_lostCount;
+    ++*count;
     if (write.done)
         QMetaObject::invokeMethod(
             this, [done = write.done, error] { done(error); }, Qt::QueuedConnection);
@@ -206,7 +202,10 @@ void RedisWriteQueue::dropWaiting()
 {
     for (const Waiting& write : std::exchange(m_waiting, {})) {
         const bool isStream = !write.isOccurrence && m_types.value(write.name, String) == Stream;
-        m_lostCount += write.isOccurrence || isStream ? 1 : 0;
+        if (write.isOccurrence || isStream)
+            ++m_losses.dropped;
+        else
+            keepForConnection(write.name);
     }
     m_waitingBytes = 0;
 }
@@ -265,7 +264,7 @@ void RedisWriteQueue::flush()
             writes.push_back(occurrenceWrite(write));
         } else if (type == Unusable) {
             const QString error = m_typeErrors.value(write.name);
-            refuse(write, error);
+            refuse(write, error, &m_losses.refused);
             if (!write.done)
                 emit refused(tr("Redis: key cannot be written"), error);
         } else if (!write.isRepeated || type == String) {
@@ -277,6 +276,8 @@ void RedisWriteQueue::flush()
         m_types.remove(error.key());
     m_typeErrors.clear();
     m_transactions.run(writes);
+    if (openCount() == 0)
+        emit idle();
 }
 
 // What was declared, and declared no more, since it was last written.
@@ -359,6 +360,8 @@ RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
     const bool isStream = m_types.value(value.name) == Stream;
     write.content = isStream ? RedisWrite::Occurrence : RedisWrite::Value;
     write.done = value.done;
+    if (!isStream)
+        write.unanswered = [this, name = value.name] { keepForConnection(name); };
     addListing(&write, KeyKind::Data, value.name);
     const QByteArray key = m_layout.key(KeyKind::Data, value.name.toUtf8());
     write.commands.append(isStream ? QByteArrayList{"XADD", key} + streamLimit + QByteArrayList{"*", "v", value.bytes}

@@ -47,13 +47,17 @@ public:
     /// Forgets everything.
     void clear();
 
-    void countLost() { ++m_lostCount; }
-    qint64 lostCount() const { return m_lostCount + m_transactions.lostCount(); }
-    void resetLostCount();
+    void countDropped() { ++m_losses.dropped; }
+    const WriteLosses& losses() const { return m_losses; }
+    void resetLosses() { m_losses = {}; }
+    /// Values and occurrences that are neither written nor lost.
+    qint64 openCount() const { return qint64(m_waiting.size()) + m_unwritten.size() + m_transactions.openCount(); }
 
 Q_SIGNALS:
     /// A write was refused for the type of its key.
     void refused(const QString& title, const QString& message);
+    /// openCount() is 0 after a write.
+    void idle();
 
 private:
     enum KeyType
@@ -77,8 +81,14 @@ private:
 
     void onReplaced();
     void add(const Waiting& write);
-    void refuse(const Waiting& write, const QString& error);
+    void refuse(const Waiting& write, const QString& error, qint64* count);
     void dropWaiting(const QSet<QString>& names);
+    // The key's newest value is written with the next connection, unless the key was removed.
+    void keepForConnection(const QString& name)
+    {
+        if (m_newestValues.contains(name))
+            m_unwritten.insert(name);
+    }
     void scheduleFlush();
     bool askTypes();
     void onType(const QString& name, const RedisReply& reply);
@@ -93,6 +103,7 @@ private:
 
     RedisSession* m_session;
     RedisLayout m_layout;
+    WriteLosses m_losses; // before the transactions, which count in it
     RedisTransactions m_transactions;
     RedisInquiry m_typeInquiry;
     QTimer m_flushTimer;
@@ -103,10 +114,9 @@ private:
     std::vector<Done> m_removalDones;
     std::optional<bool> m_isRealTime;
     QHash<QString, QByteArray> m_newestValues;
-    QSet<QString> m_unwritten; // those of them that came without a connection
+    QSet<QString> m_unwritten; // those of them that wait for a connection
     std::vector<Waiting> m_waiting;
     qint64 m_waitingBytes = 0;
-    qint64 m_lostCount = 0;
 
     // Of the present connection.
     NamesByKind m_listed;

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void aKeyThatLeavesTheSourceLeavesTheServer();
     void whatWasServedStaysWhenTheSourceRefusesItsLists();
     void servingGoesOnAfterTheServerCameBackEmpty();
+    void aTargetThatIsMissingIsReportedAsTheTarget();
+    void whatTheServerRefusesIsInTheStatus();
 
 private:
     QStringList onRobot(const QStringList& arguments) const
@@ -237,6 +239,35 @@ void TestVelkRedis::servingGoesOnAfterTheServerCameBackEmpty()
     QTRY_VERIFY_WITH_TIMEOUT(m_client->command({"SISMEMBER", "mem:{arm1}:data", "Battery/Voltage"}) == "1", 60000);
     velk.sendSignal(SIGTERM);
     QCOMPARE(velk.end(), 0);
+}
+
+void TestVelkRedis::aTargetThatIsMissingIsReportedAsTheTarget()
+{
+    m_server->kill();
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run({"serve", "--robot", "sim:", "--to", m_server->url(), "--timeout", "2"}), 4);
+
+    QVERIFY2(velk.messages().contains("Not connected: No connection to " + m_server->url()),
+             qPrintable(velk.messages()));
+    QVERIFY2(!velk.messages().contains("to sim:"), qPrintable(velk.messages()));
+    QVERIFY2(!velk.messages().contains("Robot does not answer"), qPrintable(velk.messages()));
+}
+
+void TestVelkRedis::whatTheServerRefusesIsInTheStatus()
+{
+    m_client->command({"SET", "mem:{arm1}:e:Bumper/Front", "no stream"});
+    VelkRun velk(testVelkProgram);
+    velk.start({"serve", "--robot", "test:", "--to", m_server->url(), "--timeout", "60"});
+    QVERIFY2(velk.waitForMessage("Serving"), qPrintable(velk.messages()));
+
+    velk.sendSignal(SIGUSR2); // raises the event
+    QVERIFY2(velk.waitForMessage("key of another type"), qPrintable(velk.messages()));
+    velk.sendSignal(SIGTERM);
+
+    QCOMPARE(velk.end(), 10);
+    QVERIFY2(velk.messages().contains("Not everything was written: 1 values and occurrences refused by the server\n"),
+             qPrintable(velk.messages()));
 }
 
 QTEST_GUILESS_MAIN(TestVelkRedis)

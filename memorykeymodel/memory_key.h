@@ -71,9 +71,10 @@ private:
 
     QString m_name;
     QString m_description;
-    MemoryKeyNature m_nature;
-    uint m_nameHash;                     // computed once: a key is inserted into many sets
-    bool m_isDescriptionDerived = false; // from the name; m_description is then empty
+    // One word for both: catalogues hold hundreds of thousands of keys. Far more bits than any mask of natures has.
+    MemoryKeyNature m_nature : 31;
+    bool m_isDescriptionDerived : 1; // from the name; m_description is then empty
+    uint m_nameHash;                 // computed once: a key is inserted into many sets
 };
 
 } // namespace Velk

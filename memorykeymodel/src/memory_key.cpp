@@ -13,14 +13,15 @@ MemoryKey::MemoryKey(const QString& name, const QString& description, MemoryKeyN
     : m_name(name)
     , m_description(description)
     , m_nature(nature)
+    , m_isDescriptionDerived(false)
     , m_nameHash(static_cast<uint>(qHash(name)))
 {}
 
 MemoryKey::MemoryKey(const QString& name, MemoryKeyNature nature)
     : m_name(name)
     , m_nature(nature)
-    , m_nameHash(static_cast<uint>(qHash(name)))
     , m_isDescriptionDerived(true)
+    , m_nameHash(static_cast<uint>(qHash(name)))
 {}
 
 QString MemoryKey::description() const

@@ -74,6 +74,8 @@ void TestMemoryKey::natureHasADisplayText_data()
     QTest::newRow("none") << 0 << QString();
     QTest::newRow("a mask is no nature") << 3 << QString();
     QTest::newRow("all bits are no nature") << 7 << QString();
+    QTest::newRow("a negative number is no nature") << -1 << QString();
+    QTest::newRow("a large number is no nature") << 1000000000 << QString();
     QTest::newRow("no bit of ours") << 8 << QString();
 }
 
@@ -82,7 +84,9 @@ void TestMemoryKey::natureHasADisplayText()
     QFETCH(int, nature);
     QFETCH(QString, text);
 
-    const QString shown = MemoryKey(QStringLiteral("Arm"), QString(), MemoryKeyNature(nature)).natureToString();
+    const MemoryKey key(QStringLiteral("Arm"), QString(), MemoryKeyNature(nature));
+    QCOMPARE(int(key.nature()), nature);
+    const QString shown = key.natureToString();
 
     QCOMPARE(shown, text);
     QCOMPARE(shown.isNull(), text.isNull());

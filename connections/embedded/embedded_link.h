@@ -23,6 +23,9 @@ class RobotMemory;
 /// watches the key is delivered, once. One batch is delivered per gather period while the watcher runs, an empty one if
 /// there is nothing to deliver. Stopping the watcher discards what was collected since the last delivery.
 ///
+/// Calls share the memory's mutex with the robot's threads, for one write or some hundred keys at a time. Closing does
+/// not wait for a feed that is writing; only the destructor does.
+///
 /// Losses: samples and occurrences that did not fit in the buffer of their key are dropped, the oldest first; sampling
 /// ticks that a busy thread or a stopped process does not get to are missed.
 class EMBEDDED_EXPORT EmbeddedLink : public RobotLink
@@ -34,7 +37,8 @@ public:
     explicit EmbeddedLink(std::shared_ptr<RobotMemory> memory, QObject* parent = nullptr);
     /// The link to this feed, which is not null and has no other link.
     explicit EmbeddedLink(std::shared_ptr<RobotFeed> feed, QObject* parent = nullptr);
-    /// Ends the connection without a signal.
+    /// Ends the connection without a signal, and waits until the feed has stopped, at most one second. A feed that
+    /// takes longer is left to its own thread.
     ~EmbeddedLink() override;
 
     /// Where the robot's code writes; never null.

@@ -22,6 +22,8 @@ namespace Velk {
 ///         void step() override { memory()->setData("Clock/Second", QTime::currentTime().second()); }
 ///     };
 ///     EmbeddedLink link(std::make_shared<Clock>());
+///
+/// Held by a std::shared_ptr. Its thread keeps it alive while a step runs, and may be the one that destroys it.
 class EMBEDDED_EXPORT LoopFeed : public RobotFeed
 {
 public:
@@ -31,18 +33,21 @@ public:
     ~LoopFeed() override;
 
     void start() override;
-    /// Waits for the step that runs.
+    /// The step that runs is the last one until start().
     void stop() override;
+    bool waitUntilStopped(std::chrono::milliseconds limit) override;
 
 protected:
     /// Declares the robot's keys, once at every start, and ends in inReach() or failed(). Here: a step() and inReach().
-    /// Like step() it runs on the loop's thread and does not throw.
+    /// Like step() it runs on the loop's thread and does not throw. What either reports after stop() has no effect.
     virtual void prepare();
     virtual void step() = 0;
-    /// Whether stop() waits: for a prepare() that takes long, to return early.
+    /// Whether stop() was called meanwhile: for a prepare() or step() that takes long, to return early.
     bool isStopping() const { return m_loop.isStopping(); }
 
 private:
+    bool isReportInTime() const override;
+
     RobotLoop m_loop;
 };
 

@@ -9,6 +9,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -20,7 +21,7 @@ namespace Velk {
 ///
 /// Used as it is, it represents robot code that runs by itself in this process: in reach as soon as the link is open. A
 /// robot that has to be started derives from it, or from LoopFeed when it writes at a fixed period.
-class EMBEDDED_EXPORT RobotFeed
+class EMBEDDED_EXPORT RobotFeed : public std::enable_shared_from_this<RobotFeed>
 {
 public:
     /// Writes into this memory, or into one of its own when it is null.
@@ -36,11 +37,17 @@ public:
     /// Whether sampling every 10 ms makes sense; here true.
     virtual bool isRealTimeSupported() const;
 
-    /// The link was opened: gets the robot going. Called on the link's thread; must not block. Ends, then or later, in
-    /// inReach(), outOfReach() or failed(). Here: inReach(), unless outOfReach() was reported last.
+    // Called on the link's thread. Only waitUntilStopped() may wait.
+
+    /// The link was opened: starts the robot. Reports, then or later, inReach(), outOfReach() or failed(). Here:
+    /// inReach(), unless outOfReach() was reported last.
     virtual void start();
-    /// The link was closed, or is destroyed: nothing is written after this call. Only after start().
+    /// The link was closed, or is destroyed; comes after start(). What the robot writes at the moment it may finish,
+    /// and then writes nothing more until start(). A start() may come before that.
     virtual void stop();
+    /// The link is destroyed, after stop(): waits until the robot writes nothing more. False when that takes longer
+    /// than `limit`. Here: true.
+    virtual bool waitUntilStopped(std::chrono::milliseconds limit);
 
     // Reports, from any thread at any time. Without an open link they have no effect. The link follows them from its
     // event loop; a change of reach that was undone by then is left out.
@@ -69,6 +76,9 @@ private:
         QString message;
     };
 
+    /// Whether a report by the calling thread is still of interest: not when the start() that it belongs to was
+    /// stopped. Here: true.
+    virtual bool isReportInTime() const;
     /// Where reports go, on the reporting thread; an empty function for nowhere. Returns when no report is under way.
     void setReceiver(std::function<void(const Report&)> receiver);
     void report(const Report& report);

@@ -23,8 +23,9 @@ namespace Velk {
 ///
 /// Time stamps of the values that a link delivers are seconds since the Unix epoch, strictly ascending for each key.
 ///
-/// Lives on the models' thread; every signal is emitted there. No call blocks. A slot of any signal may open, close or
-/// delete the link. Signals that would follow are then not emitted.
+/// Lives on the models' thread; every signal is emitted there. No call waits for the robot or a network; a destructor
+/// that does says for how long. A slot of any signal may open, close or delete the link. Signals that would follow are
+/// then not emitted.
 ///
 /// A connection derives from this class, implements the two hooks startConnecting() and stopConnecting(), and reports
 /// what happens by establish(), lose(), giveUp() and reportFailure(). States, signals and their order are done here.

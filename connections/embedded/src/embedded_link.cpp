@@ -12,9 +12,17 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace Velk {
+
+namespace {
+
+// Long enough for any step that works; one that hangs, as on a dead disk, ends by itself if it ever does.
+constexpr std::chrono::milliseconds stopLimit{1000};
+
+} // namespace
 
 EmbeddedLink::EmbeddedLink(std::shared_ptr<RobotMemory> memory, QObject* parent)
     : EmbeddedLink(std::make_shared<RobotFeed>(std::move(memory)), parent)
@@ -29,6 +37,8 @@ EmbeddedLink::EmbeddedLink(std::shared_ptr<RobotFeed> feed, QObject* parent)
 EmbeddedLink::~EmbeddedLink()
 {
     shutDown();
+    // A program that ends must not pull the libraries from under a robot that is still writing.
+    m_feed->waitUntilStopped(stopLimit);
 }
 
 QString EmbeddedLink::url() const

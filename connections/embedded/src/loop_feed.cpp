@@ -17,7 +17,7 @@ LoopFeed::~LoopFeed() = default;
 
 void LoopFeed::start()
 {
-    m_loop.start();
+    m_loop.start(weak_from_this().lock());
 }
 
 void LoopFeed::stop()
@@ -25,10 +25,20 @@ void LoopFeed::stop()
     m_loop.stop();
 }
 
+bool LoopFeed::waitUntilStopped(std::chrono::milliseconds limit)
+{
+    return m_loop.waitUntilIdle(limit);
+}
+
 void LoopFeed::prepare()
 {
     step();
     inReach();
+}
+
+bool LoopFeed::isReportInTime() const
+{
+    return !m_loop.isStopping();
 }
 
 } // namespace Velk

@@ -32,6 +32,11 @@ void RobotFeed::start()
 
 void RobotFeed::stop() {}
 
+bool RobotFeed::waitUntilStopped(std::chrono::milliseconds)
+{
+    return true;
+}
+
 void RobotFeed::inReach()
 {
     report({Report::InReach, {}, {}});
@@ -47,6 +52,11 @@ void RobotFeed::failed(const QString& title, const QString& message)
     report({Report::Failed, title, message});
 }
 
+bool RobotFeed::isReportInTime() const
+{
+    return true;
+}
+
 void RobotFeed::setReceiver(std::function<void(const Report&)> receiver)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -56,6 +66,9 @@ void RobotFeed::setReceiver(std::function<void(const Report&)> receiver)
 void RobotFeed::report(const Report& report)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    // With the mutex held: the receiver of the next start is set after this one was stopped.
+    if (!isReportInTime())
+        return;
     if (report.type != Report::Failed)
         m_isOutOfReach = report.type == Report::OutOfReach;
     if (m_receiver)

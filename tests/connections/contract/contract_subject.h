@@ -33,9 +33,6 @@ public:
     /// What the robot answers when it is asked for real-time sampling.
     virtual bool isRealTimeSupported() const = 0;
 
-    /// Whether the robot's own code runs in this process; else it is reached over a connection of the system.
-    virtual bool isRobotInThisProcess() const { return false; }
-
     /// Breaks the connections of all links without closing them, and lets them be made again.
     virtual void loseConnection() = 0;
     virtual void restoreConnection() = 0;

@@ -44,8 +44,6 @@ public:
     void removeKey(const QString& name) override { m_memory->removeKey(name); }
     bool isRealTimeSupported() const override { return m_isRealTimeSupported; }
 
-    bool isRobotInThisProcess() const override { return true; }
-
     void loseConnection() override { forEachFeed(&RobotFeed::outOfReach); }
     void restoreConnection() override { forEachFeed(&RobotFeed::inReach); }
 

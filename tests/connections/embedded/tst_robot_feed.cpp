@@ -24,11 +24,17 @@ class SilentFeed : public RobotFeed
 public:
     void start() override { ++starts; }
     void stop() override { ++stops; }
+    bool waitUntilStopped(std::chrono::milliseconds limit) override
+    {
+        waits.append({stops, limit});
+        return true;
+    }
     QString url() const override { return "silent:"; }
     bool isRealTimeSupported() const override { return false; }
 
     int starts = 0;
     int stops = 0;
+    QList<QPair<int, std::chrono::milliseconds>> waits; // the stops before each, and its limit
 };
 
 /// Counts in the memory, as long as it may.
@@ -43,6 +49,38 @@ public:
 
 protected:
     void step() override { memory()->setData("Count", ++steps); }
+};
+
+/// Stays in its first prepare() until the test lets it go.
+class SlowFeed : public LoopFeed
+{
+public:
+    SlowFeed()
+        : LoopFeed(std::chrono::milliseconds(1))
+    {}
+    ~SlowFeed() override
+    {
+        if (hasEnded)
+            *hasEnded = true;
+    }
+
+    std::atomic<bool> isReleased{false};
+    std::atomic<int> preparations{0};
+    std::atomic<int> reports{0};
+    std::atomic<bool>* hasEnded = nullptr;
+
+protected:
+    void prepare() override
+    {
+        if (++preparations > 1)
+            return;
+        while (!isReleased)
+            std::this_thread::yield();
+        inReach();
+        failed("No power", "Switch the robot on.");
+        ++reports;
+    }
+    void step() override {}
 };
 
 struct Session
@@ -73,6 +111,9 @@ private Q_SLOTS:
     void reportsComeFromAnyThread();
     void aFeedMayOutliveItsLink();
     void aLoopFeedWritesUntilTheLinkIsClosed();
+    void whatAStoppedRunReportsHasNoEffect();
+    void onlyDestroyingTheLinkWaitsForTheFeed();
+    void aStepThatHangsIsLeftBehind();
     void anAppendedSampleOfAFeedIsDelivered();
 };
 
@@ -255,12 +296,65 @@ void TestRobotFeed::aLoopFeedWritesUntilTheLinkIsClosed()
 
     link.close();
 
+    QVERIFY(feed->waitUntilStopped(std::chrono::milliseconds(timeoutMs)));
     const int steps = feed->steps;
     EmbeddedLink other(std::make_shared<CountingFeed>());
     other.open();
     QTRY_VERIFY_WITH_TIMEOUT(other.memory()->newest("Count") && other.memory()->newest("Count")->value.toInt() > 10,
                              timeoutMs);
     QCOMPARE(feed->steps.load(), steps);
+}
+
+void TestRobotFeed::whatAStoppedRunReportsHasNoEffect()
+{
+    const auto feed = std::make_shared<SlowFeed>();
+    EmbeddedLink link(feed);
+    QSignalSpy failed(&link, &RobotLink::failed);
+    link.open();
+    QTRY_COMPARE_WITH_TIMEOUT(feed->preparations.load(), 1, timeoutMs);
+    link.close();
+    link.open();
+
+    feed->isReleased = true;
+    QTRY_COMPARE_WITH_TIMEOUT(feed->preparations.load(), 2, timeoutMs);
+
+    QCOMPARE(feed->reports.load(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(link.state(), RobotLink::Connecting);
+    QCOMPARE(failed.count(), 0);
+}
+
+void TestRobotFeed::onlyDestroyingTheLinkWaitsForTheFeed()
+{
+    auto session = std::make_unique<Session>();
+    const std::shared_ptr<SilentFeed> feed = session->feed;
+    session->link.open();
+    session->link.close();
+    session->link.open();
+    QCOMPARE(feed->waits.size(), 0);
+
+    session.reset();
+
+    QCOMPARE(feed->waits.size(), 1);
+    QCOMPARE(feed->waits.first().first, 2);
+    QVERIFY(feed->waits.first().second == std::chrono::seconds(1));
+}
+
+void TestRobotFeed::aStepThatHangsIsLeftBehind()
+{
+    std::atomic<bool> hasEnded{false};
+    auto feed = std::make_shared<SlowFeed>();
+    feed->hasEnded = &hasEnded;
+    SlowFeed* const hanging = feed.get();
+    auto link = std::make_unique<EmbeddedLink>(std::move(feed));
+    link->open();
+    QTRY_COMPARE_WITH_TIMEOUT(hanging->preparations.load(), 1, timeoutMs);
+
+    link.reset();
+
+    QVERIFY(!hasEnded.load());
+    hanging->isReleased = true;
+    QTRY_VERIFY_WITH_TIMEOUT(hasEnded.load(), timeoutMs);
 }
 
 void TestRobotFeed::anAppendedSampleOfAFeedIsDelivered()

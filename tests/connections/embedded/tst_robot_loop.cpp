@@ -12,6 +12,53 @@
 using namespace Velk;
 using std::chrono::milliseconds;
 
+namespace {
+
+constexpr milliseconds patience{60000};
+
+/// A door that a function on the loop's thread waits at until the test opens it.
+class Door
+{
+public:
+    void open() { m_isOpen = true; }
+    bool isAwaited() const { return m_isWaiting; }
+    void pass()
+    {
+        m_isWaiting = true;
+        while (!m_isOpen)
+            std::this_thread::yield();
+    }
+
+private:
+    std::atomic<bool> m_isOpen{false};
+    std::atomic<bool> m_isWaiting{false};
+};
+
+/// What a loop's functions use, with the loop as a member.
+struct Owner
+{
+    Door door;
+    std::atomic<int> preparations{0};
+    std::thread::id* endedOn = nullptr;
+    std::atomic<bool>* hasEnded = nullptr;
+    RobotLoop loop{milliseconds(1),
+                   [this] {
+                       ++preparations;
+                       door.pass();
+                   },
+                   [] {}};
+
+    ~Owner()
+    {
+        if (endedOn)
+            *endedOn = std::this_thread::get_id();
+        if (hasEnded)
+            *hasEnded = true;
+    }
+};
+
+} // namespace
+
 class TestRobotLoop : public QObject
 {
     Q_OBJECT
@@ -26,6 +73,10 @@ private Q_SLOTS:
     void destructionStopsIt();
     void aLongPeriodDoesNotHoldUpTheStop();
     void aLongFunctionSeesThatItIsToStop();
+    void stoppingDoesNotWaitForTheFunctionThatRuns();
+    void aNewStartBeginsAfterTheFunctionThatRuns();
+    void theOwnerOfAStartLivesUntilTheLastFunctionHasReturned();
+    void theOwnerMayEndOnTheLoopsThread();
 };
 
 void TestRobotLoop::nothingIsCalledBeforeItIsStarted()
@@ -70,6 +121,7 @@ void TestRobotLoop::nothingIsCalledAfterItWasStopped()
     QTRY_VERIFY_WITH_TIMEOUT(steps.load() > 0, 30000);
 
     loop.stop();
+    QVERIFY(loop.waitUntilIdle(patience));
     const int stepsAtStop = steps;
     other.start();
     QTRY_VERIFY_WITH_TIMEOUT(otherSteps.load() >= 20, 30000);
@@ -92,6 +144,7 @@ void TestRobotLoop::itRunsOnAThreadOfItsOwn()
     loop.start();
     QTRY_VERIFY_WITH_TIMEOUT(hasStepped.load(), 30000);
     loop.stop();
+    QVERIFY(loop.waitUntilIdle(patience));
 
     QVERIFY(preparing == stepping);
     QVERIFY(preparing != std::this_thread::get_id());
@@ -104,7 +157,9 @@ void TestRobotLoop::itCanBeStartedAgain()
     RobotLoop loop(
         milliseconds(1), [&preparations] { ++preparations; }, [&steps] { ++steps; });
     loop.start();
+    QTRY_COMPARE_WITH_TIMEOUT(preparations.load(), 1, 30000);
     loop.stop();
+    QVERIFY(loop.waitUntilIdle(patience));
     const int stepsAtStop = steps;
 
     loop.start();
@@ -123,9 +178,11 @@ void TestRobotLoop::startingAndStoppingTwiceDoesNothing()
     loop.stop();
     loop.start();
     loop.start();
+    QTRY_COMPARE_WITH_TIMEOUT(preparations.load(), 1, 30000);
     loop.stop();
     loop.stop();
 
+    QVERIFY(loop.waitUntilIdle(patience));
     QCOMPARE(preparations.load(), 1);
 }
 
@@ -153,8 +210,9 @@ void TestRobotLoop::aLongPeriodDoesNotHoldUpTheStop()
     loop.start();
     QTRY_COMPARE_WITH_TIMEOUT(steps.load(), 1, 30000);
 
-    loop.stop(); // comes back, rather than in a thousand hours
+    loop.stop();
 
+    QVERIFY(loop.waitUntilIdle(patience));
     QCOMPARE(steps.load(), 1);
 }
 
@@ -174,9 +232,75 @@ void TestRobotLoop::aLongFunctionSeesThatItIsToStop()
     loop.start();
     QTRY_VERIFY_WITH_TIMEOUT(isPreparing.load(), 30000);
 
+    QVERIFY(!loop.isStopping());
+
     loop.stop();
 
-    QVERIFY(loop.isStopping());
+    QVERIFY(loop.waitUntilIdle(patience));
+}
+
+void TestRobotLoop::stoppingDoesNotWaitForTheFunctionThatRuns()
+{
+    Owner owner;
+    owner.loop.start();
+    QTRY_VERIFY_WITH_TIMEOUT(owner.door.isAwaited(), 30000);
+
+    owner.loop.stop();
+
+    QVERIFY(!owner.loop.waitUntilIdle(milliseconds(0)));
+    owner.door.open();
+    QVERIFY(owner.loop.waitUntilIdle(patience));
+}
+
+void TestRobotLoop::aNewStartBeginsAfterTheFunctionThatRuns()
+{
+    Owner owner;
+    owner.loop.start();
+    QTRY_VERIFY_WITH_TIMEOUT(owner.door.isAwaited(), 30000);
+
+    owner.loop.stop();
+    owner.loop.start();
+    QCOMPARE(owner.preparations.load(), 1);
+    owner.door.open();
+
+    QTRY_COMPARE_WITH_TIMEOUT(owner.preparations.load(), 2, 30000);
+}
+
+void TestRobotLoop::theOwnerOfAStartLivesUntilTheLastFunctionHasReturned()
+{
+    std::atomic<bool> hasEnded{false};
+    auto owner = std::make_shared<Owner>();
+    owner->hasEnded = &hasEnded;
+    Owner* const running = owner.get();
+    running->loop.start(owner);
+    QTRY_VERIFY_WITH_TIMEOUT(running->door.isAwaited(), 30000);
+
+    running->loop.stop();
+    owner.reset();
+
+    QVERIFY(!hasEnded.load());
+    running->door.open();
+    QTRY_VERIFY_WITH_TIMEOUT(hasEnded.load(), 30000);
+}
+
+void TestRobotLoop::theOwnerMayEndOnTheLoopsThread()
+{
+    std::thread::id endedOn;
+    std::atomic<bool> hasEnded{false};
+    auto owner = std::make_shared<Owner>();
+    owner->endedOn = &endedOn;
+    owner->hasEnded = &hasEnded;
+    Owner* const running = owner.get();
+    running->loop.start(owner);
+    QTRY_VERIFY_WITH_TIMEOUT(running->door.isAwaited(), 30000);
+    running->loop.stop();
+    owner.reset();
+    running->door.open();
+
+    QTRY_VERIFY_WITH_TIMEOUT(hasEnded.load(), 30000);
+
+    QVERIFY(endedOn != std::thread::id());
+    QVERIFY(endedOn != std::this_thread::get_id());
 }
 
 QTEST_GUILESS_MAIN(TestRobotLoop)

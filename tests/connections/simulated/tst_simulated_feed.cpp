@@ -133,7 +133,7 @@ void TestSimulatedFeed::theRobotRunsWhileTheLinkIsOpen()
 
     link.close();
 
-    // The robot's thread has ended with the call: nothing writes any more.
+    QVERIFY(link.feed().waitUntilStopped(std::chrono::milliseconds(timeoutMs)));
     const double atClose = link.memory()->newest(x)->timeStamp;
     EmbeddedLink other(robot({}));
     other.open();

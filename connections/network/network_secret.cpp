@@ -15,27 +15,30 @@ namespace {
 // A longer file was probably named by mistake.
 constexpr qint64 maxPasswordFileSize = 4096;
 
-QString tr(const char* text)
+struct SecretMessages
 {
-    return QCoreApplication::translate("Velk::NetworkSecret", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Velk::NetworkSecret)
+};
 
 std::optional<QByteArray> passwordFromFile(const QString& path, QString* error)
 {
     // Reading a pipe or a device could block.
     if (!QFileInfo(path).isFile()) {
-        *error =
-            tr("The password file %1 does not exist or is no regular file: correct the path in the URL.").arg(path);
+        *error = SecretMessages::tr(
+                     "The password file %1 does not exist or is no regular file: correct the path in the URL.")
+                     .arg(path);
         return std::nullopt;
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *error = tr("The password file %1 cannot be read (%2): check its permissions.").arg(path, file.errorString());
+        *error = SecretMessages::tr("The password file %1 cannot be read (%2): check its permissions.")
+                     .arg(path, file.errorString());
         return std::nullopt;
     }
     QByteArray password = file.read(maxPasswordFileSize + 1);
     if (password.size() > maxPasswordFileSize) {
-        *error = tr("The password file %1 is longer than %2 bytes: it must hold the password and nothing else.")
+        *error = SecretMessages::tr(
+                     "The password file %1 is longer than %2 bytes: it must hold the password and nothing else.")
                      .arg(path)
                      .arg(maxPasswordFileSize);
         return std::nullopt;
@@ -46,7 +49,7 @@ std::optional<QByteArray> passwordFromFile(const QString& path, QString* error)
     if (password.endsWith('\r'))
         password.chop(1);
     if (password.isEmpty()) {
-        *error = tr("The password file %1 is empty: it must hold the password.").arg(path);
+        *error = SecretMessages::tr("The password file %1 is empty: it must hold the password.").arg(path);
         return std::nullopt;
     }
     return password;
@@ -56,7 +59,8 @@ std::optional<QByteArray> passwordFromVariable(const QString& variable, QString*
 {
     const QByteArray name = variable.toLocal8Bit();
     if (!qEnvironmentVariableIsSet(name.constData())) {
-        *error = tr("The environment variable %1, which is to hold the password, is not set.").arg(variable);
+        *error =
+            SecretMessages::tr("The environment variable %1, which is to hold the password, is not set.").arg(variable);
         return std::nullopt;
     }
     return qgetenv(name.constData());
@@ -68,8 +72,9 @@ bool NetworkSecret::check(QString* error) const
 {
     const int places = int(password.has_value()) + int(!passwordFile.isEmpty()) + int(!passwordVariable.isEmpty());
     if (places > 1)
-        *error = tr("The URL says in more than one way what the password is: keep one of the password before the "
-                    "\"@\", the file and the environment variable.");
+        *error = SecretMessages::tr(
+            "The URL says in more than one way what the password is: keep one of the password before the "
+            "\"@\", the file and the environment variable.");
     return places <= 1;
 }
 

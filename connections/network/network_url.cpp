@@ -13,16 +13,16 @@ namespace Velk {
 
 namespace {
 
-QString tr(const char* text)
+struct UrlMessages
 {
-    return QCoreApplication::translate("Velk::NetworkUrl", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Velk::NetworkUrl)
+};
 
 // "a, b and c"
 QString listText(QStringList words)
 {
     const QString last = words.takeLast();
-    return words.isEmpty() ? last : tr("%1 and %2").arg(words.join(QStringLiteral(", ")), last);
+    return words.isEmpty() ? last : UrlMessages::tr("%1 and %2").arg(words.join(QStringLiteral(", ")), last);
 }
 
 } // namespace
@@ -40,7 +40,7 @@ bool NetworkUrl::parseParts(const QString& url, const Syntax& syntax, QString* e
     // Without a separator between scheme and rest nothing says where a password starts: nothing is quoted then.
     const int schemeEnd = url.indexOf(QStringLiteral("://"));
     if (schemeEnd == -1) {
-        *error = tr("This is no URL of %1: write %2.").arg(syntax.subject, syntax.example);
+        *error = UrlMessages::tr("This is no URL of %1: write %2.").arg(syntax.subject, syntax.example);
         return false;
     }
     if (!parseScheme(url.left(schemeEnd).toLower(), syntax, error))
@@ -48,7 +48,7 @@ bool NetworkUrl::parseParts(const QString& url, const Syntax& syntax, QString* e
 
     const QString rest = url.mid(schemeEnd + 3);
     if (rest.contains(QLatin1Char('#'))) {
-        *error = tr("A URL of %1 holds no \"#\": write it as %23.").arg(syntax.subject);
+        *error = UrlMessages::tr("A URL of %1 holds no \"#\": write it as %23.").arg(syntax.subject);
         return false;
     }
     const int queryStart = rest.indexOf(QLatin1Char('?'));
@@ -60,8 +60,9 @@ bool NetworkUrl::parseParts(const QString& url, const Syntax& syntax, QString* e
     // A password with an unencoded / or ? in it ends the authority too early, and its @ is found further on.
     m_mayQuote = !m_path.contains(QLatin1Char('@')) && !m_query.contains(QLatin1Char('@'));
     if (m_path.contains(QLatin1Char('@'))) {
-        *error = tr("An \"@\" after the first \"/\": in the password write / as %2F, ? as %3F and @ as %40, and in the "
-                    "robot's name @ as %40.");
+        *error = UrlMessages::tr(
+            "An \"@\" after the first \"/\": in the password write / as %2F, ? as %3F and @ as %40, and in the "
+            "robot's name @ as %40.");
         return false;
     }
     return parseAuthority(beforeQuery.left(pathStart), error);
@@ -75,7 +76,7 @@ bool NetworkUrl::parseScheme(const QString& scheme, const Syntax& syntax, QStrin
         QStringList starts;
         for (const Syntax::Scheme& candidate : syntax.schemes)
             starts.append(candidate.name + QStringLiteral("://"));
-        *error = tr("The URL of %1 starts with one of %2.").arg(syntax.subject, listText(starts));
+        *error = UrlMessages::tr("The URL of %1 starts with one of %2.").arg(syntax.subject, listText(starts));
         return false;
     }
     m_scheme = *found;
@@ -89,7 +90,7 @@ bool NetworkUrl::parseAuthority(const QString& authority, QString* error)
         return false;
     const QString hosts = authority.mid(userEnd + 1);
     if (hosts.isEmpty()) {
-        *error = tr("The URL names no host: write %1://host/….").arg(scheme());
+        *error = UrlMessages::tr("The URL names no host: write %1://host/….").arg(scheme());
         return false;
     }
     const QStringList parts = hosts.split(QLatin1Char(','));
@@ -109,7 +110,8 @@ bool NetworkUrl::parseUser(const QString& text, QString* error)
     const std::optional<QString> user = percentDecodedText(text.left(colon));
     const std::optional<QByteArray> password = colon == -1 ? QByteArray() : percentDecodedBytes(text.mid(colon + 1));
     if (!user || !password) {
-        *error = tr("The user or the password before the \"@\" is not percent-encoded correctly: write % as %25.");
+        *error = UrlMessages::tr(
+            "The user or the password before the \"@\" is not percent-encoded correctly: write % as %25.");
         return false;
     }
     m_secret.user = *user;
@@ -128,20 +130,21 @@ bool NetworkUrl::takeOptions(const QStringList& names,
         const QString name = part.left(equals);
         const std::optional<QString> value = equals == -1 ? QString() : percentDecodedText(part.mid(equals + 1));
         if (!names.contains(name)) {
-            *error = tr("There is no option %1; there are %2.").arg(quoted(name), listText(names));
+            *error = UrlMessages::tr("There is no option %1; there are %2.").arg(quoted(name), listText(names));
             return false;
         }
         if (seen.contains(name)) {
-            *error = tr("The option \"%1\" is given twice.").arg(name);
+            *error = UrlMessages::tr("The option \"%1\" is given twice.").arg(name);
             return false;
         }
         if (!value) {
             *error =
-                tr("The value of \"%1\" is not percent-encoded UTF-8 text: write % as %25 and & as %26.").arg(name);
+                UrlMessages::tr("The value of \"%1\" is not percent-encoded UTF-8 text: write % as %25 and & as %26.")
+                    .arg(name);
             return false;
         }
         if (value->isEmpty()) {
-            *error = tr("The option \"%1\" needs a value: %1=….").arg(name);
+            *error = UrlMessages::tr("The option \"%1\" needs a value: %1=….").arg(name);
             return false;
         }
         if (!take(name, *value))

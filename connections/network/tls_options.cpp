@@ -29,16 +29,16 @@ constexpr std::array<Option, 4> options = {{
     {"tls-name", &TlsOptions::serverName},
 }};
 
-QString tr(const char* text)
+struct TlsMessages
 {
-    return QCoreApplication::translate("Velk::TlsOptions", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Velk::TlsOptions)
+};
 
 std::optional<QByteArray> contentOf(const QString& path, QString* error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *error = tr("The file %1 cannot be read: %2.").arg(path, file.errorString());
+        *error = TlsMessages::tr("The file %1 cannot be read: %2.").arg(path, file.errorString());
         return std::nullopt;
     }
     return file.readAll();
@@ -79,14 +79,14 @@ bool TlsOptions::check(QString* error) const
 {
     const bool hasLonelyKey = !keyFile.isEmpty() && certificateFile.isEmpty();
     if (hasLonelyKey)
-        *error = tr("There is a key-file without the certificate that it belongs to: add cert-file=PATH.");
+        *error = TlsMessages::tr("There is a key-file without the certificate that it belongs to: add cert-file=PATH.");
     return !hasLonelyKey;
 }
 
 std::optional<QSslConfiguration> TlsOptions::configuration(QString* error) const
 {
     if (!QSslSocket::supportsSsl()) {
-        *error = tr("This installation of Qt has no TLS: install OpenSSL.");
+        *error = TlsMessages::tr("This installation of Qt has no TLS: install OpenSSL.");
         return std::nullopt;
     }
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
@@ -98,7 +98,7 @@ std::optional<QSslConfiguration> TlsOptions::configuration(QString* error) const
             return std::nullopt;
         const QList<QSslCertificate> authorities = QSslCertificate::fromData(*pem, QSsl::Pem);
         if (authorities.isEmpty()) {
-            *error = tr("The ca-file %1 holds no certificate in PEM form.").arg(caFile);
+            *error = TlsMessages::tr("The ca-file %1 holds no certificate in PEM form.").arg(caFile);
             return std::nullopt;
         }
         configuration.setCaCertificates(authorities);
@@ -110,7 +110,7 @@ std::optional<QSslConfiguration> TlsOptions::configuration(QString* error) const
             return std::nullopt;
         const QList<QSslCertificate> chain = QSslCertificate::fromData(*pem, QSsl::Pem);
         if (chain.isEmpty()) {
-            *error = tr("The cert-file %1 holds no certificate in PEM form.").arg(certificateFile);
+            *error = TlsMessages::tr("The cert-file %1 holds no certificate in PEM form.").arg(certificateFile);
             return std::nullopt;
         }
         const QString pathOfKey = keyFile.isEmpty() ? certificateFile : keyFile;
@@ -119,7 +119,7 @@ std::optional<QSslConfiguration> TlsOptions::configuration(QString* error) const
             return std::nullopt;
         const QSslKey key = keyOf(*keyPem);
         if (key.isNull()) {
-            *error = tr("%1 holds no private key in PEM form that is not encrypted.").arg(pathOfKey);
+            *error = TlsMessages::tr("%1 holds no private key in PEM form that is not encrypted.").arg(pathOfKey);
             return std::nullopt;
         }
         configuration.setLocalCertificateChain(chain);

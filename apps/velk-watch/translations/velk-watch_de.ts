@@ -87,6 +87,49 @@ Schaffen Sie Platz auf dem Datenträger von %4, bevor Sie wieder aufzeichnen.</t
     </message>
 </context>
 <context>
+    <name>RecordReader</name>
+    <message>
+        <source>a quote is inside a field that does not begin with one</source>
+        <translation>ein Anführungszeichen steht in einem Feld, das nicht damit beginnt</translation>
+    </message>
+    <message>
+        <source>a quoted text is followed by neither a semicolon nor the end of the line</source>
+        <translation>auf einen Text in Anführungszeichen folgt weder ein Semikolon noch das Ende der Zeile</translation>
+    </message>
+    <message>
+        <source>the file does not begin with &quot;Time&quot;, so it is not a record file</source>
+        <translation>die Datei beginnt nicht mit &quot;Time&quot; und ist deshalb keine Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>the name of a column is not quoted</source>
+        <translation>der Name einer Spalte steht nicht in Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>the name of a column is not UTF-8</source>
+        <translation>der Name einer Spalte ist kein UTF-8</translation>
+    </message>
+    <message>
+        <source>the time is not a number</source>
+        <translation>die Zeit ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>a text is not UTF-8</source>
+        <translation>ein Text ist kein UTF-8</translation>
+    </message>
+    <message>
+        <source>a cell is neither a number nor &quot;true&quot;, &quot;false&quot; or quoted</source>
+        <translation>eine Zelle ist weder eine Zahl noch &quot;true&quot;, &quot;false&quot; oder ein Text in Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>the line is longer than 1 GiB</source>
+        <translation>die Zeile ist länger als 1 GiB</translation>
+    </message>
+    <message>
+        <source>the file cannot be read: %1</source>
+        <translation>die Datei kann nicht gelesen werden: %1</translation>
+    </message>
+</context>
+<context>
     <name>Velk::CataloguePanel</name>
     <message>
         <source>Search keys, for example Arm/*/Position</source>
@@ -284,6 +327,13 @@ Sobald er wieder da ist, wird er verbunden.</translation>
     </message>
 </context>
 <context>
+    <name>Velk::HostFactory</name>
+    <message>
+        <source>the computer that this program runs on</source>
+        <translation>der Rechner, auf dem dieses Programm läuft</translation>
+    </message>
+</context>
+<context>
     <name>Velk::HostFeed</name>
     <message>
         <source>This computer has no parameter “%1”. Its URL is written host: without any.</source>
@@ -373,198 +423,6 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
     <message>
         <source>The recording is not saved.</source>
         <translation>Die Aufzeichnung ist nicht gespeichert.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WatchBar</name>
-    <message>
-        <source>&amp;Sample</source>
-        <translation>&amp;Abtasten</translation>
-    </message>
-    <message>
-        <source>Let the robot sample the watched keys, or pause it (F5)</source>
-        <translation>Den Roboter die beobachteten Schlüssel abtasten lassen oder ihn anhalten (F5)</translation>
-    </message>
-    <message>
-        <source>Free&amp;ze table</source>
-        <translation>Tabelle an&amp;halten</translation>
-    </message>
-    <message>
-        <source>Keep the values of the table as they are; sampling and recording go on (F6)</source>
-        <translation>Die Werte der Tabelle lassen, wie sie sind; Abtastung und Aufzeichnung gehen weiter (F6)</translation>
-    </message>
-    <message>
-        <source>Reco&amp;rd</source>
-        <translation>Aufzei&amp;chnen</translation>
-    </message>
-    <message>
-        <source>Ctrl+R</source>
-        <translation>Ctrl+R</translation>
-    </message>
-    <message>
-        <source>Record every value of the watched keys, or stop recording (Ctrl+R)</source>
-        <translation>Jeden Wert der beobachteten Schlüssel aufzeichnen oder die Aufzeichnung beenden (Strg+R)</translation>
-    </message>
-    <message>
-        <source>Sa&amp;ve recording…</source>
-        <translation>Aufzeichnung &amp;speichern …</translation>
-    </message>
-    <message>
-        <source>Save the recording to a file (Ctrl+S)</source>
-        <translation>Die Aufzeichnung in einer Datei speichern (Strg+S)</translation>
-    </message>
-    <message>
-        <source>&amp;Discard recording</source>
-        <translation>Aufzeichnung &amp;verwerfen</translation>
-    </message>
-    <message>
-        <source>Watching</source>
-        <translation>Beobachtung</translation>
-    </message>
-    <message>
-        <source>Sampling period in milliseconds</source>
-        <translation>Abtastperiode in Millisekunden</translation>
-    </message>
-    <message>
-        <source> ms</source>
-        <translation> ms</translation>
-    </message>
-    <message>
-        <source>&amp;Period:</source>
-        <translation>&amp;Periode:</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WindowMenus</name>
-    <message>
-        <source>&amp;Unwatch selected keys</source>
-        <translation>Ausgewählte Schlüssel &amp;nicht mehr beobachten</translation>
-    </message>
-    <message>
-        <source>&amp;Robot</source>
-        <translation>&amp;Roboter</translation>
-    </message>
-    <message>
-        <source>&amp;URL of the robot</source>
-        <translation>&amp;URL des Roboters</translation>
-    </message>
-    <message>
-        <source>Ctrl+L</source>
-        <translation>Ctrl+L</translation>
-    </message>
-    <message>
-        <source>&amp;Disconnect</source>
-        <translation>&amp;Trennen</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
-    </message>
-    <message>
-        <source>&amp;Keys</source>
-        <translation>&amp;Schlüssel</translation>
-    </message>
-    <message>
-        <source>&amp;Search</source>
-        <translation>&amp;Suchen</translation>
-    </message>
-    <message>
-        <source>&amp;Color of the key…</source>
-        <translation>&amp;Farbe des Schlüssels …</translation>
-    </message>
-    <message>
-        <source>&amp;Plot</source>
-        <translation>&amp;Diagramm</translation>
-    </message>
-    <message>
-        <source>&amp;Follow the newest values</source>
-        <translation>Den neuesten Werten &amp;folgen</translation>
-    </message>
-    <message>
-        <source>Show a &amp;shorter time</source>
-        <translation>&amp;Kürzere Zeit zeigen</translation>
-    </message>
-    <message>
-        <source>Show a &amp;longer time</source>
-        <translation>&amp;Längere Zeit zeigen</translation>
-    </message>
-    <message>
-        <source>Zoom &amp;in on the values</source>
-        <translation>Werte &amp;vergrößern</translation>
-    </message>
-    <message>
-        <source>Zoom &amp;out of the values</source>
-        <translation>Werte ver&amp;kleinern</translation>
-    </message>
-    <message>
-        <source>Fi&amp;t everything</source>
-        <translation>Alles &amp;einpassen</translation>
-    </message>
-    <message>
-        <source>Ctrl+0</source>
-        <translation>Ctrl+0</translation>
-    </message>
-    <message>
-        <source>Re&amp;cording</source>
-        <translation>Auf&amp;zeichnung</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>&amp;Ansicht</translation>
-    </message>
-    <message>
-        <source>&amp;Colors</source>
-        <translation>&amp;Farben</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>&amp;About</source>
-        <translation>Ü&amp;ber</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WatchStatusBar</name>
-    <message>
-        <source>Connection</source>
-        <translation>Verbindung</translation>
-    </message>
-    <message>
-        <source>Sampling period</source>
-        <translation>Abtastperiode</translation>
-    </message>
-    <message>
-        <source>Recording</source>
-        <translation>Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>Saved to %1</source>
-        <translation>Gespeichert in %1</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RecordingDialogs</name>
-    <message>
-        <source>Save recording</source>
-        <translation>Aufzeichnung speichern</translation>
-    </message>
-    <message>
-        <source>Recordings (*.csv);;All files (*)</source>
-        <translation>Aufzeichnungen (*.csv);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Recording</source>
-        <translation>Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>&amp;Save…</source>
-        <translation>&amp;Speichern …</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>&amp;Verwerfen</translation>
     </message>
 </context>
 <context>
@@ -863,6 +721,29 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     </message>
 </context>
 <context>
+    <name>Velk::RecordingDialogs</name>
+    <message>
+        <source>Save recording</source>
+        <translation>Aufzeichnung speichern</translation>
+    </message>
+    <message>
+        <source>Recordings (*.csv);;All files (*)</source>
+        <translation>Aufzeichnungen (*.csv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Speichern …</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+</context>
+<context>
     <name>Velk::RedisConnection</name>
     <message>
         <source>Redis: master switched</source>
@@ -914,6 +795,14 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>%1 does not take a user name or a password. Check that it is a Redis server, and leave out the password if it wants none.</source>
         <translation>%1 nimmt weder Benutzernamen noch Passwort an. Prüfen Sie, ob es ein Redis-Server ist, und lassen Sie das Passwort weg, wenn er keines verlangt.</translation>
+    </message>
+    <message>
+        <source>Redis: password refused</source>
+        <translation>Redis: Passwort abgelehnt</translation>
+    </message>
+    <message>
+        <source>%1 did not answer within %2 seconds. Check the address, the network, and that the server&apos;s port speaks TLS.</source>
+        <translation>%1 hat nicht innerhalb von %2 Sekunden geantwortet. Prüfen Sie die Adresse, das Netz und ob der Port des Servers TLS spricht.</translation>
     </message>
 </context>
 <context>
@@ -985,6 +874,25 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>%1 answered with an error: %2</source>
         <translation>%1 hat mit einem Fehler geantwortet: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisFactory</name>
+    <message>
+        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
+        <translation>ein Roboter, dessen Speicher auf einem Redis-Server oder in einem Cluster solcher liegt</translation>
+    </message>
+    <message>
+        <source>the same over TLS</source>
+        <translation>dasselbe über TLS</translation>
+    </message>
+    <message>
+        <source>the same on the master that sentinels name</source>
+        <translation>dasselbe auf dem Master, den Sentinels nennen</translation>
+    </message>
+    <message>
+        <source>the same over TLS, with the sentinels</source>
+        <translation>dasselbe über TLS, mit den Sentinels</translation>
     </message>
 </context>
 <context>
@@ -1113,6 +1021,14 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <source>%1: %2.</source>
         <translation>%1: %2.</translation>
     </message>
+    <message>
+        <source>%1 has closed the connection before it answered. Check that it is a Redis server, and whether it expects TLS, or a client certificate.</source>
+        <translation>%1 hat die Verbindung geschlossen, bevor eine Antwort kam. Prüfen Sie, ob es ein Redis-Server ist und ob er TLS oder ein Client-Zertifikat erwartet.</translation>
+    </message>
+    <message>
+        <source>No TLS connection to %1 (%2). Check that the server&apos;s port speaks TLS, and whether the server expects a client certificate.</source>
+        <translation>Keine TLS-Verbindung zu %1 (%2). Prüfen Sie, ob der Port des Servers TLS spricht und ob der Server ein Client-Zertifikat erwartet.</translation>
+    </message>
 </context>
 <context>
     <name>Velk::RedisUrl</name>
@@ -1172,8 +1088,8 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <translation>Der Server kommt mit dem Schreiben nicht nach.</translation>
     </message>
     <message>
-        <source>Redis: key of another type</source>
-        <translation>Redis: Schlüssel anderen Typs</translation>
+        <source>Redis: key cannot be written</source>
+        <translation>Redis: Schlüssel kann nicht geschrieben werden</translation>
     </message>
 </context>
 <context>
@@ -1205,6 +1121,40 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>Dis&amp;connect</source>
         <translation>&amp;Trennen</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RobotLinks</name>
+    <message>
+        <source>No robot is named. Possible are: %1.</source>
+        <translation>Es ist kein Roboter genannt. Möglich sind: %1.</translation>
+    </message>
+    <message>
+        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
+        <translation>„%1“ ist nicht die URL eines Roboters: Sie beginnt nicht mit einem Schema. Möglich sind: %2.</translation>
+    </message>
+    <message>
+        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
+        <translation>Es gibt keinen Roboter mit dem Schema „%1“. Möglich sind: %2.</translation>
+    </message>
+    <message>
+        <source>A robot of the scheme “%1” cannot be written to. Possible are: %2.</source>
+        <translation>In einen Roboter mit dem Schema „%1“ kann nicht geschrieben werden. Möglich sind: %2.</translation>
+    </message>
+    <message>
+        <source>This program has no connection to a robot that can be written to.</source>
+        <translation>Dieses Programm hat keine Verbindung zu einem Roboter, in den geschrieben werden kann.</translation>
+    </message>
+    <message>
+        <source>The connection %1 cannot be loaded: %2</source>
+        <translation>Die Verbindung %1 kann nicht geladen werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::SimulatedFactory</name>
+    <message>
+        <source>a simulated mobile robot with an arm</source>
+        <translation>ein simulierter fahrbarer Roboter mit Arm</translation>
     </message>
 </context>
 <context>
@@ -1259,6 +1209,65 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
     <message>
         <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
         <translation>Es gibt ein key-file ohne das Zertifikat, zu dem es gehört: Ergänzen Sie cert-file=PATH.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::WatchBar</name>
+    <message>
+        <source>&amp;Sample</source>
+        <translation>&amp;Abtasten</translation>
+    </message>
+    <message>
+        <source>Let the robot sample the watched keys, or pause it (F5)</source>
+        <translation>Den Roboter die beobachteten Schlüssel abtasten lassen oder ihn anhalten (F5)</translation>
+    </message>
+    <message>
+        <source>Free&amp;ze table</source>
+        <translation>Tabelle an&amp;halten</translation>
+    </message>
+    <message>
+        <source>Keep the values of the table as they are; sampling and recording go on (F6)</source>
+        <translation>Die Werte der Tabelle lassen, wie sie sind; Abtastung und Aufzeichnung gehen weiter (F6)</translation>
+    </message>
+    <message>
+        <source>Reco&amp;rd</source>
+        <translation>Aufzei&amp;chnen</translation>
+    </message>
+    <message>
+        <source>Ctrl+R</source>
+        <translation>Ctrl+R</translation>
+    </message>
+    <message>
+        <source>Record every value of the watched keys, or stop recording (Ctrl+R)</source>
+        <translation>Jeden Wert der beobachteten Schlüssel aufzeichnen oder die Aufzeichnung beenden (Strg+R)</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve recording…</source>
+        <translation>Aufzeichnung &amp;speichern …</translation>
+    </message>
+    <message>
+        <source>Save the recording to a file (Ctrl+S)</source>
+        <translation>Die Aufzeichnung in einer Datei speichern (Strg+S)</translation>
+    </message>
+    <message>
+        <source>&amp;Discard recording</source>
+        <translation>Aufzeichnung &amp;verwerfen</translation>
+    </message>
+    <message>
+        <source>Watching</source>
+        <translation>Beobachtung</translation>
+    </message>
+    <message>
+        <source>Sampling period in milliseconds</source>
+        <translation>Abtastperiode in Millisekunden</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> ms</translation>
+    </message>
+    <message>
+        <source>&amp;Period:</source>
+        <translation>&amp;Periode:</translation>
     </message>
 </context>
 <context>
@@ -1336,63 +1345,113 @@ Die Befehlszeile zeigt dieselben Werte:
     </message>
 </context>
 <context>
-    <name>Velk::SimulatedFactory</name>
+    <name>Velk::WatchStatusBar</name>
     <message>
-        <source>a simulated mobile robot with an arm</source>
-        <translation>ein simulierter fahrbarer Roboter mit Arm</translation>
+        <source>Connection</source>
+        <translation>Verbindung</translation>
+    </message>
+    <message>
+        <source>Sampling period</source>
+        <translation>Abtastperiode</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Saved to %1</source>
+        <translation>Gespeichert in %1</translation>
     </message>
 </context>
 <context>
-    <name>Velk::HostFactory</name>
+    <name>Velk::WindowMenus</name>
     <message>
-        <source>the computer that this program runs on</source>
-        <translation>der Rechner, auf dem dieses Programm läuft</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RedisFactory</name>
-    <message>
-        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
-        <translation>ein Roboter, dessen Speicher auf einem Redis-Server oder in einem Cluster solcher liegt</translation>
+        <source>&amp;Unwatch selected keys</source>
+        <translation>Ausgewählte Schlüssel &amp;nicht mehr beobachten</translation>
     </message>
     <message>
-        <source>the same over TLS</source>
-        <translation>dasselbe über TLS</translation>
+        <source>&amp;Robot</source>
+        <translation>&amp;Roboter</translation>
     </message>
     <message>
-        <source>the same on the master that sentinels name</source>
-        <translation>dasselbe auf dem Master, den Sentinels nennen</translation>
+        <source>&amp;URL of the robot</source>
+        <translation>&amp;URL des Roboters</translation>
     </message>
     <message>
-        <source>the same over TLS, with the sentinels</source>
-        <translation>dasselbe über TLS, mit den Sentinels</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RobotLinks</name>
-    <message>
-        <source>No robot is named. Possible are: %1.</source>
-        <translation>Es ist kein Roboter genannt. Möglich sind: %1.</translation>
+        <source>Ctrl+L</source>
+        <translation>Ctrl+L</translation>
     </message>
     <message>
-        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
-        <translation>„%1“ ist nicht die URL eines Roboters: Sie beginnt nicht mit einem Schema. Möglich sind: %2.</translation>
+        <source>&amp;Disconnect</source>
+        <translation>&amp;Trennen</translation>
     </message>
     <message>
-        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
-        <translation>Es gibt keinen Roboter mit dem Schema „%1“. Möglich sind: %2.</translation>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
     </message>
     <message>
-        <source>A robot of the scheme “%1” cannot be written to. Possible are: %2.</source>
-        <translation>In einen Roboter mit dem Schema „%1“ kann nicht geschrieben werden. Möglich sind: %2.</translation>
+        <source>&amp;Keys</source>
+        <translation>&amp;Schlüssel</translation>
     </message>
     <message>
-        <source>This program has no connection to a robot that can be written to.</source>
-        <translation>Dieses Programm hat keine Verbindung zu einem Roboter, in den geschrieben werden kann.</translation>
+        <source>&amp;Search</source>
+        <translation>&amp;Suchen</translation>
     </message>
     <message>
-        <source>The connection %1 cannot be loaded: %2</source>
-        <translation>Die Verbindung %1 kann nicht geladen werden: %2</translation>
+        <source>&amp;Color of the key…</source>
+        <translation>&amp;Farbe des Schlüssels …</translation>
+    </message>
+    <message>
+        <source>&amp;Plot</source>
+        <translation>&amp;Diagramm</translation>
+    </message>
+    <message>
+        <source>&amp;Follow the newest values</source>
+        <translation>Den neuesten Werten &amp;folgen</translation>
+    </message>
+    <message>
+        <source>Show a &amp;shorter time</source>
+        <translation>&amp;Kürzere Zeit zeigen</translation>
+    </message>
+    <message>
+        <source>Show a &amp;longer time</source>
+        <translation>&amp;Längere Zeit zeigen</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;in on the values</source>
+        <translation>Werte &amp;vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;out of the values</source>
+        <translation>Werte ver&amp;kleinern</translation>
+    </message>
+    <message>
+        <source>Fi&amp;t everything</source>
+        <translation>Alles &amp;einpassen</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>Re&amp;cording</source>
+        <translation>Auf&amp;zeichnung</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Colors</source>
+        <translation>&amp;Farben</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>Ü&amp;ber</translation>
     </message>
 </context>
 </TS>

@@ -87,6 +87,49 @@ Faites de la place sur le disque de %4 avant d’enregistrer à nouveau.</transl
     </message>
 </context>
 <context>
+    <name>RecordReader</name>
+    <message>
+        <source>a quote is inside a field that does not begin with one</source>
+        <translation>un guillemet se trouve dans un champ qui ne commence pas par un guillemet</translation>
+    </message>
+    <message>
+        <source>a quoted text is followed by neither a semicolon nor the end of the line</source>
+        <translation>un texte entre guillemets n’est suivi ni d’un point-virgule ni de la fin de la ligne</translation>
+    </message>
+    <message>
+        <source>the file does not begin with &quot;Time&quot;, so it is not a record file</source>
+        <translation>le fichier ne commence pas par &quot;Time&quot; : ce n’est pas un enregistrement</translation>
+    </message>
+    <message>
+        <source>the name of a column is not quoted</source>
+        <translation>le nom d’une colonne n’est pas entre guillemets</translation>
+    </message>
+    <message>
+        <source>the name of a column is not UTF-8</source>
+        <translation>le nom d’une colonne n’est pas en UTF-8</translation>
+    </message>
+    <message>
+        <source>the time is not a number</source>
+        <translation>le temps n’est pas un nombre</translation>
+    </message>
+    <message>
+        <source>a text is not UTF-8</source>
+        <translation>un texte n’est pas en UTF-8</translation>
+    </message>
+    <message>
+        <source>a cell is neither a number nor &quot;true&quot;, &quot;false&quot; or quoted</source>
+        <translation>une cellule n’est ni un nombre, ni &quot;true&quot;, ni &quot;false&quot;, ni un texte entre guillemets</translation>
+    </message>
+    <message>
+        <source>the line is longer than 1 GiB</source>
+        <translation>la ligne dépasse 1 Gio</translation>
+    </message>
+    <message>
+        <source>the file cannot be read: %1</source>
+        <translation>le fichier ne peut pas être lu : %1</translation>
+    </message>
+</context>
+<context>
     <name>Velk::CataloguePanel</name>
     <message>
         <source>Search keys, for example Arm/*/Position</source>
@@ -284,6 +327,13 @@ Il sera connecté dès son retour.</translation>
     </message>
 </context>
 <context>
+    <name>Velk::HostFactory</name>
+    <message>
+        <source>the computer that this program runs on</source>
+        <translation>l’ordinateur sur lequel tourne ce programme</translation>
+    </message>
+</context>
+<context>
     <name>Velk::HostFeed</name>
     <message>
         <source>This computer has no parameter “%1”. Its URL is written host: without any.</source>
@@ -373,198 +423,6 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
     <message>
         <source>The recording is not saved.</source>
         <translation>L’enregistrement n’est pas sauvegardé.</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WatchBar</name>
-    <message>
-        <source>&amp;Sample</source>
-        <translation>É&amp;chantillonner</translation>
-    </message>
-    <message>
-        <source>Let the robot sample the watched keys, or pause it (F5)</source>
-        <translation>Laisser le robot échantillonner les clés observées, ou le suspendre (F5)</translation>
-    </message>
-    <message>
-        <source>Free&amp;ze table</source>
-        <translation>&amp;Figer le tableau</translation>
-    </message>
-    <message>
-        <source>Keep the values of the table as they are; sampling and recording go on (F6)</source>
-        <translation>Garder les valeurs du tableau telles quelles ; l’échantillonnage et l’enregistrement continuent (F6)</translation>
-    </message>
-    <message>
-        <source>Reco&amp;rd</source>
-        <translation>En&amp;registrer</translation>
-    </message>
-    <message>
-        <source>Ctrl+R</source>
-        <translation>Ctrl+R</translation>
-    </message>
-    <message>
-        <source>Record every value of the watched keys, or stop recording (Ctrl+R)</source>
-        <translation>Enregistrer chaque valeur des clés observées, ou arrêter l’enregistrement (Ctrl+R)</translation>
-    </message>
-    <message>
-        <source>Sa&amp;ve recording…</source>
-        <translation>Sau&amp;vegarder l’enregistrement…</translation>
-    </message>
-    <message>
-        <source>Save the recording to a file (Ctrl+S)</source>
-        <translation>Sauvegarder l’enregistrement dans un fichier (Ctrl+S)</translation>
-    </message>
-    <message>
-        <source>&amp;Discard recording</source>
-        <translation>&amp;Abandonner l’enregistrement</translation>
-    </message>
-    <message>
-        <source>Watching</source>
-        <translation>Observation</translation>
-    </message>
-    <message>
-        <source>Sampling period in milliseconds</source>
-        <translation>Période d’échantillonnage en millisecondes</translation>
-    </message>
-    <message>
-        <source> ms</source>
-        <translation> ms</translation>
-    </message>
-    <message>
-        <source>&amp;Period:</source>
-        <translation>&amp;Période :</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WindowMenus</name>
-    <message>
-        <source>&amp;Unwatch selected keys</source>
-        <translation>&amp;Ne plus observer les clés sélectionnées</translation>
-    </message>
-    <message>
-        <source>&amp;Robot</source>
-        <translation>&amp;Robot</translation>
-    </message>
-    <message>
-        <source>&amp;URL of the robot</source>
-        <translation>&amp;URL du robot</translation>
-    </message>
-    <message>
-        <source>Ctrl+L</source>
-        <translation>Ctrl+L</translation>
-    </message>
-    <message>
-        <source>&amp;Disconnect</source>
-        <translation>&amp;Déconnecter</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Quitter</translation>
-    </message>
-    <message>
-        <source>&amp;Keys</source>
-        <translation>&amp;Clés</translation>
-    </message>
-    <message>
-        <source>&amp;Search</source>
-        <translation>C&amp;hercher</translation>
-    </message>
-    <message>
-        <source>&amp;Color of the key…</source>
-        <translation>&amp;Couleur de la clé…</translation>
-    </message>
-    <message>
-        <source>&amp;Plot</source>
-        <translation>&amp;Graphique</translation>
-    </message>
-    <message>
-        <source>&amp;Follow the newest values</source>
-        <translation>&amp;Suivre les valeurs les plus récentes</translation>
-    </message>
-    <message>
-        <source>Show a &amp;shorter time</source>
-        <translation>Montrer une durée plus &amp;courte</translation>
-    </message>
-    <message>
-        <source>Show a &amp;longer time</source>
-        <translation>Montrer une durée plus &amp;longue</translation>
-    </message>
-    <message>
-        <source>Zoom &amp;in on the values</source>
-        <translation>A&amp;grandir les valeurs</translation>
-    </message>
-    <message>
-        <source>Zoom &amp;out of the values</source>
-        <translation>&amp;Réduire les valeurs</translation>
-    </message>
-    <message>
-        <source>Fi&amp;t everything</source>
-        <translation>Tout a&amp;juster</translation>
-    </message>
-    <message>
-        <source>Ctrl+0</source>
-        <translation>Ctrl+0</translation>
-    </message>
-    <message>
-        <source>Re&amp;cording</source>
-        <translation>&amp;Enregistrement</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>&amp;Affichage</translation>
-    </message>
-    <message>
-        <source>&amp;Colors</source>
-        <translation>&amp;Couleurs</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Aide</translation>
-    </message>
-    <message>
-        <source>&amp;About</source>
-        <translation>À &amp;propos</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::WatchStatusBar</name>
-    <message>
-        <source>Connection</source>
-        <translation>Connexion</translation>
-    </message>
-    <message>
-        <source>Sampling period</source>
-        <translation>Période d’échantillonnage</translation>
-    </message>
-    <message>
-        <source>Recording</source>
-        <translation>Enregistrement</translation>
-    </message>
-    <message>
-        <source>Saved to %1</source>
-        <translation>Sauvegardé dans %1</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RecordingDialogs</name>
-    <message>
-        <source>Save recording</source>
-        <translation>Sauvegarder l’enregistrement</translation>
-    </message>
-    <message>
-        <source>Recordings (*.csv);;All files (*)</source>
-        <translation>Enregistrements (*.csv);;Tous les fichiers (*)</translation>
-    </message>
-    <message>
-        <source>Recording</source>
-        <translation>Enregistrement</translation>
-    </message>
-    <message>
-        <source>&amp;Save…</source>
-        <translation>&amp;Sauvegarder…</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>&amp;Abandonner</translation>
     </message>
 </context>
 <context>
@@ -863,6 +721,29 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     </message>
 </context>
 <context>
+    <name>Velk::RecordingDialogs</name>
+    <message>
+        <source>Save recording</source>
+        <translation>Sauvegarder l’enregistrement</translation>
+    </message>
+    <message>
+        <source>Recordings (*.csv);;All files (*)</source>
+        <translation>Enregistrements (*.csv);;Tous les fichiers (*)</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Enregistrement</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Sauvegarder…</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Abandonner</translation>
+    </message>
+</context>
+<context>
     <name>Velk::RedisConnection</name>
     <message>
         <source>Redis: master switched</source>
@@ -914,6 +795,14 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>%1 does not take a user name or a password. Check that it is a Redis server, and leave out the password if it wants none.</source>
         <translation>%1 n’accepte ni nom d’utilisateur ni mot de passe. Vérifiez que c’est un serveur Redis, et omettez le mot de passe s’il n’en veut pas.</translation>
+    </message>
+    <message>
+        <source>Redis: password refused</source>
+        <translation>Redis : mot de passe refusé</translation>
+    </message>
+    <message>
+        <source>%1 did not answer within %2 seconds. Check the address, the network, and that the server&apos;s port speaks TLS.</source>
+        <translation>%1 n’a pas répondu en %2 secondes. Vérifiez l’adresse, le réseau, et que le port du serveur parle TLS.</translation>
     </message>
 </context>
 <context>
@@ -985,6 +874,25 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>%1 answered with an error: %2</source>
         <translation>%1 a répondu par une erreur : %2</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RedisFactory</name>
+    <message>
+        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
+        <translation>un robot dont la mémoire est sur un serveur Redis, ou dans une grappe de serveurs</translation>
+    </message>
+    <message>
+        <source>the same over TLS</source>
+        <translation>la même chose par TLS</translation>
+    </message>
+    <message>
+        <source>the same on the master that sentinels name</source>
+        <translation>la même chose sur le maître que nomment des sentinelles</translation>
+    </message>
+    <message>
+        <source>the same over TLS, with the sentinels</source>
+        <translation>la même chose par TLS, avec les sentinelles</translation>
     </message>
 </context>
 <context>
@@ -1113,6 +1021,14 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <source>%1: %2.</source>
         <translation>%1 : %2.</translation>
     </message>
+    <message>
+        <source>%1 has closed the connection before it answered. Check that it is a Redis server, and whether it expects TLS, or a client certificate.</source>
+        <translation>%1 a fermé la connexion avant de répondre. Vérifiez que c’est un serveur Redis, et s’il attend TLS ou un certificat client.</translation>
+    </message>
+    <message>
+        <source>No TLS connection to %1 (%2). Check that the server&apos;s port speaks TLS, and whether the server expects a client certificate.</source>
+        <translation>Pas de connexion TLS à %1 (%2). Vérifiez que le port du serveur parle TLS, et si le serveur attend un certificat client.</translation>
+    </message>
 </context>
 <context>
     <name>Velk::RedisUrl</name>
@@ -1172,8 +1088,8 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <translation>Le serveur ne suit pas le rythme des écritures.</translation>
     </message>
     <message>
-        <source>Redis: key of another type</source>
-        <translation>Redis : clé d’un autre type</translation>
+        <source>Redis: key cannot be written</source>
+        <translation>Redis : la clé ne peut pas être écrite</translation>
     </message>
 </context>
 <context>
@@ -1205,6 +1121,40 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>Dis&amp;connect</source>
         <translation>Dé&amp;connecter</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::RobotLinks</name>
+    <message>
+        <source>No robot is named. Possible are: %1.</source>
+        <translation>Aucun robot n’est indiqué. Sont possibles : %1.</translation>
+    </message>
+    <message>
+        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
+        <translation>« %1 » n’est pas l’URL d’un robot : elle ne commence pas par un schéma. Sont possibles : %2.</translation>
+    </message>
+    <message>
+        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
+        <translation>Il n’y a pas de robot du schéma « %1 ». Sont possibles : %2.</translation>
+    </message>
+    <message>
+        <source>A robot of the scheme “%1” cannot be written to. Possible are: %2.</source>
+        <translation>On ne peut pas écrire dans un robot du schéma « %1 ». Sont possibles : %2.</translation>
+    </message>
+    <message>
+        <source>This program has no connection to a robot that can be written to.</source>
+        <translation>Ce programme n’a aucune connexion à un robot dans lequel on puisse écrire.</translation>
+    </message>
+    <message>
+        <source>The connection %1 cannot be loaded: %2</source>
+        <translation>La connexion %1 ne peut pas être chargée : %2</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::SimulatedFactory</name>
+    <message>
+        <source>a simulated mobile robot with an arm</source>
+        <translation>un robot mobile simulé, avec un bras</translation>
     </message>
 </context>
 <context>
@@ -1259,6 +1209,65 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
     <message>
         <source>There is a key-file without the certificate that it belongs to: add cert-file=PATH.</source>
         <translation>Il y a un key-file sans le certificat correspondant : ajoutez cert-file=PATH.</translation>
+    </message>
+</context>
+<context>
+    <name>Velk::WatchBar</name>
+    <message>
+        <source>&amp;Sample</source>
+        <translation>É&amp;chantillonner</translation>
+    </message>
+    <message>
+        <source>Let the robot sample the watched keys, or pause it (F5)</source>
+        <translation>Laisser le robot échantillonner les clés observées, ou le suspendre (F5)</translation>
+    </message>
+    <message>
+        <source>Free&amp;ze table</source>
+        <translation>&amp;Figer le tableau</translation>
+    </message>
+    <message>
+        <source>Keep the values of the table as they are; sampling and recording go on (F6)</source>
+        <translation>Garder les valeurs du tableau telles quelles ; l’échantillonnage et l’enregistrement continuent (F6)</translation>
+    </message>
+    <message>
+        <source>Reco&amp;rd</source>
+        <translation>En&amp;registrer</translation>
+    </message>
+    <message>
+        <source>Ctrl+R</source>
+        <translation>Ctrl+R</translation>
+    </message>
+    <message>
+        <source>Record every value of the watched keys, or stop recording (Ctrl+R)</source>
+        <translation>Enregistrer chaque valeur des clés observées, ou arrêter l’enregistrement (Ctrl+R)</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve recording…</source>
+        <translation>Sau&amp;vegarder l’enregistrement…</translation>
+    </message>
+    <message>
+        <source>Save the recording to a file (Ctrl+S)</source>
+        <translation>Sauvegarder l’enregistrement dans un fichier (Ctrl+S)</translation>
+    </message>
+    <message>
+        <source>&amp;Discard recording</source>
+        <translation>&amp;Abandonner l’enregistrement</translation>
+    </message>
+    <message>
+        <source>Watching</source>
+        <translation>Observation</translation>
+    </message>
+    <message>
+        <source>Sampling period in milliseconds</source>
+        <translation>Période d’échantillonnage en millisecondes</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> ms</translation>
+    </message>
+    <message>
+        <source>&amp;Period:</source>
+        <translation>&amp;Période :</translation>
     </message>
 </context>
 <context>
@@ -1336,63 +1345,113 @@ La ligne de commande montre les mêmes valeurs :
     </message>
 </context>
 <context>
-    <name>Velk::SimulatedFactory</name>
+    <name>Velk::WatchStatusBar</name>
     <message>
-        <source>a simulated mobile robot with an arm</source>
-        <translation>un robot mobile simulé, avec un bras</translation>
+        <source>Connection</source>
+        <translation>Connexion</translation>
+    </message>
+    <message>
+        <source>Sampling period</source>
+        <translation>Période d’échantillonnage</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Enregistrement</translation>
+    </message>
+    <message>
+        <source>Saved to %1</source>
+        <translation>Sauvegardé dans %1</translation>
     </message>
 </context>
 <context>
-    <name>Velk::HostFactory</name>
+    <name>Velk::WindowMenus</name>
     <message>
-        <source>the computer that this program runs on</source>
-        <translation>l’ordinateur sur lequel tourne ce programme</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RedisFactory</name>
-    <message>
-        <source>a robot whose memory is on a Redis server, or in a cluster of them</source>
-        <translation>un robot dont la mémoire est sur un serveur Redis, ou dans une grappe de serveurs</translation>
+        <source>&amp;Unwatch selected keys</source>
+        <translation>&amp;Ne plus observer les clés sélectionnées</translation>
     </message>
     <message>
-        <source>the same over TLS</source>
-        <translation>la même chose par TLS</translation>
+        <source>&amp;Robot</source>
+        <translation>&amp;Robot</translation>
     </message>
     <message>
-        <source>the same on the master that sentinels name</source>
-        <translation>la même chose sur le maître que nomment des sentinelles</translation>
+        <source>&amp;URL of the robot</source>
+        <translation>&amp;URL du robot</translation>
     </message>
     <message>
-        <source>the same over TLS, with the sentinels</source>
-        <translation>la même chose par TLS, avec les sentinelles</translation>
-    </message>
-</context>
-<context>
-    <name>Velk::RobotLinks</name>
-    <message>
-        <source>No robot is named. Possible are: %1.</source>
-        <translation>Aucun robot n’est indiqué. Sont possibles : %1.</translation>
+        <source>Ctrl+L</source>
+        <translation>Ctrl+L</translation>
     </message>
     <message>
-        <source>“%1” is not the URL of a robot: it does not begin with a scheme. Possible are: %2.</source>
-        <translation>« %1 » n’est pas l’URL d’un robot : elle ne commence pas par un schéma. Sont possibles : %2.</translation>
+        <source>&amp;Disconnect</source>
+        <translation>&amp;Déconnecter</translation>
     </message>
     <message>
-        <source>There is no robot of the scheme “%1”. Possible are: %2.</source>
-        <translation>Il n’y a pas de robot du schéma « %1 ». Sont possibles : %2.</translation>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quitter</translation>
     </message>
     <message>
-        <source>A robot of the scheme “%1” cannot be written to. Possible are: %2.</source>
-        <translation>On ne peut pas écrire dans un robot du schéma « %1 ». Sont possibles : %2.</translation>
+        <source>&amp;Keys</source>
+        <translation>&amp;Clés</translation>
     </message>
     <message>
-        <source>This program has no connection to a robot that can be written to.</source>
-        <translation>Ce programme n’a aucune connexion à un robot dans lequel on puisse écrire.</translation>
+        <source>&amp;Search</source>
+        <translation>C&amp;hercher</translation>
     </message>
     <message>
-        <source>The connection %1 cannot be loaded: %2</source>
-        <translation>La connexion %1 ne peut pas être chargée : %2</translation>
+        <source>&amp;Color of the key…</source>
+        <translation>&amp;Couleur de la clé…</translation>
+    </message>
+    <message>
+        <source>&amp;Plot</source>
+        <translation>&amp;Graphique</translation>
+    </message>
+    <message>
+        <source>&amp;Follow the newest values</source>
+        <translation>&amp;Suivre les valeurs les plus récentes</translation>
+    </message>
+    <message>
+        <source>Show a &amp;shorter time</source>
+        <translation>Montrer une durée plus &amp;courte</translation>
+    </message>
+    <message>
+        <source>Show a &amp;longer time</source>
+        <translation>Montrer une durée plus &amp;longue</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;in on the values</source>
+        <translation>A&amp;grandir les valeurs</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;out of the values</source>
+        <translation>&amp;Réduire les valeurs</translation>
+    </message>
+    <message>
+        <source>Fi&amp;t everything</source>
+        <translation>Tout a&amp;juster</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>Re&amp;cording</source>
+        <translation>&amp;Enregistrement</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Affichage</translation>
+    </message>
+    <message>
+        <source>&amp;Colors</source>
+        <translation>&amp;Couleurs</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Aide</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>À &amp;propos</translation>
     </message>
 </context>
 </TS>

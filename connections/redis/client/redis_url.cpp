@@ -19,14 +19,14 @@ constexpr quint16 sentinelPort = 26379;
 constexpr int minPongTimeoutMs = 10;
 constexpr int maxPongTimeoutMs = 3600000;
 
-QString tr(const char* text)
+struct RedisUrlMessages
 {
-    return QCoreApplication::translate("Velk::RedisUrl", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Velk::RedisUrl)
+};
 
 NetworkUrl::Syntax syntax()
 {
-    return {tr("a Redis memory"),
+    return {RedisUrlMessages::tr("a Redis memory"),
             QStringLiteral("redis://host/robot"),
             {{QStringLiteral("redis"), serverPort},
              {QStringLiteral("rediss"), serverPort},
@@ -81,12 +81,12 @@ bool RedisUrl::parsePath(const NetworkUrl& url, QString* error)
     if (m_isSentinel) {
         const std::optional<QString> service = percentDecodedText(parts.takeFirst());
         if (!service) {
-            *error = tr("The service's name is not percent-encoded UTF-8 text: write % as %25.");
+            *error = RedisUrlMessages::tr("The service's name is not percent-encoded UTF-8 text: write % as %25.");
             return false;
         }
         if (service->isEmpty()) {
-            *error = tr("The URL does not say which service the sentinels are to be asked for: write "
-                        "%1://host/service/robot.")
+            *error = RedisUrlMessages::tr("The URL does not say which service the sentinels are to be asked for: write "
+                                          "%1://host/service/robot.")
                          .arg(url.scheme());
             return false;
         }
@@ -96,19 +96,20 @@ bool RedisUrl::parsePath(const NetworkUrl& url, QString* error)
     if (!parts.isEmpty() && parts.constLast().isEmpty())
         parts.removeLast();
     if (parts.size() > 1) {
-        *error = tr("The path %1 has too many parts: a robot has one name, with / written as %2F.")
+        *error = RedisUrlMessages::tr("The path %1 has too many parts: a robot has one name, with / written as %2F.")
                      .arg(url.quoted(url.pathText()));
         return false;
     }
     const std::optional<QString> robot =
         parts.isEmpty() ? QStringLiteral("robot") : percentDecodedText(parts.constFirst());
     if (!robot || robot->isEmpty()) {
-        *error = tr("The robot's name is not percent-encoded UTF-8 text: write % as %25.");
+        *error = RedisUrlMessages::tr("The robot's name is not percent-encoded UTF-8 text: write % as %25.");
         return false;
     }
     // The braces around the robot's name keep its keys on one node of a cluster; the name cannot bring its own.
     if (robot->contains(QLatin1Char('{')) || robot->contains(QLatin1Char('}'))) {
-        *error = tr("The robot's name %1 holds a brace, which no robot's name can.").arg(url.quoted(*robot));
+        *error = RedisUrlMessages::tr("The robot's name %1 holds a brace, which no robot's name can.")
+                     .arg(url.quoted(*robot));
         return false;
     }
     m_robot = *robot;
@@ -125,16 +126,16 @@ bool RedisUrl::takeOption(const NetworkUrl& url, const QString& name, const QStr
     if (name == QLatin1String("db")) {
         const std::optional<int> number = numberWithin(value, 0, INT_MAX);
         if (!number)
-            *error =
-                tr("The database %1 is not a number from 0 to %2.").arg(url.quoted(value), QString::number(INT_MAX));
+            *error = RedisUrlMessages::tr("The database %1 is not a number from 0 to %2.")
+                         .arg(url.quoted(value), QString::number(INT_MAX));
         m_database = number.value_or(0);
         return number.has_value();
     }
     if (name == QLatin1String("pong-timeout")) {
         const std::optional<int> number = numberWithin(value, minPongTimeoutMs, maxPongTimeoutMs);
         if (!number)
-            *error =
-                tr("The pong-timeout %1 is not a number of milliseconds from 10 to 3600000.").arg(url.quoted(value));
+            *error = RedisUrlMessages::tr("The pong-timeout %1 is not a number of milliseconds from 10 to 3600000.")
+                         .arg(url.quoted(value));
         m_pongTimeoutMs = number.value_or(m_pongTimeoutMs);
         return number.has_value();
     }
@@ -146,7 +147,7 @@ bool RedisUrl::takeOption(const NetworkUrl& url, const QString& name, const QStr
 bool RedisUrl::takeTlsOption(const QString& name, const QString& value, QString* error)
 {
     if (!m_isTls) {
-        *error = tr("The option \"%1\" is about TLS: write redis%2 instead of redis%3 at the start.")
+        *error = RedisUrlMessages::tr("The option \"%1\" is about TLS: write redis%2 instead of redis%3 at the start.")
                      .arg(name, m_isSentinel ? QStringLiteral("s+sentinel://") : QStringLiteral("s://"),
                           m_isSentinel ? QStringLiteral("+sentinel://") : QStringLiteral("://"));
         return false;
@@ -158,11 +159,12 @@ bool RedisUrl::takeSecretOption(const QString& name, const QString& value, QStri
 {
     const bool isAboutSentinels = name.startsWith(QStringLiteral("sentinel-"));
     if (name.endsWith(QStringLiteral("password-env")) && !NetworkSecret::isVariableName(value)) {
-        *error = tr("The value of \"%1\" is not the name of an environment variable.").arg(name);
+        *error = RedisUrlMessages::tr("The value of \"%1\" is not the name of an environment variable.").arg(name);
         return false;
     }
     if (isAboutSentinels && !m_isSentinel) {
-        *error = tr("The option \"%1\" is about sentinels: it goes with redis+sentinel:// only.").arg(name);
+        *error = RedisUrlMessages::tr("The option \"%1\" is about sentinels: it goes with redis+sentinel:// only.")
+                     .arg(name);
         return false;
     }
     NetworkSecret& secret = isAboutSentinels ? m_sentinel : m_server;

@@ -30,7 +30,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
-#include <QDir>
 #include <QDockWidget>
 #include <QMessageBox>
 #include <QSplitter>
@@ -364,16 +363,27 @@ void MainWindow::saveSettings()
     m_settings->setSamplingPeriod(m_watchBar->period());
     m_settings->setTheme(m_theme);
     m_settings->setCatalogueTree(m_catalogue->isTree());
-    if (m_session) {
-        QList<WatchedKey> keys;
-        for (int row = 0; row < m_watchModel->count(); ++row) {
-            const QString name = m_watchModel->key(row).name();
-            keys.append({name, m_watchModel->color(name), m_watchModel->isShown(name)});
-        }
-        m_settings->setWatchedKeys(keys);
-    }
+    if (m_session)
+        saveWatchedKeys();
     if (!m_settings->sync())
         qWarning("%s", qPrintable(tr("The settings could not be written to %1.").arg(m_settings->fileName())));
+}
+
+// In the order of the table. Keys that the displayed key set has not taken yet come last.
+void MainWindow::saveWatchedKeys()
+{
+    QSet<MemoryKey> unsaved = m_session->watchedKeys();
+    QList<WatchedKey> keys;
+    const auto save = [&](const MemoryKey& key) {
+        if (unsaved.remove(key))
+            keys.append({key.name(), m_watchModel->color(key.name()), m_watchModel->isShown(key.name())});
+    };
+    for (int row = 0; row < m_watchModel->count(); ++row)
+        save(m_watchModel->key(row));
+    const QSet<MemoryKey> withoutRow = unsaved;
+    for (const MemoryKey& key : withoutRow)
+        save(key);
+    m_settings->setWatchedKeys(keys);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

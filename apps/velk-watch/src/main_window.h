@@ -88,6 +88,7 @@ private:
     void updateStatus();
     void restoreSettings();
     void saveSettings();
+    void saveWatchedKeys();
     void showAbout();
 
     WatchSettings* m_settings;

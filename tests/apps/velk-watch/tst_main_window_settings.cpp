@@ -3,6 +3,7 @@
 
 #include <apps/velk-watch/src/main_window.h>
 
+#include "support/fake_robot_link.h"
 #include "window_fixture.h"
 
 #include <apps/velk-watch/src/watch_settings.h>
@@ -47,6 +48,23 @@ private Q_SLOTS:
         QCOMPARE(next.size(), QSize(1000, 640));
         QTRY_COMPARE(next.session()->displayedKeys()->samplingPeriod(), 300);
         QCOMPARE(settings.recentRobots(), QStringList{QStringLiteral("embedded:")});
+    }
+
+    void keysThatHaveNoRowYetAreSaved()
+    {
+        WindowFixture f;
+        auto* const link = new FakeRobotLink;
+        f.window->openRobot(std::unique_ptr<RobotLink>(link));
+        f.window->session()->watchByName(elbow);
+        link->establish(); // its lists never come: the displayed key set takes no further keys
+        f.window->watchModel()->setColor(wrist, QColor(1, 2, 3));
+        f.window->session()->watchByName(wrist);
+        f.window->session()->unwatch({MemoryKey(elbow, QString(), UnknownNature)});
+        QCOMPARE(f.watched(), QStringLiteral("Arm/Elbow/Position UNKNOWN"));
+
+        f.window->close();
+
+        QCOMPARE(f.settings.watchedKeys(), QList<WatchedKey>({{wrist, QColor(1, 2, 3), true}}));
     }
 
     void keysOfTheCommandLineReplaceThoseOfTheSettings()

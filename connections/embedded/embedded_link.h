@@ -67,22 +67,16 @@ private Q_SLOTS:
     void scheduleReports();
 
 private:
-    struct PendingReport
-    {
-        int run;
-        RobotFeed::Report report;
-    };
-
-    void addReport(int run, const RobotFeed::Report& report);
+    void addReport(const RobotFeed::Report& report);
     void takeReports();
     void onReport(const RobotFeed::Report& report);
 
     const std::shared_ptr<RobotFeed> m_feed;
     bool m_isRealTimeSupported;
     int m_queueCapacity = 4096;
-    int m_run = 0; // counts the runs of the robot: a report may be taken after its own
+    int m_run = 0; // counts the runs of the robot: a slot may have ended the one whose reports are handled
     std::mutex m_reportMutex;
-    std::vector<PendingReport> m_reports; // from any thread, until takeReports()
+    std::vector<RobotFeed::Report> m_reports; // of this run, from any thread, until takeReports()
 };
 
 } // namespace Velk

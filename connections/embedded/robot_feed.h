@@ -57,7 +57,7 @@ public:
     /// The connection to the robot broke, or cannot be made at the moment: the link is lost, or waits, until inReach().
     void outOfReach();
     /// The robot cannot be started: a short title, and a sentence that says what happened and what to do. The link
-    /// waits for inReach().
+    /// waits for inReach(). RobotLink::failed() has a bound: a feed may call this as often as it fails.
     void failed(const QString& title, const QString& message);
 
 private:

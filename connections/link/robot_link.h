@@ -77,8 +77,9 @@ Q_SIGNALS:
     void stateChanged(Velk::RobotLink::State state);
     /// An attempt to connect failed, the connection was lost, or the robot's side refuses something: a short title, and
     /// a sentence that says what happened and what to do. The link goes on trying unless state() is Disconnected.
-    /// Emitted once for the same failure until the link is connected or opened again; the failure that ended a
-    /// connection comes after connectionLost().
+    /// Emitted once for the same failure until the link is connected or opened again, and at most 20 times a minute:
+    /// further failures are left out. The failure that ended a connection comes after connectionLost(). The failure
+    /// that closes the link is never left out.
     void failed(const QString& title, const QString& message);
     /// lossLedger() has new entries. At most once per turn of the event loop.
     void lossesRecorded();
@@ -112,7 +113,7 @@ protected:
     /// The link cannot connect and does not try again: closes it, as close() does, and reports the failure, also one
     /// that was reported before.
     void giveUp(const QString& title, const QString& message);
-    /// Emits failed(), once for the same failure.
+    /// Emits failed(), unless FailureFilter finds that it was reported, or that too many were.
     void reportFailure(const QString& title, const QString& message);
     /// The memory service has queued its answer to an asker. Only the first call of a connection counts.
     void setRealTimeSupport(bool isSupported);

@@ -77,13 +77,13 @@ Q_SIGNALS:
     void connectionLost();
     /// An attempt to connect failed, the connection was lost, or a write was refused: a short title, and a sentence
     /// that says what happened and what to do. The writer goes on trying. Once for the same failure until the writer is
-    /// connected or opened again.
+    /// connected or opened again, and at most 20 times a minute.
     void failed(const QString& title, const QString& message);
     /// openCount() has become 0. May be emitted again while it is 0.
     void idle();
 
 protected:
-    /// Emits failed(), once for the same failure.
+    /// Emits failed(), unless FailureFilter finds that it was reported, or that too many were.
     void reportFailure(const QString& title, const QString& message);
     /// For open(), and when the writer is connected: every failure is reported again.
     void forgetFailures() { m_failures.clear(); }

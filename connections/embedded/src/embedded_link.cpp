@@ -53,7 +53,7 @@ void EmbeddedLink::setQueueCapacity(int capacity)
 
 void EmbeddedLink::startConnecting()
 {
-    m_feed->setReceiver([this, run = m_run](const RobotFeed::Report& report) { addReport(run, report); });
+    m_feed->setReceiver([this](const RobotFeed::Report& report) { addReport(report); });
     m_feed->start();
 }
 
@@ -61,6 +61,10 @@ void EmbeddedLink::stopConnecting()
 {
     ++m_run;
     m_feed->setReceiver({});
+    {
+        const std::lock_guard<std::mutex> lock(m_reportMutex);
+        m_reports.clear();
+    }
     m_feed->stop();
 }
 
@@ -75,31 +79,39 @@ void EmbeddedLink::collectLosses()
         static_cast<EmbeddedMemoryInterface&>(*service).collectLosses();
 }
 
-// On the reporting thread. However fast reports come, few wait: a robot that came and went again has not been in reach.
-void EmbeddedLink::addReport(int run, const RobotFeed::Report& report)
+// On the reporting thread. Bounds the list, however fast reports come: a report of reach that cancels the one before it
+// removes that one, the same failure waits once, and no more failures wait than are reported at once.
+void EmbeddedLink::addReport(const RobotFeed::Report& report)
 {
+    using Report = RobotFeed::Report;
     const std::lock_guard<std::mutex> lock(m_reportMutex);
     const std::size_t count = m_reports.size();
-    if (report.type != RobotFeed::Report::Failed) {
-        const auto isOfThisRun = [&](std::size_t index, RobotFeed::Report::Type type) {
-            return index < count && m_reports[index].run == run && m_reports[index].report.type == type;
-        };
-        const RobotFeed::Report::Type opposite =
-            report.type == RobotFeed::Report::InReach ? RobotFeed::Report::OutOfReach : RobotFeed::Report::InReach;
-        if (isOfThisRun(count - 1, report.type))
+    if (report.type == Report::Failed) {
+        int failures = 0;
+        bool isOfThisReach = true;
+        for (auto other = m_reports.rbegin(); other != m_reports.rend(); ++other) {
+            isOfThisReach = isOfThisReach && other->type == Report::Failed;
+            if (isOfThisReach && other->title == report.title && other->message == report.message)
+                return;
+            failures += other->type == Report::Failed ? 1 : 0;
+        }
+        if (failures >= FailureFilter::maxPerInterval)
             return;
-        if (isOfThisRun(count - 2, report.type) && isOfThisRun(count - 1, opposite)) {
+    } else {
+        if (count >= 1 && m_reports[count - 1].type == report.type)
+            return;
+        if (count >= 2 && m_reports[count - 1].type != Report::Failed && m_reports[count - 2].type == report.type) {
             m_reports.pop_back();
             return;
         }
     }
-    m_reports.push_back({run, report});
+    m_reports.push_back(report);
     // By name: the queued call then holds nothing that another thread has written.
     if (count == 0)
         QMetaObject::invokeMethod(this, "scheduleReports", Qt::QueuedConnection);
 }
 
-// By a timer: a queued call that leads to another one keeps the event loop from everything else.
+// With a timer: a slot that queues the next call directly would starve the other events of the loop.
 void EmbeddedLink::scheduleReports()
 {
     QTimer::singleShot(0, this, &EmbeddedLink::takeReports);
@@ -107,16 +119,18 @@ void EmbeddedLink::scheduleReports()
 
 void EmbeddedLink::takeReports()
 {
-    std::vector<PendingReport> reports;
+    std::vector<RobotFeed::Report> reports;
     {
         const std::lock_guard<std::mutex> lock(m_reportMutex);
         reports.swap(m_reports);
     }
-    // A slot may delete the link. What was reported before the link was closed belongs to the run that ended with it.
+    // A slot may close or delete the link. What was reported before that belongs to the run that ended with it.
     const QPointer<EmbeddedLink> self(this);
-    for (const PendingReport& pending : reports) {
-        if (self && pending.run == m_run)
-            onReport(pending.report);
+    const int run = m_run;
+    for (const RobotFeed::Report& report : reports) {
+        if (!self || m_run != run)
+            return;
+        onReport(report);
     }
 }
 

@@ -29,7 +29,7 @@ void RobotLink::open()
     if (m_state != Disconnected || m_isShutDown)
         return;
     m_ledger.clear();
-    m_failures.clear();
+    m_failures = {};
     if (changeState(Connecting) && !m_isEnding)
         beginConnecting();
 }
@@ -110,9 +110,8 @@ void RobotLink::giveUp(const QString& title, const QString& message)
     close();
     if (!self || m_state != Disconnected)
         return;
-    // Also when an attempt before has failed in the same way: receivers learn by this signal that the link is closed.
-    m_failures.clear();
-    reportFailure(title, message);
+    // Past the filter: receivers learn by this signal that the link is closed.
+    emit failed(title, message);
 }
 
 void RobotLink::reportFailure(const QString& title, const QString& message)

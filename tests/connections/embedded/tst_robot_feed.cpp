@@ -8,9 +8,11 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <thread>
+#include <utility>
 
 using namespace Velk;
 
@@ -106,6 +108,8 @@ private Q_SLOTS:
     void theLinkFollowsTheReach();
     void reportsOfOneTurnAreFollowedToTheLastOne();
     void aFailureIsReportedAndTheLinkWaits();
+    void aFloodOfFailuresIsBounded();
+    void aRepeatedFailureLeavesRoomForAnotherOne();
     void reportsWithoutAnOpenLinkHaveNoEffect();
     void reportsOfARunThatEndedHaveNoEffect();
     void reportsComeFromAnyThread();
@@ -218,6 +222,44 @@ void TestRobotFeed::aFailureIsReportedAndTheLinkWaits()
     QCOMPARE(session.link.state(), RobotLink::Connecting);
     session.feed->inReach();
     QTRY_VERIFY_WITH_TIMEOUT(session.link.isConnected(), timeoutMs);
+}
+
+void TestRobotFeed::aFloodOfFailuresIsBounded()
+{
+    Session session;
+    session.link.open();
+    QStringList messages;
+    for (int i = 0; i < 1000; ++i)
+        messages << QStringLiteral("Attempt %1 failed.").arg(i);
+
+    for (const QString& message : std::as_const(messages))
+        session.feed->failed("No power", message);
+    session.feed->inReach();
+
+    // A message that is shared with no other copy is kept by nobody else.
+    const auto kept =
+        std::count_if(messages.cbegin(), messages.cend(), [](const QString& message) { return !message.isDetached(); });
+    QCOMPARE(int(kept), 20);
+    QTRY_VERIFY_WITH_TIMEOUT(session.link.isConnected(), timeoutMs);
+    QCOMPARE(session.failed.count(), 20);
+    session.feed->failed("No power", "Attempt 1001 failed.");
+    session.feed->outOfReach();
+    QTRY_VERIFY_WITH_TIMEOUT(!session.link.isConnected(), timeoutMs);
+    QCOMPARE(session.failed.count(), 20);
+}
+
+void TestRobotFeed::aRepeatedFailureLeavesRoomForAnotherOne()
+{
+    Session session;
+    session.link.open();
+
+    for (int i = 0; i < 1000; ++i)
+        session.feed->failed("No power", "Switch the robot on.");
+    session.feed->failed("No brakes", "Release the emergency stop.");
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.failed.count(), 2, timeoutMs);
+    QCOMPARE(session.failed.at(0).at(0).toString(), QString("No power"));
+    QCOMPARE(session.failed.at(1).at(0).toString(), QString("No brakes"));
 }
 
 void TestRobotFeed::reportsWithoutAnOpenLinkHaveNoEffect()

@@ -16,6 +16,9 @@ private Q_SLOTS:
     void alternatingFailuresAreNewOnceEach();
     void everyFailureIsNewAfterClear();
     void onlyTheNewestAreRemembered();
+    void anIntervalHasABoundedNumberOfFailures();
+    void aFailureThatFoundNoRoomIsNewLater();
+    void clearingMakesNoRoomInTheInterval();
 };
 
 void TestFailureFilter::theSameFailureIsNewOnce()
@@ -52,12 +55,51 @@ void TestFailureFilter::everyFailureIsNewAfterClear()
 void TestFailureFilter::onlyTheNewestAreRemembered()
 {
     FailureFilter filter;
+    FailureFilter::Clock::time_point now;
     for (int i = 0; i <= 100; ++i)
-        QVERIFY(filter.isNew("Refused", QString::number(i)));
+        QVERIFY(filter.isNew("Refused", QString::number(i), now += FailureFilter::interval));
 
-    QVERIFY(!filter.isNew("Refused", "100"));
-    QVERIFY(!filter.isNew("Refused", "1"));
-    QVERIFY(filter.isNew("Refused", "0"));
+    now += FailureFilter::interval;
+    QVERIFY(!filter.isNew("Refused", "100", now));
+    QVERIFY(!filter.isNew("Refused", "1", now));
+    QVERIFY(filter.isNew("Refused", "0", now));
+}
+
+void TestFailureFilter::anIntervalHasABoundedNumberOfFailures()
+{
+    FailureFilter filter;
+    const FailureFilter::Clock::time_point begin;
+    int reported = 0;
+
+    // A thousand a second, each with a text of its own, for five minutes.
+    for (int i = 0; i < 300000; ++i)
+        reported += filter.isNew("Refused", QString::number(i), begin + std::chrono::milliseconds(i)) ? 1 : 0;
+
+    QCOMPARE(reported, 5 * 20);
+}
+
+void TestFailureFilter::aFailureThatFoundNoRoomIsNewLater()
+{
+    FailureFilter filter;
+    const FailureFilter::Clock::time_point now;
+    for (int i = 0; i < FailureFilter::maxPerInterval; ++i)
+        QVERIFY(filter.isNew("Refused", QString::number(i), now));
+
+    QVERIFY(!filter.isNew("Lost", "by a", now));
+    QVERIFY(filter.isNew("Lost", "by a", now + FailureFilter::interval));
+    QVERIFY(!filter.isNew("Lost", "by a", now + FailureFilter::interval));
+}
+
+void TestFailureFilter::clearingMakesNoRoomInTheInterval()
+{
+    FailureFilter filter;
+    const FailureFilter::Clock::time_point now;
+    for (int i = 0; i < FailureFilter::maxPerInterval; ++i)
+        QVERIFY(filter.isNew("Refused", QString::number(i), now));
+
+    filter.clear();
+
+    QVERIFY(!filter.isNew("Refused", "0", now));
 }
 
 QTEST_APPLESS_MAIN(TestFailureFilter)

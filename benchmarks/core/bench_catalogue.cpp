@@ -6,7 +6,10 @@
 
 #include <memorykeymodel/memory_key_list_model.h>
 
+#include <QCoreApplication>
 #include <QStringListModel>
+
+#include <memory>
 
 using namespace Velk;
 

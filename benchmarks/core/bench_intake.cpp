@@ -4,8 +4,6 @@
 #include "ratio_table.h"
 #include "yardsticks.h"
 
-#include <memory>
-
 using namespace Velk;
 
 namespace {
@@ -25,10 +23,10 @@ public:
         : m_batches{makeBatch(names, 1.0, Values::Doubles, pattern.stride, pattern.samplesPerKey),
                     makeBatch(names.mid(0), 2.0, Values::Integers, pattern.stride, pattern.samplesPerKey)}
     {}
-    const Batch& next() { return m_batches[m_turn ^= 1]; }
+    const GatheredData& next() { return m_batches[m_turn ^= 1]; }
 
 private:
-    Batch m_batches[2];
+    GatheredData m_batches[2];
     int m_turn = 0;
 };
 

@@ -21,9 +21,9 @@ struct Pattern
 constexpr int batchCount = 16;
 constexpr int rewindAfter = 64; // batches, so that no file fills the disk
 
-QVector<Batch> makeBatches(const QStringList& names, const Pattern& pattern)
+QVector<GatheredData> makeBatches(const QStringList& names, const Pattern& pattern)
 {
-    QVector<Batch> batches;
+    QVector<GatheredData> batches;
     for (int i = 0; i < batchCount; ++i)
         batches << makeBatch(names, 1.0 + i, pattern.values, 1, 1, pattern.ownTimes);
     return batches;
@@ -32,7 +32,7 @@ QVector<Batch> makeBatches(const QStringList& names, const Pattern& pattern)
 void ours(benchmark::State& state, const Pattern& pattern, int size)
 {
     const QStringList names = keyNames(size);
-    const QVector<Batch> batches = makeBatches(names, pattern);
+    const QVector<GatheredData> batches = makeBatches(names, pattern);
     BenchModel bench(names);
     bench.model.startRecording();
     QTemporaryFile* const file = bench.model.findChild<QTemporaryFile*>();
@@ -48,7 +48,7 @@ void ours(benchmark::State& state, const Pattern& pattern, int size)
 void oursWithoutRecording(benchmark::State& state, const Pattern& pattern, int size)
 {
     const QStringList names = keyNames(size);
-    const QVector<Batch> batches = makeBatches(names, pattern);
+    const QVector<GatheredData> batches = makeBatches(names, pattern);
     BenchModel bench(names);
     int i = 0;
     for (auto _ : state)
@@ -59,7 +59,7 @@ template <typename Writer>
 void writer(benchmark::State& state, const Pattern& pattern, int size)
 {
     const QStringList names = keyNames(size);
-    const QVector<Batch> batches = makeBatches(names, pattern);
+    const QVector<GatheredData> batches = makeBatches(names, pattern);
     const QTemporaryDir directory;
     auto target = std::make_unique<Writer>(directory.filePath(QStringLiteral("record")), names);
     int i = 0;
@@ -74,9 +74,9 @@ void writer(benchmark::State& state, const Pattern& pattern, int size)
 void floorOfTheFile(benchmark::State& state, const Pattern& pattern, int size)
 {
     const QStringList names = keyNames(size);
-    const QVector<Batch> batches = makeBatches(names, pattern);
+    const QVector<GatheredData> batches = makeBatches(names, pattern);
     QVector<QList<QByteArray>> lines;
-    for (const Batch& batch : batches) {
+    for (const GatheredData& batch : batches) {
         BenchModel bench(names);
         bench.model.startRecording();
         QTemporaryFile* const file = bench.model.findChild<QTemporaryFile*>();

@@ -8,17 +8,11 @@
 #include <robotconnection/connection_manager.h>
 #include <robotconnection/memory_interface.h>
 
-#include <QCoreApplication>
 #include <QFutureInterface>
 
 #include <boost/make_shared.hpp>
 
-#include <memory>
-
 namespace Velk {
-
-using Samples = QMap<double, QVariant>;
-using Batch = QMap<QString, Samples>;
 
 /// A robot without a cost of its own: it ignores all calls and delivers the batches of the benchmark.
 class BenchMemory : public MemoryInterface
@@ -108,12 +102,12 @@ inline QVariant valueOf(Values values, int i)
     }
 }
 
-/// A batch of the robot: every `stride`th key with `samplesPerKey` samples, at common time stamps or each key at its
-/// own.
-inline Batch makeBatch(const QStringList& names, double time, Values values = Values::Doubles, int stride = 1,
-                       int samplesPerKey = 1, bool ownTimes = false)
+/// A batch of the robot: every `stride`th key with `samplesPerKey` samples, with one time stamp for all keys,
+/// or one for each key.
+inline GatheredData makeBatch(const QStringList& names, double time, Values values = Values::Doubles, int stride = 1,
+                              int samplesPerKey = 1, bool ownTimes = false)
 {
-    Batch batch;
+    GatheredData batch;
     for (int i = 0; i < names.size(); i += stride) {
         Samples samples;
         for (int sample = 0; sample < samplesPerKey; ++sample)
@@ -134,7 +128,7 @@ struct BenchModel
                          [this](const QSet<DisplayedMemoryKey>& keys) { announced += keys.size(); });
     }
 
-    void deliver(const Batch& batch) { emit connection.memory->dataGathered(batch); }
+    void deliver(const GatheredData& batch) { emit connection.memory->dataGathered(batch); }
 
     BenchConnection connection;
     DisplayedMemoryKeyListModel model;

@@ -6,6 +6,8 @@
 
 #include <memorykeymodel/memory_key_list_model.h>
 
+#include <QCoreApplication>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -71,24 +73,24 @@ int main(int argc, char** argv)
     std::printf("%-52s %12s %12s\n", "", "allocations", "bytes");
 
     for (const int samplesPerKey : {1, 10}) {
-        const Batch first = makeBatch(names, 1.0, Values::Doubles, 1, samplesPerKey);
-        const Batch second = makeBatch(names, 2.0, Values::Doubles, 1, samplesPerKey);
+        const GatheredData first = makeBatch(names, 1.0, Values::Doubles, 1, samplesPerKey);
+        const GatheredData second = makeBatch(names, 2.0, Values::Doubles, 1, samplesPerKey);
         BenchModel bench(names);
         bench.deliver(first);
         const QByteArray unit = QByteArray("per key and batch, samples a key: ") + QByteArray::number(samplesPerKey);
         report(unit.constData(), keyCount, [&] { bench.deliver(second); });
     }
     {
-        const Batch first = makeBatch(names, 1.0, Values::Doubles, 10);
-        const Batch second = makeBatch(names, 2.0, Values::Doubles, 10);
+        const GatheredData first = makeBatch(names, 1.0, Values::Doubles, 10);
+        const GatheredData second = makeBatch(names, 2.0, Values::Doubles, 10);
         BenchModel bench(names);
         bench.deliver(first);
         bench.deliver(second);
         report("per key and batch, one key in ten", keyCount / 10, [&] { bench.deliver(first); });
     }
     for (const Values values : {Values::Doubles, Values::Mix, Values::Integers}) {
-        const Batch first = makeBatch(names, 1.0, values);
-        const Batch second = makeBatch(names, 2.0, values);
+        const GatheredData first = makeBatch(names, 1.0, values);
+        const GatheredData second = makeBatch(names, 2.0, values);
         BenchModel bench(names);
         bench.model.startRecording();
         bench.deliver(first);

@@ -11,7 +11,7 @@ HashStore::HashStore(const QStringList& names)
         m_values.insert(name, QVariant());
 }
 
-void HashStore::take(const Batch& batch)
+void HashStore::take(const GatheredData& batch)
 {
     for (auto samples = batch.cbegin(); samples != batch.cend(); ++samples) {
         const auto value = m_values.find(samples.key());
@@ -32,7 +32,7 @@ StandardModel::StandardModel(const QStringList& names)
     }
 }
 
-void StandardModel::take(const Batch& batch)
+void StandardModel::take(const GatheredData& batch)
 {
     for (auto samples = batch.cbegin(); samples != batch.cend(); ++samples) {
         const auto row = m_rows.constFind(samples.key());
@@ -49,7 +49,7 @@ QHash<QString, int> columnsOf(const QStringList& names)
     return columns;
 }
 
-QMap<double, Row> sortIntoRows(const Batch& batch, const QHash<QString, int>& columns)
+QMap<double, Row> sortIntoRows(const GatheredData& batch, const QHash<QString, int>& columns)
 {
     QMap<double, Row> rows;
     for (auto samples = batch.cbegin(); samples != batch.cend(); ++samples) {
@@ -74,7 +74,7 @@ TextStreamWriter::TextStreamWriter(const QString& fileName, const QStringList& n
     m_file.open(QIODevice::WriteOnly);
 }
 
-void TextStreamWriter::write(const Batch& batch)
+void TextStreamWriter::write(const GatheredData& batch)
 {
     const QMap<double, Row> rows = sortIntoRows(batch, m_columns);
     if (m_origin == 0.0 && !rows.isEmpty())
@@ -110,7 +110,7 @@ OfstreamWriter::OfstreamWriter(const QString& fileName, const QStringList& names
     , m_columns(columnsOf(names))
 {}
 
-void OfstreamWriter::write(const Batch& batch)
+void OfstreamWriter::write(const GatheredData& batch)
 {
     const QMap<double, Row> rows = sortIntoRows(batch, m_columns);
     if (m_origin == 0.0 && !rows.isEmpty())
@@ -152,7 +152,7 @@ PrintfWriter::~PrintfWriter()
     std::fclose(m_file);
 }
 
-void PrintfWriter::write(const Batch& batch)
+void PrintfWriter::write(const GatheredData& batch)
 {
     const QMap<double, Row> rows = sortIntoRows(batch, m_columns);
     if (m_origin == 0.0 && !rows.isEmpty())

@@ -26,7 +26,7 @@ class HashStore : public QObject
 
 public:
     explicit HashStore(const QStringList& names);
-    void take(const Batch& batch);
+    void take(const GatheredData& batch);
 
 Q_SIGNALS:
     void valueChanged(const QString& name, const QVariant& value);
@@ -40,7 +40,7 @@ class StandardModel
 {
 public:
     explicit StandardModel(const QStringList& names);
-    void take(const Batch& batch);
+    void take(const GatheredData& batch);
 
     QStandardItemModel model;
 
@@ -50,14 +50,14 @@ private:
 
 /// The rows of a batch. Every writer below writes one line for each time stamp.
 using Row = QVector<QVariant>;
-QMap<double, Row> sortIntoRows(const Batch& batch, const QHash<QString, int>& columns);
+QMap<double, Row> sortIntoRows(const GatheredData& batch, const QHash<QString, int>& columns);
 QHash<QString, int> columnsOf(const QStringList& names);
 
 class TextStreamWriter
 {
 public:
     TextStreamWriter(const QString& fileName, const QStringList& names);
-    void write(const Batch& batch);
+    void write(const GatheredData& batch);
 
 private:
     QFile m_file;
@@ -70,7 +70,7 @@ class OfstreamWriter
 {
 public:
     OfstreamWriter(const QString& fileName, const QStringList& names);
-    void write(const Batch& batch);
+    void write(const GatheredData& batch);
 
 private:
     std::ofstream m_stream;
@@ -83,7 +83,7 @@ class PrintfWriter
 public:
     PrintfWriter(const QString& fileName, const QStringList& names);
     ~PrintfWriter();
-    void write(const Batch& batch);
+    void write(const GatheredData& batch);
 
 private:
     std::FILE* m_file;

@@ -8,6 +8,8 @@
 #include <itemmodels/catalogue_tree_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
 
+#include <QCoreApplication>
+
 namespace Velk {
 
 namespace {

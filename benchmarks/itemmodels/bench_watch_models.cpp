@@ -8,6 +8,8 @@
 #include <itemmodels/watch_model.h>
 #include <itemmodels/watch_sort_model.h>
 
+#include <QCoreApplication>
+
 #include <ctime>
 #include <functional>
 
@@ -21,11 +23,11 @@ constexpr int batches = 50;
 double shareOf(BenchModel& robot, const QStringList& names, int batchesPerSecond,
                const std::function<void()>& afterEach)
 {
-    std::vector<Batch> prepared;
+    std::vector<GatheredData> prepared;
     for (int i = 0; i < batches; ++i)
         prepared.push_back(makeBatch(names, 1000.0 + i, Values::Mix));
     const std::clock_t begin = std::clock();
-    for (const Batch& batch : prepared) {
+    for (const GatheredData& batch : prepared) {
         robot.deliver(batch);
         afterEach();
     }

@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-// Watches many keys of a robot on a Redis server of its own for a while, and prints the ticks that were skipped and
-// what the viewer and the server needed of a processor; then the same for the bare MGETs, sent by redis-benchmark as
-// fast as they go. Values do not change meanwhile, so that the figures are those of reading.
+// Watches many keys of a robot on a Redis server of its own for a while, and prints the skipped ticks and the processor
+// time of the viewer and of the server. Then the same for plain MGETs, which redis-benchmark sends at full speed. The
+// values do not change meanwhile: the figures are those of reading.
 
 #include <connections/redis/redis_link.h>
 #include <connections/redis/support/redis_server.h>
 #include <connections/redis/support/redis_test_client.h>
-#include <memorykeymodel/displayed_memory_key_list_model.h>
+#include <memorykeymodel/memory_key.h>
+#include <session/robot_session.h>
+#include <session/sample_stream.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -87,49 +89,42 @@ struct Watched
 
 Watched watch(const Setup& setup, const RedisServer& server)
 {
-    const std::unique_ptr<RedisLink> link = RedisLink::fromUrl(server.url(QStringLiteral("bench")), nullptr);
-    auto* const model = new DisplayedMemoryKeyListModel(link.get());
+    RobotSession session(RedisLink::fromUrl(server.url(QStringLiteral("bench")), nullptr));
     Watched result;
     QEventLoop loop;
 
-    QObject::connect(model, &DisplayedMemoryKeyListModel::minSamplingPeriodUpdated, model, [&](int minimum) {
-        if (minimum > setup.periodMs)
-            return;
-        model->setSamplingPeriod(setup.periodMs);
-        model->startWatcher(false);
-    });
-    QObject::connect(model, &DisplayedMemoryKeyListModel::keysUpdated, &loop,
-                     [&](const QSet<DisplayedMemoryKey>& updated) {
-                         // The first batch with all keys: from here on the link is at work.
-                         if (updated.size() == setup.keys && !updated.cbegin()->valueHistory().isEmpty())
-                             loop.quit();
-                     });
     QSet<MemoryKey> keys;
     for (int i = 0; i < setup.keys; ++i)
         keys.insert(MemoryKey(QString::fromLatin1(nameOf(i)), QString(), DataNature));
-    model->addKeys(keys);
-    link->open();
+    session.setWantedPeriod(setup.periodMs);
+    session.watch(keys);
+    // The first batch with all keys in the period asked for: the session has started everything.
+    const auto started =
+        QObject::connect(session.samples(), &SampleStream::batchReceived, &loop, [&](const GatheredData& data) {
+            if (session.grantedPeriod() == setup.periodMs && data.size() == setup.keys)
+                loop.quit();
+        });
+    session.link()->open();
     QTimer::singleShot(60000, &loop, [&loop] { loop.exit(1); });
     if (loop.exec() != 0)
         qFatal("The keys are not watched within a minute.");
+    QObject::disconnect(started);
 
     const double viewerBefore = processorSeconds(RUSAGE_SELF);
     const double serverBefore = processorSecondsOf(server.processId());
-    const qint64 skippedBefore = link->losses().skippedTicks;
-    QObject::connect(link->memoryInterface().get(), &MemoryInterface::dataGathered, &loop,
-                     [&](const QMap<QString, QMap<double, QVariant>>& data) {
-                         for (const QMap<double, QVariant>& samples : data)
-                             result.samples += samples.size();
-                     });
+    const qint64 skippedBefore = session.samples()->losses().skippedTicks;
+    QObject::connect(session.samples(), &SampleStream::batchReceived, &loop, [&](const GatheredData& data) {
+        for (const Samples& samples : data)
+            result.samples += samples.size();
+    });
     QElapsedTimer clock;
     clock.start();
     QTimer::singleShot(setup.seconds * 1000, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    QObject::disconnect(model, &DisplayedMemoryKeyListModel::keysUpdated, &loop, nullptr);
     loop.exec();
     result.elapsed = double(clock.elapsed()) / 1000;
     result.viewer = processorSeconds(RUSAGE_SELF) - viewerBefore;
     result.server = processorSecondsOf(server.processId()) - serverBefore;
-    result.losses = link->losses();
+    result.losses = session.samples()->losses();
     result.losses.skippedTicks -= skippedBefore;
     result.ticks = result.samples / setup.keys;
     return result;

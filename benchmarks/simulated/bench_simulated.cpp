@@ -7,6 +7,7 @@
 #include <connections/links/robot_links.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
+#include <session/robot_session.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -14,6 +15,7 @@
 
 #include <cstdio>
 #include <ctime>
+#include <memory>
 
 using namespace Velk;
 
@@ -26,44 +28,38 @@ int main(int argc, char** argv)
     const int seconds = arguments.value(3, QStringLiteral("10")).toInt();
 
     QString error;
-    const std::unique_ptr<RobotLink> robot =
-        RobotLinks::createLink(QStringLiteral("sim:?keys=%1").arg(keyCount), &error);
+    std::unique_ptr<RobotLink> robot = RobotLinks::createLink(QStringLiteral("sim:?keys=%1").arg(keyCount), &error);
     if (!robot) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return 1;
     }
-    auto* const model = new DisplayedMemoryKeyListModel(robot.get());
+    RobotSession session(std::move(robot));
     qint64 batches = 0;
     qint64 updates = 0;
     QElapsedTimer elapsed;
     std::clock_t processorTime = 0;
 
-    // The first keysUpdated() is the model's own catalogue: keys that are added earlier are not kept.
-    QObject::connect(model, &DisplayedMemoryKeyListModel::keysUpdated, [&](const QSet<DisplayedMemoryKey>& keys) {
-        if (elapsed.isValid()) {
-            ++batches;
-            updates += keys.size();
-            return;
-        }
+    QObject::connect(session.displayedKeys(), &DisplayedMemoryKeyListModel::keysUpdated,
+                     [&](const QSet<DisplayedMemoryKey>& keys) {
+                         ++batches;
+                         updates += keys.size();
+                     });
+    QObject::connect(&session, &RobotSession::readyChanged, [&] {
+        session.watch(session.catalogue()->keys());
+        batches = updates = 0;
         elapsed.start();
-        auto* const catalogue = new MemoryKeyListModel(robot.get(), {});
-        QObject::connect(catalogue, &MemoryKeyListModel::ready, [&, catalogue] {
-            model->setSamplingPeriod(periodMs);
-            model->addKeys(catalogue->keys());
-            batches = updates = 0;
-            elapsed.start();
-            processorTime = std::clock();
-            QTimer::singleShot(seconds * 1000, &application, &QCoreApplication::quit);
-        });
+        processorTime = std::clock();
+        QTimer::singleShot(seconds * 1000, &application, &QCoreApplication::quit);
     });
-    robot->open();
+    session.setWantedPeriod(periodMs);
+    session.link()->open();
     QCoreApplication::exec();
 
     const double wall = double(elapsed.nsecsElapsed()) / 1e9;
     const double processor = double(std::clock() - processorTime) / CLOCKS_PER_SEC;
     std::printf(
         "%lld keys watched every %d ms: %.1f batches/s of %.0f keys, %.0f %% of one processor, robot included\n",
-        qlonglong(model->keys().size()), model->samplingPeriod(), double(batches) / wall,
+        qlonglong(session.watchedKeys().size()), session.grantedPeriod(), double(batches) / wall,
         batches > 0 ? double(updates) / double(batches) : 0.0, 100.0 * processor / wall);
     return 0;
 }

@@ -5,32 +5,12 @@
 
 #include "catalogue_robot.h"
 #include "model_text.h"
+#include "tested_catalogue_model.h"
 
-#include <QAbstractItemModelTester>
 #include <QMimeData>
 #include <QtTest>
 
 using namespace Velk;
-
-namespace {
-
-struct TestedModel
-{
-    CatalogueModel model;
-    QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
-};
-
-QStringList checkedNames(const CatalogueModel& model)
-{
-    QStringList names;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        if (model.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked)
-            names << model.key(row).name();
-    }
-    return names;
-}
-
-} // namespace
 
 class TestCatalogueModel : public QObject
 {
@@ -51,12 +31,6 @@ private Q_SLOTS:
     void isEmptyWhenTheCatalogueIsDeleted();
     void survivesACatalogueThatIsDeletedWhenItIsReady();
     void ignoresACatalogueThatWasReplaced();
-    void checksWhatTheCatalogueHasSelected();
-    void selectsInTheCatalogueWhatIsChecked();
-    void keepsARowWhoseCheckIsCleared();
-    void showsASelectionThatWasMadeElsewhere();
-    void dropsRowsThatOnlyTheSelectionHeld();
-    void changesNothingForAnUneditableCell();
     void findsARowByItsName();
     void givesEachRoleForEveryColumn();
     void namesItsRolesForQml();
@@ -67,7 +41,7 @@ private Q_SLOTS:
 
 void TestCatalogueModel::isEmptyWithoutACatalogue()
 {
-    TestedModel tested;
+    TestedCatalogueModel tested;
 
     QCOMPARE(tested.model.rowCount(), 0);
     QCOMPARE(tested.model.columnCount(), 3);
@@ -80,7 +54,7 @@ void TestCatalogueModel::isEmptyWithoutACatalogue()
 void TestCatalogueModel::showsAReadyCatalogueInPathOrder()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
 
     tested.model.setCatalogue(robot.readyCatalogue(list("Leg/Joint10|Leg/Joint2|arm/b|Arm"), list("Arm/Touched")));
 
@@ -94,7 +68,7 @@ void TestCatalogueModel::showsAReadyCatalogueInPathOrder()
 void TestCatalogueModel::givesTheNatureThatTheCatalogueResolves()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
 
     tested.model.setCatalogue(robot.readyCatalogue(list("Both|Data"), list("Both"), keySet(list("Lost"))));
 
@@ -104,7 +78,7 @@ void TestCatalogueModel::givesTheNatureThatTheCatalogueResolves()
 void TestCatalogueModel::showsTheKeysOnceTheCatalogueIsReady()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const catalogue = robot.fetchingCatalogue();
     tested.model.setCatalogue(catalogue);
     QCOMPARE(tested.model.rowCount(), 0);
@@ -117,7 +91,7 @@ void TestCatalogueModel::showsTheKeysOnceTheCatalogueIsReady()
 void TestCatalogueModel::showsWhatIsFetchedOfACatalogueThatIsNot()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const catalogue = robot.fetchingCatalogue();
     robot.manager.memory->finishDataList(list("A|B"));
     QTRY_COMPARE(names(catalogue->keys()), list("A|B"));
@@ -131,7 +105,7 @@ void TestCatalogueModel::showsWhatIsFetchedOfACatalogueThatIsNot()
 void TestCatalogueModel::insertsAKeyThatTheUserTypesIn()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A|C"));
     tested.model.setCatalogue(catalogue);
     QSignalSpy inserted(&tested.model, &QAbstractItemModel::rowsInserted);
@@ -148,7 +122,7 @@ void TestCatalogueModel::insertsAKeyThatTheUserTypesIn()
 void TestCatalogueModel::keepsTheRobotsNatureOfAKeyThatTheUserTypesIn()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A"));
     tested.model.setCatalogue(catalogue);
 
@@ -161,7 +135,7 @@ void TestCatalogueModel::keepsTheRobotsNatureOfAKeyThatTheUserTypesIn()
 void TestCatalogueModel::showsAUserKeyBeforeTheListsAreIn()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const catalogue = robot.fetchingCatalogue();
     tested.model.setCatalogue(catalogue);
 
@@ -175,7 +149,7 @@ void TestCatalogueModel::showsAUserKeyBeforeTheListsAreIn()
 void TestCatalogueModel::showsAListedKeyThatIsTypedInBeforeTheListsAreIn()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const catalogue = robot.fetchingCatalogue();
     tested.model.setCatalogue(catalogue);
     robot.manager.memory->finishDataList(list("A|B"));
@@ -189,7 +163,7 @@ void TestCatalogueModel::showsAListedKeyThatIsTypedInBeforeTheListsAreIn()
 void TestCatalogueModel::keepsItsRowsWhenTheNextCatalogueHasTheSameNames()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     tested.model.setCatalogue(robot.readyCatalogue(list("A|B")));
     QSignalSpy reset(&tested.model, &QAbstractItemModel::modelReset);
     QSignalSpy changed(&tested.model, &QAbstractItemModel::dataChanged);
@@ -204,7 +178,7 @@ void TestCatalogueModel::keepsItsRowsWhenTheNextCatalogueHasTheSameNames()
 void TestCatalogueModel::startsOverWhenTheNextCatalogueHasOtherNames()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     tested.model.setCatalogue(robot.readyCatalogue(list("A|B")));
     QSignalSpy reset(&tested.model, &QAbstractItemModel::modelReset);
 
@@ -217,7 +191,7 @@ void TestCatalogueModel::startsOverWhenTheNextCatalogueHasOtherNames()
 void TestCatalogueModel::isEmptyWhenTheCatalogueIsDeleted()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A|B"));
     tested.model.setCatalogue(catalogue);
     QSignalSpy changed(&tested.model, &CatalogueModel::catalogueChanged);
@@ -234,7 +208,7 @@ void TestCatalogueModel::survivesACatalogueThatIsDeletedWhenItIsReady()
     CatalogueRobot robot;
     QPointer<MemoryKeyListModel> catalogue = robot.fetchingCatalogue();
     connect(catalogue, &MemoryKeyListModel::ready, catalogue, [&catalogue] { delete catalogue.data(); });
-    TestedModel tested;
+    TestedCatalogueModel tested;
     tested.model.setCatalogue(catalogue);
 
     robot.manager.memory->finishLists(list("A"));
@@ -246,7 +220,7 @@ void TestCatalogueModel::survivesACatalogueThatIsDeletedWhenItIsReady()
 void TestCatalogueModel::ignoresACatalogueThatWasReplaced()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     MemoryKeyListModel* const former = robot.readyCatalogue(list("A"));
     tested.model.setCatalogue(former);
     tested.model.setCatalogue(robot.readyCatalogue(list("B")));
@@ -257,97 +231,10 @@ void TestCatalogueModel::ignoresACatalogueThatWasReplaced()
     QCOMPARE(columnText(tested.model, 0), list("B"));
 }
 
-void TestCatalogueModel::checksWhatTheCatalogueHasSelected()
-{
-    CatalogueRobot robot;
-    TestedModel tested;
-
-    tested.model.setCatalogue(robot.readyCatalogue(list("A|B|C"), {}, keySet(list("B"))));
-
-    QCOMPARE(checkedNames(tested.model), list("B"));
-    QVERIFY(!tested.model.index(1, 1).data(Qt::CheckStateRole).isValid());
-    QVERIFY(tested.model.flags(tested.model.index(0, 0)) & Qt::ItemIsUserCheckable);
-}
-
-void TestCatalogueModel::selectsInTheCatalogueWhatIsChecked()
-{
-    CatalogueRobot robot;
-    TestedModel tested;
-    MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A|B|C"), {}, keySet(list("B")));
-    tested.model.setCatalogue(catalogue);
-    QSignalSpy changed(&tested.model, &QAbstractItemModel::dataChanged);
-
-    QVERIFY(tested.model.setData(tested.model.index(2, 0), Qt::Checked, Qt::CheckStateRole));
-    QVERIFY(tested.model.setData(tested.model.index(1, 2), false, CatalogueModel::SelectedRole));
-    QVERIFY(tested.model.setData(tested.model.index(2, 0), Qt::Checked, Qt::CheckStateRole)); // it is already
-
-    QCOMPARE(names(catalogue->selectedKeys()), list("C"));
-    QCOMPARE(rangesText(changed), list("2-2:0-2|1-1:0-2"));
-}
-
-void TestCatalogueModel::keepsARowWhoseCheckIsCleared()
-{
-    CatalogueRobot robot;
-    TestedModel tested;
-    MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A"), {}, keySet(list("Unlisted")));
-    tested.model.setCatalogue(catalogue);
-
-    tested.model.setSelected(1, false);
-    QCOMPARE(names(catalogue->keys()), list("A"));
-    QCOMPARE(columnText(tested.model, 0), list("A|Unlisted"));
-
-    tested.model.setSelected(1, true);
-    QCOMPARE(names(catalogue->selectedKeys()), list("Unlisted"));
-}
-
-void TestCatalogueModel::showsASelectionThatWasMadeElsewhere()
-{
-    CatalogueRobot robot;
-    TestedModel tested;
-    MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A|B"));
-    tested.model.setCatalogue(catalogue);
-    catalogue->selectKeys(keySet(list("A|Unlisted")));
-
-    tested.model.refreshSelection();
-
-    QCOMPARE(columnText(tested.model, 0), list("A|B|Unlisted"));
-    QCOMPARE(checkedNames(tested.model), list("A|Unlisted"));
-}
-
-void TestCatalogueModel::dropsRowsThatOnlyTheSelectionHeld()
-{
-    CatalogueRobot robot;
-    TestedModel tested;
-    MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A"), {}, keySet(list("Unlisted")));
-    catalogue->addUserKey(text("Mine"));
-    tested.model.setCatalogue(catalogue);
-    QCOMPARE(columnText(tested.model, 0), list("A|Mine|Unlisted"));
-    catalogue->selectKeys({});
-
-    tested.model.refreshSelection();
-
-    QCOMPARE(columnText(tested.model, 0), list("A|Mine"));
-}
-
-void TestCatalogueModel::changesNothingForAnUneditableCell()
-{
-    CatalogueRobot robot;
-    TestedModel tested;
-    tested.model.setCatalogue(robot.readyCatalogue(list("A")));
-    QSignalSpy changed(&tested.model, &QAbstractItemModel::dataChanged);
-
-    QVERIFY(!tested.model.setData(tested.model.index(0, 0), text("B"), Qt::EditRole));
-    QVERIFY(!tested.model.setData(tested.model.index(0, 1), Qt::Checked, Qt::CheckStateRole));
-    QVERIFY(!tested.model.setData(QModelIndex(), Qt::Checked, Qt::CheckStateRole));
-
-    QCOMPARE(columnText(tested.model, 0), list("A"));
-    QCOMPARE(changed.count(), 0);
-}
-
 void TestCatalogueModel::findsARowByItsName()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     tested.model.setCatalogue(robot.readyCatalogue(list("Arm|Arm/Elbow|arm")));
 
     for (int row = 0; row < tested.model.rowCount(); ++row)
@@ -359,7 +246,7 @@ void TestCatalogueModel::findsARowByItsName()
 void TestCatalogueModel::givesEachRoleForEveryColumn()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     tested.model.setCatalogue(robot.readyCatalogue({}, list("Arm/Touched"), keySet(list("Arm/Touched"))));
 
     for (int column = 0; column < 3; ++column) {
@@ -386,7 +273,7 @@ void TestCatalogueModel::namesItsRolesForQml()
 
 void TestCatalogueModel::describesItsColumns()
 {
-    TestedModel tested;
+    TestedCatalogueModel tested;
 
     const auto header = [&tested](int column, int role) {
         return tested.model.headerData(column, Qt::Horizontal, role).toString();
@@ -401,7 +288,7 @@ void TestCatalogueModel::describesItsColumns()
 void TestCatalogueModel::dragsKeysAndTheirNames()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     tested.model.setCatalogue(robot.readyCatalogue(list("B|A|C")));
 
     const QScopedPointer<QMimeData> data(
@@ -415,7 +302,7 @@ void TestCatalogueModel::dragsKeysAndTheirNames()
 void TestCatalogueModel::countsItsRows()
 {
     CatalogueRobot robot;
-    TestedModel tested;
+    TestedCatalogueModel tested;
     QSignalSpy counted(&tested.model, &CatalogueModel::countChanged);
     MemoryKeyListModel* const catalogue = robot.readyCatalogue(list("A|B"));
 

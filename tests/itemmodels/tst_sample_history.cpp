@@ -3,38 +3,13 @@
 
 #include <itemmodels/sample_history.h>
 
-#include "model_text.h"
-#include "watched_robot.h"
-
-#include <session/sample_stream.h>
+#include "tested_history.h"
 
 #include <QtTest>
 
 #include <cmath>
 
 using namespace Velk;
-
-namespace {
-
-/// "time=value" of each sample; a "|" before one that comes after a gap.
-QString spanText(const HistorySpan& span)
-{
-    QStringList samples;
-    for (const HistorySample& sample : span)
-        samples << (sample.isAfterGap ? QStringLiteral("| ") : QString()) +
-                       QStringLiteral("%1=%2").arg(sample.time).arg(sample.value.toString());
-    return samples.join(QLatin1Char(' '));
-}
-
-struct TestedHistory
-{
-    QString samples(const char* name) const { return spanText(history.samples(text(name))); }
-
-    WatchedRobot robot;
-    SampleHistory history{robot.keys};
-};
-
-} // namespace
 
 class TestSampleHistory : public QObject
 {
@@ -51,19 +26,6 @@ private Q_SLOTS:
     void staysInOneRowHoweverManyWereDropped();
     void findsTheSamplesOfARange_data();
     void findsTheSamplesOfARange();
-    void marksTheGapOfADisconnection();
-    void marksTheGapOfAWatcherThatTheApplicationStopped();
-    void marksTheGapOfASilentWatcher();
-    void marksNoGapBeforeTheFirstSample();
-    void keepsAGapOpenWhenTheLastSampleIsDeliveredOnceMore();
-    void listensToTheInterfaceOfEachConnection();
-    void listensOnceToAnInterfaceThatComesBack();
-    void listensToAnInterfaceThatComesLate();
-    void worksWhenItIsMadeWithoutARobot();
-    void keepsSamplesOverAReconnection();
-    void forgetsRemovedKeys();
-    void forgetsKeysThatTheSynchronisationDropped();
-    void takesInKeysThatTheSynchronisationBroughtBack();
     void replacesASampleOfTheSameTime();
     void putsALateSampleInItsPlace();
     void startsAgainWithTheRobotsClock();
@@ -72,12 +34,6 @@ private Q_SLOTS:
     void aRevisionChangesWithEveryChangeOfTheSamples();
     void aKeyWithoutSamplesHasNoRevision();
     void aRevisionIsNeverUsedAgain();
-    void takesTheSamplesOfAGivenStream();
-    void followsAnotherStreamOfTheSameSet();
-    void keepsItsSamplesWhenTheStreamDies();
-    void followsAnotherSet();
-    void isEmptyWhenTheSetDies();
-    void isEmptyWhenTheConnectionManagerDies();
 };
 
 void TestSampleHistory::keepsEverySampleOfABatch()
@@ -221,197 +177,6 @@ void TestSampleHistory::findsTheSamplesOfARange()
     QVERIFY(tested.history.samples(text("B"), from, to).isEmpty());
 }
 
-void TestSampleHistory::marksTheGapOfADisconnection()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}, {2.0, 2}}}});
-    QSignalSpy gap(&tested.history, &SampleHistory::gapBegan);
-
-    tested.robot.manager.lose();
-    QCOMPARE(gap.count(), 1);
-    tested.robot.reconnect(list("A"));
-    tested.robot.deliver({{text("A"), {{5.0, 5}, {6.0, 6}}}});
-
-    QCOMPARE(tested.samples("A"), text("1=1 2=2 | 5=5 6=6"));
-    QCOMPARE(gap.count(), 1);
-}
-
-void TestSampleHistory::marksTheGapOfAWatcherThatTheApplicationStopped()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A|B"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}, {text("B"), {{1.0, 1}}}});
-
-    tested.robot.keys->stopWatcher();
-    tested.history.markGap();
-    tested.robot.keys->startWatcher(false);
-    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
-    tested.robot.deliver({{text("A"), {{3.0, 3}}}, {text("B"), {{3.0, 3}}}});
-
-    QCOMPARE(tested.samples("A"), text("1=1 | 2=2 3=3"));
-    QCOMPARE(tested.samples("B"), text("1=1 | 3=3"));
-}
-
-void TestSampleHistory::marksTheGapOfASilentWatcher()
-{
-    TestedHistory tested;
-    tested.robot.keys->setSamplingPeriod(200);
-    tested.robot.display(list("A"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-    QSignalSpy gap(&tested.history, &SampleHistory::gapBegan);
-
-    QVERIFY(gap.wait(30000));
-    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
-
-    QCOMPARE(tested.samples("A"), text("1=1 | 2=2"));
-}
-
-void TestSampleHistory::marksNoGapBeforeTheFirstSample()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    QSignalSpy gap(&tested.history, &SampleHistory::gapBegan);
-
-    tested.history.markGap();
-    tested.robot.manager.lose();
-    tested.robot.reconnect(list("A"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-
-    QCOMPARE(tested.samples("A"), text("1=1"));
-    QCOMPARE(gap.count(), 0);
-}
-
-void TestSampleHistory::keepsAGapOpenWhenTheLastSampleIsDeliveredOnceMore()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}, {2.0, 2}}}});
-
-    tested.history.markGap();
-    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
-    tested.robot.deliver({{text("A"), {{9.0, 9}}}});
-
-    QCOMPARE(tested.samples("A"), text("1=1 2=2 | 9=9"));
-}
-
-void TestSampleHistory::listensToTheInterfaceOfEachConnection()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    const boost::shared_ptr<FakeMemoryInterface> former = tested.robot.manager.memory;
-    tested.robot.manager.lose();
-    tested.robot.manager.memory = boost::make_shared<FakeMemoryInterface>(&tested.robot.manager.log);
-    tested.robot.reconnect(list("A"));
-
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-    former->deliver({{text("A"), {{2.0, 2}}}});
-
-    QCOMPARE(tested.samples("A"), text("1=1"));
-}
-
-void TestSampleHistory::listensOnceToAnInterfaceThatComesBack()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    QSignalSpy added(&tested.history, &SampleHistory::samplesAdded);
-
-    tested.robot.manager.lose();
-    tested.robot.manager.establish();
-    tested.robot.manager.establish();
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-
-    QCOMPARE(added.count(), 1);
-    QCOMPARE(tested.samples("A"), text("1=1"));
-}
-
-void TestSampleHistory::listensToAnInterfaceThatComesLate()
-{
-    WatchedRobot robot;
-    const boost::shared_ptr<FakeMemoryInterface> memory = robot.manager.memory;
-    robot.manager.memory.reset();
-    SampleHistory history(robot.keys);
-
-    robot.manager.memory = memory;
-    robot.display(list("A"));
-    robot.deliver({{text("A"), {{1.0, 1}}}});
-
-    QCOMPARE(spanText(history.samples(text("A"))), text("1=1"));
-}
-
-void TestSampleHistory::worksWhenItIsMadeWithoutARobot()
-{
-    WatchedRobot robot;
-    robot.manager.connected = false;
-    const boost::shared_ptr<FakeMemoryInterface> memory = robot.manager.memory;
-    robot.manager.memory.reset();
-    robot.display(list("A"));
-    SampleHistory history(robot.keys);
-
-    robot.manager.memory = memory;
-    robot.manager.establish();
-    robot.deliver({{text("A"), {{1.0, 1}}}});
-
-    QCOMPARE(spanText(history.samples(text("A"))), text("1=1"));
-}
-
-void TestSampleHistory::keepsSamplesOverAReconnection()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-    QSignalSpy dropped(&tested.history, &SampleHistory::samplesDropped);
-
-    tested.robot.manager.lose();
-    tested.robot.reconnect(list("A"));
-
-    QCOMPARE(tested.samples("A"), text("1=1"));
-    QCOMPARE(dropped.count(), 0);
-}
-
-void TestSampleHistory::forgetsRemovedKeys()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A|B"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}, {text("B"), {{1.0, 1}}}});
-    QSignalSpy dropped(&tested.history, &SampleHistory::samplesDropped);
-
-    tested.robot.keys->removeKeys(keySet(list("A")));
-    tested.robot.display(list("A"));
-
-    QVERIFY(tested.history.samples(text("A")).isEmpty());
-    QCOMPARE(tested.samples("B"), text("1=1"));
-    QCOMPARE(dropped.count(), 1);
-}
-
-void TestSampleHistory::forgetsKeysThatTheSynchronisationDropped()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    tested.robot.manager.establish();
-    tested.robot.display(list("B"));
-    tested.robot.deliver({{text("B"), {{1.0, 1}}}});
-    QCOMPARE(tested.samples("B"), text("1=1"));
-
-    tested.robot.finishLists(list("A|B"));
-    tested.robot.deliver({{text("B"), {{2.0, 2}}}});
-
-    QVERIFY(tested.history.samples(text("B")).isEmpty());
-}
-
-void TestSampleHistory::takesInKeysThatTheSynchronisationBroughtBack()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    tested.robot.manager.establish();
-    tested.robot.keys->removeKeys(keySet(list("A")));
-
-    tested.robot.finishLists(list("A"));
-    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
-
-    QCOMPARE(tested.samples("A"), text("2=2"));
-}
-
 void TestSampleHistory::replacesASampleOfTheSameTime()
 {
     TestedHistory tested;
@@ -531,103 +296,6 @@ void TestSampleHistory::aRevisionIsNeverUsedAgain()
     tested.history.clear();
     tested.robot.deliver({{text("A"), {{1.0, 3}}}});
     QVERIFY(tested.history.revision(text("A")) > former + 1);
-}
-
-void TestSampleHistory::takesTheSamplesOfAGivenStream()
-{
-    WatchedRobot robot;
-    robot.display(list("A"));
-    SampleStream stream(&robot.manager, robot.keys);
-    SampleHistory history;
-
-    history.setDisplayedKeys(robot.keys, &stream);
-    robot.deliver({{text("A"), {{1.0, 1}}}});
-    stream.markGap();
-    robot.deliver({{text("A"), {{2.0, 2}}}});
-
-    QCOMPARE(spanText(history.samples(text("A"))), text("1=1 | 2=2"));
-    QCOMPARE(robot.manager.memory->dataGatheredReceivers(), 2); // the displayed key set and the stream
-}
-
-void TestSampleHistory::followsAnotherStreamOfTheSameSet()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    SampleStream stream(&tested.robot.manager, tested.robot.keys);
-    const auto receivers = [&] { return tested.robot.manager.memory->dataGatheredReceivers(); };
-    QCOMPARE(receivers(), 3);
-
-    tested.history.setDisplayedKeys(tested.robot.keys, &stream);
-    QCOMPARE(receivers(), 2);
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-    tested.history.setDisplayedKeys(tested.robot.keys, &stream); // nothing new
-    QCOMPARE(tested.samples("A"), text("1=1"));
-
-    tested.history.setDisplayedKeys(tested.robot.keys);
-    QCOMPARE(receivers(), 3);
-    QSignalSpy added(&tested.history, &SampleHistory::samplesAdded);
-    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
-    QCOMPARE(added.count(), 1);
-    tested.history.setDisplayedKeys(tested.robot.keys); // nothing new
-    QCOMPARE(tested.samples("A"), text("2=2"));
-}
-
-void TestSampleHistory::keepsItsSamplesWhenTheStreamDies()
-{
-    WatchedRobot robot;
-    robot.display(list("A"));
-    auto stream = std::make_unique<SampleStream>(&robot.manager, robot.keys);
-    SampleHistory history;
-    history.setDisplayedKeys(robot.keys, stream.get());
-    robot.deliver({{text("A"), {{1.0, 1}}}});
-
-    stream.reset();
-    robot.deliver({{text("A"), {{2.0, 2}}}});
-
-    QCOMPARE(spanText(history.samples(text("A"))), text("1=1"));
-}
-
-void TestSampleHistory::followsAnotherSet()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-    WatchedRobot other;
-    other.display(list("A"));
-
-    tested.history.setDisplayedKeys(other.keys);
-    QVERIFY(tested.history.samples(text("A")).isEmpty());
-    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
-    other.deliver({{text("A"), {{3.0, 3}}}});
-
-    QCOMPARE(tested.samples("A"), text("3=3"));
-}
-
-void TestSampleHistory::isEmptyWhenTheSetDies()
-{
-    TestedHistory tested;
-    tested.robot.display(list("A"));
-    tested.robot.deliver({{text("A"), {{1.0, 1}}}});
-
-    delete tested.robot.keys;
-    tested.robot.deliver({{text("A"), {{2.0, 2}}}});
-    tested.robot.manager.lose();
-    tested.robot.manager.establish();
-
-    QVERIFY(tested.history.samples(text("A")).isEmpty());
-    QVERIFY(!tested.history.displayedKeys());
-}
-
-void TestSampleHistory::isEmptyWhenTheConnectionManagerDies()
-{
-    auto* const manager = new FakeConnectionManager;
-    SampleHistory history(new DisplayedMemoryKeyListModel(manager));
-
-    delete manager;
-
-    QVERIFY(!history.displayedKeys());
-    history.markGap();
-    history.setDisplayedKeys(nullptr);
 }
 
 QTEST_GUILESS_MAIN(TestSampleHistory)

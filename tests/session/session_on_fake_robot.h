@@ -15,6 +15,21 @@
 
 namespace Velk {
 
+inline QSet<MemoryKey> unknownKeys(const QStringList& keyNames)
+{
+    return keySet(keyNames, UnknownNature);
+}
+
+/// "A DATA, X UNKNOWN"
+inline QString text(const QSet<MemoryKey>& keys)
+{
+    QStringList lines;
+    for (const MemoryKey& key : keys)
+        lines << key.name() + QLatin1Char(' ') + key.natureToString();
+    lines.sort();
+    return lines.join(QStringLiteral(", "));
+}
+
 /// A session on a robot under the test's hand, which lists the data keys A and B and the event E.
 class SessionOnFakeRobot
 {

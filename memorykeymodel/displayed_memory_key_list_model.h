@@ -65,8 +65,8 @@ public:
     QSet<DisplayedMemoryKey> displayedKeys() const;
     /// Displays the keys that are not displayed yet and watches them with samplingPeriod(). Then starts the watcher if
     /// any key is displayed, even if none was added. Without a memory service the keys are displayed now and watched
-    /// from the next connection on. Until the first keysUpdated() of a connection it is too early: see above. Emits
-    /// keysAdded() at the end.
+    /// from the next connection on, and startWatcher() emits its error(). Until the first keysUpdated() of a connection
+    /// it is too early: see above. Emits keysAdded() at the end.
     void addKeys(const QSet<MemoryKey>& keys);
     /// Removes the keys from the displayed keys and from the selection, and ends their subscriptions, including those
     /// of names that are not displayed. Stops the watcher when no key is displayed any longer. Emits keysRemoved() at
@@ -97,7 +97,8 @@ public:
     int minSamplingPeriod() const;
     int maxSamplingPeriod() const;
     /// Sets the period in milliseconds, bounded by the limits. Sends it to the robot and emits sampligPeriodUpdated().
-    /// Without a robot it is only stored, for the next startWatcher(). Does nothing when it is the present period.
+    /// Without a robot or a memory service it is only stored, for the next startWatcher(). Does nothing when it is the
+    /// present period.
     void setSamplingPeriod(int period);
 
     /// Opens the record file, writes its header and the newest known values, and records every later batch. A file that
@@ -115,7 +116,8 @@ public:
 
 Q_SIGNALS:
     /// True: the robot is connected and the keys are watched again. False: it is not connected, and the watcher and the
-    /// recording have stopped. Emitted for every signal of the connection manager, also for a repeated one.
+    /// recording have stopped. Emitted for every signal of the connection manager, also for a repeated one, but not for
+    /// a connection without a memory service, which changes nothing.
     void robotConnected(bool connected);
     /// The end of every addKeys(): the keys that were added, possibly none.
     void keysAdded(QSet<DisplayedMemoryKey> key);

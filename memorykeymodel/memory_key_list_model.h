@@ -39,7 +39,8 @@ public:
     /// Whether all lists have arrived and the natures are resolved. Once true, it stays true.
     bool isReady() const { return m_isReady; }
 
-    /// Every key once. A name with several natures has the first of them in this order: data, event, unknown.
+    /// Every key once. When the catalogue is ready, a name in the list of data keys and in a list of events is an event
+    /// key; before, it is a data key. A user key that the robot lists has the nature of its list.
     QSet<MemoryKey> keys() const;
     /// The keys of the natures whose bits are set in `nature`; other bits are ignored. With UnknownNature alone, every
     /// user key is returned as unknown, also a key that the robot lists.

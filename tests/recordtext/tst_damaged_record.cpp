@@ -205,7 +205,7 @@ QByteArray damaged(QByteArray file, QRandomGenerator& random)
 
 } // namespace
 
-/// Files that nobody wrote like this: the reader reads them to their end or to an error.
+/// Files that are no whole records: the reader reads them to their end or to an error.
 class TestDamagedRecord : public QObject
 {
     Q_OBJECT

@@ -9,7 +9,7 @@
 namespace Velk {
 
 /// The environment of this test, for a program whose output is compared: in English, with numbers as in C. LANGUAGE
-/// goes because it wins over LC_ALL.
+/// is removed because it has priority over LC_ALL.
 inline QProcessEnvironment englishEnvironment()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

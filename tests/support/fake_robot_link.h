@@ -12,14 +12,14 @@
 
 namespace Velk {
 
-/// A link under the test's hand, to a robot whose memory service is under it, too.
+/// A link that the test controls, to a robot whose memory service the test controls too.
 class FakeRobotLink : public RobotLink
 {
 public:
     FakeRobotLink()
         : memory(boost::make_shared<FakeMemoryInterface>(&log))
     {}
-    /// The models are children: they go while the log is still there.
+    /// Deletes the models, which are children, before the log.
     ~FakeRobotLink() override
     {
         shutDown();

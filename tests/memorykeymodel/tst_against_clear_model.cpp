@@ -7,9 +7,12 @@
 
 #include <memorykeymodel/memory_key_list_model.h>
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTemporaryFile>
+#include <QTest>
 
 #include <algorithm>
 

@@ -7,9 +7,11 @@
 
 #include <memorykeymodel/memory_key_list_model.h>
 
+#include <QCoreApplication>
 #include <QEventLoop>
+#include <QTemporaryFile>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <functional>
 #include <memory>

@@ -5,7 +5,8 @@
 #include "support/file_size_limit.h"
 #include "support/recording_robot.h"
 
-#include <QtTest>
+#include <QTemporaryFile>
+#include <QTest>
 
 #include <memory>
 

@@ -6,7 +6,10 @@
 
 #include <memorykeymodel/memory_key_list_model.h>
 
-#include <QtTest>
+#include <QCoreApplication>
+#include <QSignalSpy>
+#include <QTemporaryFile>
+#include <QTest>
 
 using namespace Velk;
 

@@ -4,7 +4,8 @@
 #include "support/fake_robot.h"
 #include "support/key_text.h"
 
-#include <QtTest>
+#include <QTemporaryFile>
+#include <QTest>
 
 using namespace Velk;
 

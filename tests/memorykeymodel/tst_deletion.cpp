@@ -6,7 +6,7 @@
 #include "support/key_text.h"
 
 #include <QPointer>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

@@ -4,7 +4,7 @@
 #include "support/fake_robot.h"
 #include "support/key_text.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace Velk;
 

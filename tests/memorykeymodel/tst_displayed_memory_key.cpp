@@ -4,7 +4,7 @@
 #include <memorykeymodel/displayed_memory_key.h>
 
 #include <QSet>
-#include <QtTest>
+#include <QTest>
 
 #include <type_traits>
 

@@ -7,8 +7,9 @@
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
 
+#include <QCoreApplication>
 #include <QMetaMethod>
-#include <QtTest>
+#include <QTest>
 
 using namespace Velk;
 

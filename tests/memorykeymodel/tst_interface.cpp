@@ -7,7 +7,7 @@
 #include <memorykeymodel/memory_key.h>
 
 #include <QSet>
-#include <QtTest>
+#include <QTest>
 
 int keysInSetsIncludedFirst();
 int keysInSetsIncludedLast();

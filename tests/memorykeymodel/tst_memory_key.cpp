@@ -4,7 +4,7 @@
 #include <memorykeymodel/memory_key.h>
 
 #include <QSet>
-#include <QtTest>
+#include <QTest>
 
 #include <type_traits>
 

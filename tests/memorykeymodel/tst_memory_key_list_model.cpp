@@ -6,10 +6,11 @@
 
 #include <memorykeymodel/memory_key_list_model.h>
 
+#include <QCoreApplication>
 #include <QException>
 #include <QMetaMethod>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using namespace Velk;
 

@@ -6,7 +6,8 @@
 
 #include <memorykeymodel/memory_key_list_model.h>
 
-#include <QtTest>
+#include <QCoreApplication>
+#include <QTest>
 
 using namespace Velk;
 

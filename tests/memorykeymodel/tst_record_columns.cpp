@@ -4,8 +4,9 @@
 #include "support/hash_seed.h"
 #include "support/recording_robot.h"
 
+#include <QCoreApplication>
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 using namespace Velk;
 

@@ -3,7 +3,8 @@
 
 #include "support/recording_robot.h"
 
-#include <QtTest>
+#include <QDate>
+#include <QTest>
 
 using namespace Velk;
 

@@ -5,7 +5,8 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QtTest>
+#include <QTemporaryFile>
+#include <QTest>
 
 using namespace Velk;
 

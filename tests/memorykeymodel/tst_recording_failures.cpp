@@ -5,7 +5,8 @@
 #include "support/recording_robot.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTemporaryFile>
+#include <QTest>
 
 using namespace Velk;
 

@@ -4,7 +4,7 @@
 #include "support/hash_seed.h"
 #include "support/key_text.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace Velk;
 

@@ -6,9 +6,10 @@
 #include <recordtext/number_text.h>
 #include <recordtext/record_field.h>
 
+#include <QDeadlineTimer>
 #include <QRandomGenerator>
+#include <QTest>
 #include <QVariant>
-#include <QtTest>
 
 #include <cmath>
 #include <cstring>

@@ -4,7 +4,7 @@
 #include <recordtext/record_field.h>
 
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 #include <random>
 

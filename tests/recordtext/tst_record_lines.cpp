@@ -3,7 +3,7 @@
 
 #include <recordtext/record_lines.h>
 
-#include <QtTest>
+#include <QTest>
 
 using namespace Velk;
 

@@ -4,7 +4,7 @@
 #include <recordtext/record_reader.h>
 
 #include <QBuffer>
-#include <QtTest>
+#include <QTest>
 
 using namespace Velk;
 

@@ -7,8 +7,9 @@
 #include <recordtext/record_reader.h>
 
 #include <QBuffer>
+#include <QDeadlineTimer>
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

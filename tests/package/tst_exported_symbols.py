@@ -31,6 +31,7 @@ EXPORTED = {
     "link": {
         "Velk::ConnectionFactory",
         "Velk::FailureFilter",
+        "Velk::JsonValue",
         "Velk::ListFetch",
         "Velk::LossAccount",
         "Velk::LossLedger",

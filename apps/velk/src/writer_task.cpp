@@ -7,11 +7,10 @@
 #include "console.h"
 #include "exit_status.h"
 
+#include <connections/link/json_value.h>
 #include <connections/links/robot_links.h>
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonValue>
+#include <optional>
 
 namespace Velk {
 
@@ -74,11 +73,9 @@ int runWriterTask(CommandContext& context, const RobotOptions& options, const st
                                                "`velk robots` lists the kinds."));
         return UsageError;
     }
-    // A document is a list or a map; a list of one takes every JSON value.
     const QByteArray text = QByteArray::fromStdString(json);
-    QJsonParseError parseError;
-    const QJsonArray values = QJsonDocument::fromJson('[' + text + ']', &parseError).array();
-    if (parseError.error != QJsonParseError::NoError || values.size() != 1) {
+    const std::optional<QVariant> value = JsonValue::parse(text);
+    if (!value) {
         context.console.message(QStringLiteral("The value is not JSON: %1\n"
                                                "Text needs quotation marks, which the shell leaves alone in "
                                                "apostrophes: '\"open\"'.")
@@ -92,9 +89,8 @@ int runWriterTask(CommandContext& context, const RobotOptions& options, const st
         return BadRobotUrl;
     }
 
-    const QVariant value = values.at(0).isNull() ? QVariant() : values.at(0).toVariant();
     WriterTask task(std::move(writer), context.console, milliseconds(options.timeoutSeconds),
-                    [&](RobotWriter& target, RobotWriter::Done done) { write(target, value, std::move(done)); });
+                    [&](RobotWriter& target, RobotWriter::Done done) { write(target, *value, std::move(done)); });
     return runTask(task);
 }
 

@@ -3,59 +3,16 @@
 
 #include "redis_value.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonValue>
-#include <QLocale>
-#include <QMetaType>
+#include <connections/link/json_value.h>
 
-#include <algorithm>
-#include <cmath>
+#include <optional>
 
 namespace Velk {
 
-namespace {
-
-bool isFloatingPointMark(char c)
-{
-    return c == '.' || c == 'e' || c == 'E';
-}
-
-} // namespace
-
 QVariant redisValue(QByteArrayView bytes)
 {
-    // A document is a list or a map; a list of one takes every JSON value.
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson('[' + bytes.toByteArray() + ']', &error);
-    const QJsonArray values = document.array();
-    if (error.error != QJsonParseError::NoError || values.size() != 1)
-        return QString::fromUtf8(bytes);
-    const QJsonValue value = values.at(0);
-    // The parser makes a whole number of 17.0 too.
-    if (value.isDouble() && std::any_of(bytes.begin(), bytes.end(), isFloatingPointMark))
-        return value.toDouble();
-    return value.isNull() ? QVariant() : value.toVariant();
-}
-
-QByteArray redisBytes(const QVariant& value)
-{
-    const int type = value.userType();
-    if (type == QMetaType::Double || type == QMetaType::Float) {
-        const double number = value.toDouble();
-        if (!std::isfinite(number))
-            return QByteArray::number(number);
-        const QByteArray digits = QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
-        const bool isReadAsWhole = !digits.contains('.') && !digits.contains('e');
-        return isReadAsWhole ? digits + ".0" : digits;
-    }
-    if (type == QMetaType::ULongLong || type == QMetaType::ULong)
-        return QByteArray::number(value.toULongLong());
-    QJsonValue json = QJsonValue::fromVariant(value);
-    if (json.isNull() && value.isValid() && type != QMetaType::Nullptr)
-        json = value.toString();
-    const QByteArray list = QJsonDocument(QJsonArray{json}).toJson(QJsonDocument::Compact);
-    return list.mid(1, list.size() - 2);
+    const std::optional<QVariant> value = JsonValue::parse(QByteArray::fromRawData(bytes.data(), bytes.size()));
+    return value ? *value : QString::fromUtf8(bytes);
 }
 
 } // namespace Velk

@@ -5,10 +5,10 @@
 
 #include "redis_write_queue.h"
 
+#include <connections/link/json_value.h>
 #include <connections/redis/client/redis_connection.h>
 #include <connections/redis/client/redis_url.h>
 #include <connections/redis/memory/redis_metadata.h>
-#include <connections/redis/memory/redis_value.h>
 
 #include <QPointer>
 
@@ -115,15 +115,15 @@ void RedisRobotWriter::setRealTimeSupported(bool isSupported)
 void RedisRobotWriter::put(const QString& name, const QVariant& value, Done done)
 {
     if (isConnected())
-        d->queue.put(name, redisBytes(value), done);
+        d->queue.put(name, JsonValue::write(value), done);
     else
-        d->queue.keep(name, redisBytes(value));
+        d->queue.keep(name, JsonValue::write(value));
 }
 
 void RedisRobotWriter::raise(const QString& name, const QVariant& value, std::optional<double> timeStamp, Done done)
 {
     if (isConnected())
-        d->queue.raise(name, redisBytes(value), timeStamp, done);
+        d->queue.raise(name, JsonValue::write(value), timeStamp, done);
     else
         d->queue.countDropped();
 }

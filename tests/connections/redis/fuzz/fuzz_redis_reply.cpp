@@ -5,6 +5,7 @@
 // protocol reader, and what looks into replies. The bytes come in pieces of a size that the first byte chooses, and
 // what the limiter lets through must not depend on it.
 
+#include <connections/link/json_value.h>
 #include <connections/redis/client/redis_error.h>
 #include <connections/redis/client/redis_reply.h>
 #include <connections/redis/client/redis_reply_limiter.h>
@@ -55,8 +56,8 @@ void lookInto(const RedisReply& reply)
     }
     // What a value becomes survives being written and read.
     const QVariant value = redisValue(reply.view());
-    const QByteArray written = redisBytes(value);
-    require(redisBytes(redisValue(written)) == written);
+    const QByteArray written = JsonValue::write(value);
+    require(JsonValue::write(redisValue(written)) == written);
 
     const RedisStreamEntry entry = RedisStreamEntry::of(reply);
     require(std::isfinite(entry.stamp));

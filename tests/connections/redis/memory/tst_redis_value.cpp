@@ -5,9 +5,6 @@
 
 #include <QTest>
 
-#include <cmath>
-#include <limits>
-
 using namespace Velk;
 
 class TestRedisValue : public QObject
@@ -43,53 +40,6 @@ private Q_SLOTS:
         QFETCH(QVariant, value);
 
         const QVariant result = redisValue(bytes);
-
-        QCOMPARE(result, value);
-        QCOMPARE(result.userType(), value.userType());
-    }
-
-    void aVariantIsStoredAsJson_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QByteArray>("expected");
-
-        QTest::newRow("boolean") << QVariant(false) << QByteArray("false");
-        QTest::newRow("whole number") << QVariant(7) << QByteArray("7");
-        QTest::newRow("largest whole number")
-            << QVariant(std::numeric_limits<qulonglong>::max()) << QByteArray("18446744073709551615");
-        QTest::newRow("a double that is whole keeps its point") << QVariant(17.0) << QByteArray("17.0");
-        QTest::newRow("every digit of a double") << QVariant(0.1 + 0.2) << QByteArray("0.30000000000000004");
-        QTest::newRow("a large double") << QVariant(1e300) << QByteArray("1e+300");
-        QTest::newRow("not a number") << QVariant(std::nan("")) << QByteArray("nan");
-        QTest::newRow("infinite") << QVariant(-INFINITY) << QByteArray("-inf");
-        QTest::newRow("text") << QVariant("a \"b\"") << QByteArray("\"a \\\"b\\\"\"");
-        QTest::newRow("list") << QVariant(QVariantList{1, "a"}) << QByteArray("[1,\"a\"]");
-        QTest::newRow("map") << QVariant(QVariantMap{{"x", 1}}) << QByteArray("{\"x\":1}");
-        QTest::newRow("no value") << QVariant() << QByteArray("null");
-    }
-    void aVariantIsStoredAsJson()
-    {
-        QFETCH(QVariant, value);
-        QFETCH(QByteArray, expected);
-
-        QCOMPARE(redisBytes(value), expected);
-    }
-
-    void aStoredVariantIsReadBack_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::newRow("boolean") << QVariant(true);
-        QTest::newRow("whole number") << QVariant(qlonglong(-7));
-        QTest::newRow("double") << QVariant(17.0);
-        QTest::newRow("text") << QVariant("17");
-        QTest::newRow("list") << QVariant(QVariantList{qlonglong(1), 2.5});
-        QTest::newRow("no value") << QVariant();
-    }
-    void aStoredVariantIsReadBack()
-    {
-        QFETCH(QVariant, value);
-
-        const QVariant result = redisValue(redisBytes(value));
 
         QCOMPARE(result, value);
         QCOMPARE(result.userType(), value.userType());

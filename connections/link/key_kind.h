@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+#include <array>
+
 namespace Velk {
 
 /// The lists of a robot's memory. Each name is in one of them; events and micro-events are both of the event nature.
@@ -15,6 +17,8 @@ enum class KeyKind
     Event,     ///< has occurrences, each of which is delivered
     MicroEvent ///< as Event, in the list of micro-events
 };
+
+constexpr std::array<KeyKind, 3> keyKinds = {KeyKind::Data, KeyKind::Event, KeyKind::MicroEvent};
 
 /// Names of keys, by kind.
 struct KeyNames

@@ -3,15 +3,9 @@
 
 #include "redis_laid_out_keys.h"
 
-#include <array>
-
 namespace Velk {
 
-namespace {
-
-constexpr std::array<KeyKind, 3> kinds = {KeyKind::Data, KeyKind::Event, KeyKind::MicroEvent};
-
-} // namespace
+namespace {} // namespace
 
 RedisLaidOutKeys::RedisLaidOutKeys(RedisSession* session, const RedisLayout& layout)
     : m_layout(layout)
@@ -26,7 +20,7 @@ QFuture<QStringList> RedisLaidOutKeys::fetchNames(KeyKind kind)
 std::vector<RedisSource> RedisLaidOutKeys::sourcesOf(const QByteArray& rawName) const
 {
     std::vector<RedisSource> sources;
-    for (const KeyKind kind : kinds) {
+    for (const KeyKind kind : keyKinds) {
         RedisSource source;
         source.key = m_layout.key(kind, rawName);
         source.index = m_layout.index(kind);

@@ -44,7 +44,7 @@ RedisWriteQueue::RedisWriteQueue(RedisSession* session, const RedisLayout& layou
 void RedisWriteQueue::declare(const KeyNames& names)
 {
     QHash<QString, KeyKind> declared;
-    for (const KeyKind kind : kinds) {
+    for (const KeyKind kind : keyKinds) {
         for (const QString& name : names.of(kind))
             declared.insert(name, kind);
     }
@@ -303,7 +303,7 @@ RedisWrite RedisWriteQueue::declarations()
 
 void RedisWriteQueue::undoDeclarations(const NamesByKind& removed, const NamesByKind& listed)
 {
-    for (const KeyKind kind : kinds) {
+    for (const KeyKind kind : keyKinds) {
         const std::size_t index = std::size_t(kind);
         m_listed[index].subtract(listed[index]);
         for (const QString& name : removed[index]) {
@@ -320,7 +320,7 @@ void RedisWriteQueue::undoDeclarations(const NamesByKind& removed, const NamesBy
 RedisWriteQueue::NamesByKind RedisWriteQueue::addRemovals(RedisWrite* write)
 {
     const NamesByKind allRemoved = std::exchange(m_removed, {});
-    for (const KeyKind kind : kinds) {
+    for (const KeyKind kind : keyKinds) {
         QByteArrayList names;
         QByteArrayList keys;
         for (const QString& name : allRemoved[std::size_t(kind)]) {
@@ -339,7 +339,7 @@ RedisWriteQueue::NamesByKind RedisWriteQueue::addRemovals(RedisWrite* write)
 RedisWriteQueue::NamesByKind RedisWriteQueue::addDeclared(RedisWrite* write)
 {
     NamesByKind names;
-    std::array<QByteArrayList, kinds.size()> added;
+    std::array<QByteArrayList, keyKinds.size()> added;
     for (auto name = m_declared.cbegin(); name != m_declared.cend(); ++name) {
         QSet<QString>& listed = m_listed[std::size_t(name.value())];
         if (listed.contains(name.key()))
@@ -348,7 +348,7 @@ RedisWriteQueue::NamesByKind RedisWriteQueue::addDeclared(RedisWrite* write)
         names[std::size_t(name.value())].insert(name.key());
         added[std::size_t(name.value())].append(name.key().toUtf8());
     }
-    for (const KeyKind kind : kinds)
+    for (const KeyKind kind : keyKinds)
         addNames(&write->commands, {"SADD", m_layout.index(kind)}, added[std::size_t(kind)]);
     return names;
 }

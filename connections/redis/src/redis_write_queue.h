@@ -76,8 +76,7 @@ private:
         bool isRepeated = false; // a value that was written on an earlier connection
         std::optional<double> timeStamp;
     };
-    static constexpr std::array<KeyKind, 3> kinds = {KeyKind::Data, KeyKind::Event, KeyKind::MicroEvent};
-    using NamesByKind = std::array<QSet<QString>, kinds.size()>;
+    using NamesByKind = std::array<QSet<QString>, keyKinds.size()>;
 
     void onReplaced();
     void add(const Waiting& write);

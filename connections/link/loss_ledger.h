@@ -8,7 +8,6 @@
 #include <connections/link/sample_losses.h>
 
 #include <QString>
-#include <QStringList>
 #include <QVector>
 
 #include <array>
@@ -21,7 +20,7 @@ namespace Velk {
 /// Why something was not delivered. SampleLosses has a count for each.
 enum class LossCause
 {
-    SkippedTick, ///< a sampling tick found the answer to the one before outstanding
+    SkippedTick, ///< a sampling tick was skipped because the previous one had no answer yet
     MissedTick,  ///< this program was busy or stopped when a sampling tick was due
     Dropped,     ///< the buffer was full
     Trimmed      ///< the robot had discarded it
@@ -60,12 +59,6 @@ private:
 class LINK_EXPORT LossLedger
 {
 public:
-    struct Entry
-    {
-        LossCause cause;
-        LossSpan span;
-    };
-
     LossLedger() = default;
     LossLedger(const LossLedger&) = delete;
     LossLedger& operator=(const LossLedger&) = delete;
@@ -73,11 +66,6 @@ public:
     const LossAccount& total() const { return m_total; }
     /// Without losses for a key that has none.
     LossAccount ofKey(const QString& name) const;
-    /// The keys that have losses, in no particular order.
-    QStringList keys() const;
-    /// What the latest RobotLink::lossesRecorded() reports: the losses since the signal before it, one entry for each
-    /// cause. To be read in a slot of that signal.
-    const QVector<Entry>& newEntries() const { return m_newEntries; }
 
     // For connections.
 
@@ -90,20 +78,17 @@ public:
     /// Forgets everything, and the accounts with it.
     void clear();
 
-    /// Called at the first record() or recordTicks() after publish().
+    /// Called at the first record() or recordTicks(), and at the first one after each rearm().
     void setRecorded(std::function<void()> recorded) { m_recorded = std::move(recorded); }
-    /// Makes what was recorded since the last call the new entries.
-    void publish();
+    void rearm() { m_isReported = false; }
 
 private:
     void add(LossCause cause, qint64 count, double from, double to);
 
     LossAccount m_total;
-    LossAccount m_unpublished;
-    QVector<Entry> m_newEntries;
     std::unordered_map<QString, LossAccount> m_accounts; // its elements stay where they are
     std::function<void()> m_recorded;
-    bool m_isReported = false; // m_recorded was called and publish() was not yet
+    bool m_isReported = false; // m_recorded was called, and rearm() not since then
 };
 
 } // namespace Velk

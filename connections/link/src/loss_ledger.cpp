@@ -35,16 +35,6 @@ LossAccount LossLedger::ofKey(const QString& name) const
     return found == m_accounts.end() ? LossAccount() : found->second;
 }
 
-QStringList LossLedger::keys() const
-{
-    QStringList names;
-    for (const auto& [name, account] : m_accounts) {
-        if (!account.isEmpty())
-            names.append(name);
-    }
-    return names;
-}
-
 void LossLedger::record(LossAccount* key, LossCause cause, qint64 count, double from, double to)
 {
     if (count <= 0)
@@ -65,7 +55,6 @@ void LossLedger::recordTicks(const QVector<LossAccount*>& keys, LossCause cause,
 void LossLedger::add(LossCause cause, qint64 count, double from, double to)
 {
     m_total.spanOf(cause).add(count, from, to);
-    m_unpublished.spanOf(cause).add(count, from, to);
     if (m_isReported)
         return;
     m_isReported = true;
@@ -76,21 +65,7 @@ void LossLedger::add(LossCause cause, qint64 count, double from, double to)
 void LossLedger::clear()
 {
     m_total = {};
-    m_unpublished = {};
-    m_newEntries.clear();
     m_accounts.clear();
-}
-
-void LossLedger::publish()
-{
-    m_isReported = false;
-    m_newEntries.clear();
-    for (const LossCause cause :
-         {LossCause::SkippedTick, LossCause::MissedTick, LossCause::Dropped, LossCause::Trimmed}) {
-        if (m_unpublished.span(cause).count > 0)
-            m_newEntries.append({cause, m_unpublished.span(cause)});
-    }
-    m_unpublished = {};
 }
 
 } // namespace Velk

@@ -188,8 +188,8 @@ bool RobotLink::changeState(State state)
 
 void RobotLink::publishLosses()
 {
-    m_ledger.publish();
-    if (!m_ledger.newEntries().isEmpty())
+    m_ledger.rearm();
+    if (!m_ledger.total().isEmpty()) // the link may have been opened again
         emit lossesRecorded();
 }
 

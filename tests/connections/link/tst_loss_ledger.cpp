@@ -20,14 +20,6 @@ QString text(LossCause cause, const LossSpan& span)
         .arg(span.to);
 }
 
-QString newEntries(const LossLedger& ledger)
-{
-    QStringList texts;
-    for (const LossLedger::Entry& entry : ledger.newEntries())
-        texts << text(entry.cause, entry.span);
-    return texts.join(", ");
-}
-
 } // namespace
 
 class TestLossLedger : public QObject
@@ -39,10 +31,8 @@ private Q_SLOTS:
     void aLossCountsForItsKeyAndInTheTotal();
     void aLossHasTheTimeOfTheFirstAndOfTheLastOne();
     void aTickCountsForEachKeyAndOnceInTheTotal();
-    void keysAreNamedOnceTheyHaveALoss();
     void nothingLostIsNoLoss();
     void manyLossesAreAnnouncedOnce();
-    void newEntriesAreTheLossesSinceTheLastPublishing();
     void aClearedLedgerHasNoLosses();
 };
 
@@ -52,8 +42,6 @@ void TestLossLedger::aNewLedgerHasNoLosses()
 
     QVERIFY(ledger.total().isEmpty());
     QVERIFY(ledger.ofKey("Arm").isEmpty());
-    QCOMPARE(ledger.keys(), QStringList());
-    QVERIFY(ledger.newEntries().isEmpty());
 }
 
 void TestLossLedger::aLossCountsForItsKeyAndInTheTotal()
@@ -96,18 +84,6 @@ void TestLossLedger::aTickCountsForEachKeyAndOnceInTheTotal()
     QCOMPARE(ledger.total().losses().skippedTicks, 1);
 }
 
-void TestLossLedger::keysAreNamedOnceTheyHaveALoss()
-{
-    LossLedger ledger;
-    LossAccount* const arm = ledger.account("Arm");
-    ledger.account("Leg");
-    QCOMPARE(ledger.keys(), QStringList());
-
-    ledger.record(arm, LossCause::Dropped, 1, 10, 10);
-
-    QCOMPARE(ledger.keys(), QStringList("Arm"));
-}
-
 void TestLossLedger::nothingLostIsNoLoss()
 {
     LossLedger ledger;
@@ -130,44 +106,24 @@ void TestLossLedger::manyLossesAreAnnouncedOnce()
     ledger.record(ledger.account("Arm"), LossCause::Dropped, 1, 10, 10);
     ledger.record(ledger.account("Arm"), LossCause::Dropped, 1, 11, 11);
     QCOMPARE(announcements, 1);
-    ledger.publish();
+    ledger.rearm();
     QCOMPARE(announcements, 1);
     ledger.record(ledger.account("Arm"), LossCause::Dropped, 1, 12, 12);
 
     QCOMPARE(announcements, 2);
 }
 
-void TestLossLedger::newEntriesAreTheLossesSinceTheLastPublishing()
-{
-    LossLedger ledger;
-    ledger.record(ledger.account("Arm"), LossCause::Dropped, 1, 10, 10);
-    QCOMPARE(newEntries(ledger), QString());
-    ledger.publish();
-    QCOMPARE(newEntries(ledger), QStringLiteral("1 dropped 10-10"));
-
-    ledger.record(ledger.account("Arm"), LossCause::Dropped, 2, 20, 21);
-    ledger.recordTicks({}, LossCause::MissedTick, 3, 22, 23);
-    ledger.publish();
-
-    QCOMPARE(newEntries(ledger), QStringLiteral("3 missed 22-23, 2 dropped 20-21"));
-    ledger.publish();
-    QCOMPARE(newEntries(ledger), QString());
-}
-
 void TestLossLedger::aClearedLedgerHasNoLosses()
 {
     LossLedger ledger;
     ledger.record(ledger.account("Arm"), LossCause::Dropped, 1, 10, 10);
-    ledger.publish();
+    ledger.rearm();
     ledger.record(ledger.account("Arm"), LossCause::Dropped, 1, 11, 11);
 
     ledger.clear();
-    QVERIFY(ledger.newEntries().isEmpty());
-    ledger.publish();
 
     QVERIFY(ledger.total().isEmpty());
     QVERIFY(ledger.ofKey("Arm").isEmpty());
-    QVERIFY(ledger.newEntries().isEmpty());
 }
 
 QTEST_APPLESS_MAIN(TestLossLedger)

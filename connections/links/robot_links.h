@@ -11,6 +11,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -27,12 +28,15 @@ namespace RobotLinks {
 /// In the order in which a help text shows them.
 LINKS_EXPORT QList<UrlScheme> schemes();
 
+/// A sentence for each plugin that cannot be loaded, with its file and the reason; none when all are loaded.
+LINKS_EXPORT QStringList pluginFailures();
+
 /// The link that the URL names, not yet open; null when the URL is not valid, with *error, if given, set to a sentence
 /// that says what is wrong and what is possible. Never opens anything: link->open() does.
 LINKS_EXPORT std::unique_ptr<RobotLink> createLink(const QString& url, QString* error);
 
 /// The writer to the robot that the URL names, not yet open; null when the URL is not valid or its robot cannot be
-/// written to, with *error as above.
+/// written to, with *error, if given, set to a sentence that says why.
 LINKS_EXPORT std::unique_ptr<RobotWriter> createWriter(const QString& url, QString* error);
 
 } // namespace RobotLinks

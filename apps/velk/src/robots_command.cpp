@@ -16,6 +16,8 @@ void addRobotsCommand(CommandContext& context)
         for (const UrlScheme& scheme : RobotLinks::schemes())
             text += QStringLiteral("%1\n    %2\n").arg(scheme.synopsis, scheme.description);
         context.console.write(text.toUtf8());
+        for (const QString& failure : RobotLinks::pluginFailures())
+            context.console.message(failure);
         return context.console.outputStatus();
     });
 }

@@ -21,6 +21,12 @@ struct Messages
     Q_DECLARE_TR_FUNCTIONS(Velk::RobotLinks)
 };
 
+/// The interface without its version: "MemoryKeyModel.ConnectionFactory".
+QString interfaceName(const QString& interfaceId)
+{
+    return interfaceId.section(QLatin1Char('/'), 0, 0);
+}
+
 // Relative to the library itself: an installation can be moved.
 QString installedFolder()
 {
@@ -49,16 +55,24 @@ FactoryPlugins loadFactoryPlugins(const QStringList& folders)
         for (const QFileInfo& file : files) {
             if (!QLibrary::isLibrary(file.fileName()))
                 continue;
+            const auto fail = [&plugins, &file](const QString& reason) {
+                plugins.failures.append(
+                    Messages::tr("The connection %1 cannot be loaded: %2").arg(file.absoluteFilePath(), reason));
+            };
             QPluginLoader loader(file.absoluteFilePath());
-            // A library of another interface is none of ours; one without any is not a plugin that Qt can read.
-            const QString interfaceId = loader.metaData().value(QStringLiteral("IID")).toString();
-            if (!interfaceId.isEmpty() && interfaceId != QLatin1String(MemoryKeyModel_ConnectionFactory_iid))
-                continue;
-            if (auto* const factory = qobject_cast<ConnectionFactory*>(loader.instance()))
-                plugins.factories.push_back(factory);
-            else
-                plugins.failures.append(Messages::tr("The connection %1 cannot be loaded: %2")
-                                            .arg(file.absoluteFilePath(), loader.errorString()));
+            const QString ownId = QStringLiteral(MemoryKeyModel_ConnectionFactory_iid);
+            const QString id = loader.metaData().value(QStringLiteral("IID")).toString();
+            // A library without an interface is not a plugin that Qt can read: its error string says why.
+            if (id == ownId || id.isEmpty()) {
+                if (auto* const factory = qobject_cast<ConnectionFactory*>(loader.instance()))
+                    plugins.factories.push_back(factory);
+                else
+                    fail(loader.isLoaded() ? Messages::tr("It is no connection of a robot.") : loader.errorString());
+            } else if (interfaceName(id) == interfaceName(ownId)) {
+                fail(Messages::tr("It was built for another version of this program (%1 and not %2). Build it again.")
+                         .arg(id, ownId));
+            }
+            // Another interface belongs to another program.
         }
     }
     return plugins;

@@ -105,6 +105,11 @@ QList<UrlScheme> RobotLinks::schemes()
     return schemes;
 }
 
+QStringList RobotLinks::pluginFailures()
+{
+    return factories().plugins.failures;
+}
+
 std::unique_ptr<RobotLink> RobotLinks::createLink(const QString& url, QString* error)
 {
     QString discarded;

@@ -3,6 +3,8 @@
 
 #include "velk_run.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -19,6 +21,7 @@ private Q_SLOTS:
     void aFailureHasItsStatusAndAMessage();
     void anUnknownSchemeSaysWhichExist();
     void theRobotsThatExistAreListed();
+    void aConnectionThatCannotBeLoadedIsNamedBesideTheRobots();
     void theVariableNamesTheRobot();
     void anOptionWinsOverTheVariable();
     void aReaderThatHasGoneIsNoError();
@@ -117,6 +120,22 @@ void TestVelk::theRobotsThatExistAreListed()
 
     QVERIFY2(velk.output().contains(QStringLiteral("sim:")), qPrintable(velk.output()));
     QVERIFY2(velk.output().contains(QStringLiteral("host:")), qPrintable(velk.output()));
+}
+
+void TestVelk::aConnectionThatCannotBeLoadedIsNamedBesideTheRobots()
+{
+    const QTemporaryDir folder;
+    QFile broken(folder.filePath(QStringLiteral("broken.so")));
+    QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("no library") > 0);
+    broken.close();
+    VelkRun velk(velkProgram);
+    velk.setVariable(QStringLiteral("MEMORYKEYMODEL_CONNECTIONS"), folder.path());
+
+    QCOMPARE(velk.run({QStringLiteral("robots")}), 0);
+
+    QVERIFY2(velk.output().contains(QStringLiteral("host:")), qPrintable(velk.output()));
+    QVERIFY2(velk.messages().contains(broken.fileName() + QStringLiteral(" cannot be loaded: ")),
+             qPrintable(velk.messages()));
 }
 
 void TestVelk::theVariableNamesTheRobot()

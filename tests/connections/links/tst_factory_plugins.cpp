@@ -22,20 +22,25 @@ private Q_SLOTS:
     void theErrorOfAPluginIsReported();
     void aBuiltSchemeIsNotTakenByAPlugin();
     void aPluginThatCannotBeLoadedIsNamedWhenASchemeIsUnknown();
+    void eachPluginThatCannotBeLoadedIsNamedWithTheReason_data();
+    void eachPluginThatCannotBeLoadedIsNamedWithTheReason();
+    void aPluginOfAnotherProgramIsNoFailure();
     void aRobotOfAPluginThatCannotWriteIsNotWrittenTo();
 
 private:
     QTemporaryDir m_brokenFolder;
 };
 
-// The folders are read once in a program: this program has a good one, one that is not there and a broken one.
+// The folders are read once in a program: this program has a good one, one that is not there, one with a
+// file that is no library, and one with libraries that are no connection of this version.
 void TestFactoryPlugins::initTestCase()
 {
     QFile broken(m_brokenFolder.filePath("broken.so"));
     QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("no library") > 0);
     QFile other(m_brokenFolder.filePath("README.txt"));
     QVERIFY(other.open(QIODevice::WriteOnly));
-    const QStringList folders{QStringLiteral(PLUGINS), QStringLiteral("/nowhere"), m_brokenFolder.path()};
+    const QStringList folders{QStringLiteral(PLUGINS), QStringLiteral("/nowhere"), m_brokenFolder.path(),
+                              QStringLiteral(WRONG_PLUGINS)};
     qputenv("MEMORYKEYMODEL_CONNECTIONS", folders.join(QDir::listSeparator()).toLocal8Bit());
 }
 
@@ -88,6 +93,38 @@ void TestFactoryPlugins::aPluginThatCannotBeLoadedIsNamedWhenASchemeIsUnknown()
     QVERIFY2(error.contains("“unknown”") && error.contains("plugged:"), qPrintable(error));
     QVERIFY2(error.contains(m_brokenFolder.filePath("broken.so")), qPrintable(error));
     QVERIFY2(!error.contains("README.txt"), qPrintable(error));
+}
+
+void TestFactoryPlugins::eachPluginThatCannotBeLoadedIsNamedWithTheReason_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("not a library") << m_brokenFolder.filePath("broken.so") << QString();
+    QTest::newRow("a library that is no plugin") << QStringLiteral(WRONG_PLUGINS "/libno_plugin.so") << QString();
+    QTest::newRow("an older interface") << QStringLiteral(WRONG_PLUGINS "/libolder_connection.so")
+                                        << QStringLiteral("MemoryKeyModel.ConnectionFactory/0.9");
+    QTest::newRow("no factory") << QStringLiteral(WRONG_PLUGINS "/libno_factory.so")
+                                << QStringLiteral("It is no connection of a robot.");
+}
+
+void TestFactoryPlugins::eachPluginThatCannotBeLoadedIsNamedWithTheReason()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, reason);
+
+    const QStringList failures = RobotLinks::pluginFailures().filter(file);
+
+    QCOMPARE(failures.size(), 1);
+    const QString stated = failures.first().section(file + QStringLiteral(" cannot be loaded: "), 1);
+    QVERIFY2(!stated.trimmed().isEmpty(), qPrintable(failures.first()));
+    QVERIFY2(stated.contains(reason), qPrintable(failures.first()));
+}
+
+void TestFactoryPlugins::aPluginOfAnotherProgramIsNoFailure()
+{
+    QVERIFY(QFile::exists(QStringLiteral(WRONG_PLUGINS "/libother_program.so")));
+
+    QCOMPARE(RobotLinks::pluginFailures().filter("other_program"), QStringList());
 }
 
 void TestFactoryPlugins::aRobotOfAPluginThatCannotWriteIsNotWrittenTo()

@@ -27,7 +27,7 @@ class RobotMemory;
 /// not wait for a feed that is writing; only the destructor does.
 ///
 /// Losses: samples and occurrences that did not fit in the buffer of their key are dropped, the oldest first; sampling
-/// ticks that a busy thread or a stopped process does not get to are missed.
+/// ticks that come due while the thread is busy or the process is stopped are missed.
 class EMBEDDED_EXPORT EmbeddedLink : public RobotLink
 {
     Q_OBJECT
@@ -54,8 +54,8 @@ public:
     void setRealTimeSupported(bool isSupported) { m_isRealTimeSupported = isSupported; }
     /// How many samples or occurrences of one key are kept for one delivery, from the next connection on, at least 1;
     /// 4096 at first.
-    int queueCapacity() const { return m_queueCapacity; }
-    void setQueueCapacity(int capacity);
+    int bufferCapacity() const { return m_bufferCapacity; }
+    void setBufferCapacity(int capacity);
 
 protected:
     void startConnecting() override;
@@ -73,7 +73,7 @@ private:
 
     const std::shared_ptr<RobotFeed> m_feed;
     bool m_isRealTimeSupported;
-    int m_queueCapacity = 4096;
+    int m_bufferCapacity = 4096;
     int m_run = 0; // counts the runs of the robot: a slot may have ended the one whose reports are handled
     std::mutex m_reportMutex;
     std::vector<RobotFeed::Report> m_reports; // of this run, from any thread, until takeReports()

@@ -46,9 +46,9 @@ QString EmbeddedLink::url() const
     return m_feed->url();
 }
 
-void EmbeddedLink::setQueueCapacity(int capacity)
+void EmbeddedLink::setBufferCapacity(int capacity)
 {
-    m_queueCapacity = std::max(capacity, 1);
+    m_bufferCapacity = std::max(capacity, 1);
 }
 
 void EmbeddedLink::startConnecting()
@@ -141,7 +141,7 @@ void EmbeddedLink::onReport(const RobotFeed::Report& report)
         if (isConnected())
             return;
         const boost::shared_ptr<EmbeddedMemoryInterface> service(
-            new EmbeddedMemoryInterface(memory(), &ledger(), m_queueCapacity, m_isRealTimeSupported));
+            new EmbeddedMemoryInterface(memory(), &ledger(), m_bufferCapacity, m_isRealTimeSupported));
         connect(&service->realTimeQuestion(), &RealTimeQuestion::answered, this, &EmbeddedLink::setRealTimeSupport);
         establish(service);
         return;

@@ -49,10 +49,10 @@ SampleLimits limitsPerKey(int capacity)
 } // namespace
 
 EmbeddedMemoryInterface::EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> memory, LossLedger* ledger,
-                                                 int queueCapacity, bool isRealTimeSupported)
+                                                 int bufferCapacity, bool isRealTimeSupported)
     : m_memory(std::move(memory))
     , m_ledger(ledger)
-    , m_budget(limitsPerKey(queueCapacity))
+    , m_budget(limitsPerKey(bufferCapacity))
 {
     connect(&m_schedule, &SamplingSchedule::groupingDue, this, [this] { m_schedule.setPeriods(m_watched.group()); });
     connect(&m_schedule, &SamplingSchedule::samplingDue, this, &EmbeddedMemoryInterface::sample);

@@ -31,9 +31,9 @@ class EmbeddedMemoryInterface : public MemoryInterface, public boost::enable_sha
     Q_OBJECT
 
 public:
-    /// `queueCapacity`: samples and occurrences of a key, at least 1, that are kept for one delivery. The ledger is
+    /// `bufferCapacity`: samples and occurrences of a key, at least 1, that are kept for one delivery. The ledger is
     /// used until shutDown().
-    EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> memory, LossLedger* ledger, int queueCapacity,
+    EmbeddedMemoryInterface(std::shared_ptr<RobotMemory> memory, LossLedger* ledger, int bufferCapacity,
                             bool isRealTimeSupported);
     ~EmbeddedMemoryInterface() override;
 

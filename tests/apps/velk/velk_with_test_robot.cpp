@@ -80,7 +80,7 @@ std::unique_ptr<RobotLink> testLink(const QUrlQuery& query)
     auto link = std::make_unique<EmbeddedLink>(memory);
     link->setRealTimeSupported(!query.hasQueryItem(QStringLiteral("no-real-time")));
     if (query.hasQueryItem(QStringLiteral("queue")))
-        link->setQueueCapacity(query.queryItemValue(QStringLiteral("queue")).toInt());
+        link->setBufferCapacity(query.queryItemValue(QStringLiteral("queue")).toInt());
     if (query.hasQueryItem(QStringLiteral("out-of-reach")))
         link->feed().outOfReach();
     obeySignals(link.get());

@@ -34,11 +34,11 @@ using Batch = QMap<QString, QMap<double, QVariant>>;
 /// A link to a robot memory, connected, and what it has delivered.
 struct Session
 {
-    explicit Session(int queueCapacity = 4096)
+    explicit Session(int bufferCapacity = 4096)
         : memory(std::make_shared<RobotMemory>())
         , link(std::make_unique<EmbeddedLink>(memory))
     {
-        link->setQueueCapacity(queueCapacity);
+        link->setBufferCapacity(bufferCapacity);
         link->open();
         isConnected = QTest::qWaitFor([this] { return link->isConnected(); }, timeoutMs);
         service = link->memoryInterface();
@@ -119,7 +119,7 @@ void TestEmbeddedLink::theLinkHasTheMemoryThatItWasGiven()
     QCOMPARE(link.memory().get(), memory.get());
     QCOMPARE(link.url(), QStringLiteral("embedded:"));
     QVERIFY(link.isRealTimeSupported());
-    QCOMPARE(link.queueCapacity(), 4096);
+    QCOMPARE(link.bufferCapacity(), 4096);
 }
 
 void TestEmbeddedLink::aLinkWithoutAMemoryMakesOne()

@@ -4,6 +4,7 @@
 // Connects a robot of one's own: implements its link and its memory service, and shows a key's values.
 
 #include <connections/link/robot_link.h>
+#include <connections/link/unix_time.h>
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <robotconnection/memory_interface.h>
 #include <session/robot_session.h>
@@ -17,7 +18,7 @@
 
 using namespace Velk;
 
-// The memory service. This robot has one wheel, and its clock counts the turns.
+// The memory service. This robot has one wheel, and counts its turns.
 class WheelMemory : public MemoryInterface
 {
 public:
@@ -52,7 +53,7 @@ private:
         ++m_turns;
         GatheredData batch;
         if (m_watched.contains(QStringLiteral("Wheel/Turns")))
-            batch[QStringLiteral("Wheel/Turns")][m_turns * 1.0] = m_turns;
+            batch[QStringLiteral("Wheel/Turns")][unixTime()] = m_turns;
         emit dataGathered(batch);
     }
 

@@ -19,12 +19,14 @@
 
 using namespace Velk;
 
+constexpr double start = 1700000000.0; // seconds since the Unix epoch: November 2023
+
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     const auto memory = std::make_shared<RobotMemory>();
     memory->declareEvent(QStringLiteral("Bumper"));
-    memory->setData(QStringLiteral("Arm/Position"), 0.25, 10.0); // at second 10 of the robot's clock
+    memory->setData(QStringLiteral("Arm/Position"), 0.25, start);
     RobotSession session(std::make_unique<EmbeddedLink>(memory));
     DisplayedMemoryKeyListModel& displayed = *session.displayedKeys();
     session.setWantedPeriod(200);
@@ -47,7 +49,7 @@ int main(int argc, char** argv)
             return;
         if (++samples == 5)
             displayed.stopRecording(); // the rows of a batch follow its signal: four are written
-        memory->setData(QStringLiteral("Arm/Position"), samples, 10.0 + samples / 4.0); // the robot goes on
+        memory->setData(QStringLiteral("Arm/Position"), samples, start + samples / 4.0); // the robot goes on
     });
     QObject::connect(&displayed, &DisplayedMemoryKeyListModel::recording, [](bool isRecording) {
         if (!isRecording)

@@ -49,8 +49,8 @@ public:
     /// than `limit`. Here: true.
     virtual bool waitUntilStopped(std::chrono::milliseconds limit);
 
-    // Reports, from any thread at any time. Without an open link they have no effect. The link follows them from its
-    // event loop; a change of reach that was undone by then is left out.
+    // Reports, from any thread at any time. Without an open link they have no effect. The link handles them in its
+    // event loop. If the robot went out of reach and came back before that, neither report has an effect.
 
     /// The robot writes, and its keys are declared: the link connects.
     void inReach();
@@ -79,7 +79,8 @@ private:
     /// Whether a report by the calling thread is still of interest: not when the start() that it belongs to was
     /// stopped. Here: true.
     virtual bool isReportInTime() const;
-    /// Where reports go, on the reporting thread; an empty function for nowhere. Returns when no report is under way.
+    /// Sets the function that receives reports, on the reporting thread; an empty one for none. Returns when no report
+    /// is being delivered.
     void setReceiver(std::function<void(const Report&)> receiver);
     void report(const Report& report);
 

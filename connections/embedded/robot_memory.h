@@ -27,10 +27,12 @@ struct MemorySample
 /// The key-value memory of a robot whose code runs in this process: what the code writes, an EmbeddedLink shows to the
 /// models.
 ///
-/// A name is a key of one kind, the kind of the first declaration or write: a data key holds its newest value, which is
-/// sampled, or gets samples that are each delivered; an event or a micro-event key has occurrences, each of which is
-/// delivered. Everything here may be called from any thread at any time, and waits for other callers only. Nothing
-/// throws.
+/// A name has one kind, that of its first declaration or write. A data key holds its newest value, which is sampled, or
+/// gets samples that are each delivered. An event or micro-event key has occurrences, each of which is delivered.
+/// Everything here may be called from any thread at any time, and waits for other callers only. Nothing throws.
+///
+/// A RobotWriter does the same for a robot whose memory is in another process, where a write can fail later: setData()
+/// is its put(), raiseEvent() and raiseMicroEvent() its raise(), removeKey() its remove().
 ///
 /// Time stamps are seconds since the Unix epoch and ascend strictly per key: a stamp that is not later than the key's
 /// last one, as after a clock was set back, becomes the next double above that one.
@@ -51,8 +53,8 @@ public:
     /// Sets the value of a data key, which need not exist. A sample of it carries the time at which it was sampled.
     /// False, with nothing changed, when the name is a key of another kind: remove that one first.
     bool setData(const QString& name, const QVariant& value);
-    /// The same for a value whose time the robot knows better: a sample of it carries this time stamp, and it is not
-    /// sampled twice by one watcher. False also when the time stamp is not a finite number.
+    /// The same with the time stamp of the robot: a sample of the value carries it, and one watcher samples the value
+    /// once. False also when the time stamp is not a finite number.
     bool setData(const QString& name, const QVariant& value, double timeStamp);
 
     /// Adds a sample to a data key, which need not exist: for a robot that produces each sample itself. The sample is

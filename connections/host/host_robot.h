@@ -12,7 +12,6 @@
 #include <QVariant>
 
 #include <memory>
-#include <optional>
 
 namespace Velk {
 
@@ -26,14 +25,14 @@ class RobotMemory;
 class HOST_EXPORT HostRobot
 {
 public:
-    /// Milliseconds between two readings: what the loads and rates are taken over.
+    /// Milliseconds between two readings, over which loads and rates are averaged.
     static constexpr int readingPeriodMs = 500;
 
     /// Reads nothing yet. The memory must not be null. `root` is where proc and sys are found.
     explicit HostRobot(std::shared_ptr<RobotMemory> memory, const QString& root = QStringLiteral("/"));
     ~HostRobot();
 
-    /// Whether this computer gives out figures where we look for them.
+    /// Whether the figures can be read below `root`.
     bool isReadable() const;
     /// Reads the figures and writes them; raises the events of what has changed since the reading before. `now`:
     /// seconds on a clock that only goes forward. A load or rate gets its first value at the second reading.

@@ -24,8 +24,8 @@ struct UrlScheme
     QString description; ///< one line in the program's language: "a simulated mobile robot with an arm"
 };
 
-/// What a connection offers to programs that open robots by URL. One that is built with this project is declared to
-/// CMake by memorykeymodel_offer_connection(); one from outside is a Qt plugin:
+/// What a connection offers to programs that open robots by URL. A connection of this project is declared to CMake by
+/// memorykeymodel_offer_connection(); any other is a Qt plugin:
 ///
 ///     class ClockPlugin : public QObject, public Velk::ConnectionFactory
 ///     {

@@ -34,8 +34,8 @@ public:
 Q_SIGNALS:
     /// Emitted at the first question without an answer. The connection then measures or looks it up.
     void asked();
-    /// The answer was queued to an asker. Emitted once, after it was queued to everyone who has asked so far. A slot
-    /// may delete this object.
+    /// The answer was queued to an asker. Emitted once, after it was queued to all askers so far. A slot may delete
+    /// this object.
     void answered(bool isSupported);
 
 private:

@@ -83,8 +83,8 @@ Q_SIGNALS:
     void failed(const QString& title, const QString& message);
     /// lossLedger() has new entries. At most once per turn of the event loop.
     void lossesRecorded();
-    /// realTimeSupport() has its answer, once for each connection on which someone asked. Emitted from the event loop,
-    /// after the asker was answered.
+    /// realTimeSupport() has its answer: at most once per connection, after the first question. Emitted from the event
+    /// loop, after the asker was answered.
     void realTimeSupportAnswered(bool isSupported);
 
 protected:

@@ -20,20 +20,21 @@
 namespace Velk {
 
 /// Writes a robot's memory from outside the robot's process: the other side of a RobotLink, for connections whose
-/// memory can be written to.
+/// memory can be written to. A robot's code in this process writes into a RobotMemory (connections/embedded) instead:
+/// at once, from any thread, and with a kind in the name of each function.
 ///
 /// Keeps its connection up by itself until close() is called. What was declared and the newest value of each data key
 /// are written again after every reconnection: the other side may have come back empty. Occurrences that are raised
 /// without a connection are lost and counted. Time stamps are seconds since the Unix epoch.
 ///
-/// Lives on one thread; every signal is emitted there. No call blocks.
+/// Lives on one thread; every signal is emitted there. No call waits for the robot or a network.
 class LINK_EXPORT RobotWriter : public QObject
 {
     Q_OBJECT
 
 public:
     /// Receives how a write ended: an empty text, or a sentence that says what went wrong. Called at most once, from
-    /// the event loop; not at all when the connection is lost before the other side has answered.
+    /// the event loop; not at all without a connection, or when it is lost before the other side has answered.
     using Done = std::function<void(const QString& error)>;
 
     explicit RobotWriter(QObject* parent = nullptr);

@@ -52,7 +52,7 @@ private:
 /// same key are dropped until the new one fits. The new sample is dropped if it does not fit even then: its key has no
 /// samples in the buffer, or it is larger than what the other keys leave. Dropped samples are counted.
 ///
-/// Not thread-safe; an empty buffer does not touch the budget when it is destroyed. Keeps the memory of up to 1024
+/// Not thread-safe; the destructor uses the budget only if samples are left. Keeps the memory of up to 1024
 /// samples from one delivery to the next: adding a sample allocates nothing then.
 class LINK_EXPORT SampleBuffer
 {

@@ -39,7 +39,8 @@ public:
     /// Starts with a grouping. If the schedule runs already, only the delivery period changes. Periods are
     /// milliseconds, at least 1.
     void start(int gatherPeriodMs);
-    /// Reports missed ticks, and emits nothing after that. The sampling periods are forgotten.
+    /// Reports missed ticks, and emits nothing after that. The newest tick that is due counts as stopped and not as
+    /// missed: it may have come due in this very turn. The sampling periods are forgotten.
     void stop();
     /// Counts from the last delivery. Nothing unless it runs.
     void setGatherPeriod(int periodMs);
@@ -55,7 +56,7 @@ Q_SIGNALS:
     void groupingDue();
     /// The keys of this sampling period are to be sampled, once; `missed` ticks of theirs came due before.
     void samplingDue(int periodMs, qint64 missed);
-    /// So many ticks of this sampling period were missed, up to now. Emitted within scheduleGrouping() and stop(): a
+    /// `count` ticks of this sampling period were missed so far. Emitted within scheduleGrouping() and stop(): a
     /// slot counts them, and does not change this object.
     void ticksMissed(int periodMs, qint64 count);
     /// What was gathered is to be delivered. The last signal of a turn.

@@ -15,7 +15,7 @@ namespace Velk {
 class SamplingTicks
 {
 public:
-    /// What is due at some moment. Several ticks that have come due together are one, and the others are missed.
+    /// What is due at some moment. If several ticks are due, the newest one is taken and the others are missed.
     struct Due
     {
         bool isDue = false;
@@ -31,7 +31,7 @@ public:
 
     int periodMs() const { return m_periodMs; }
     /// The ticks of the new period go on from the last one: frequent changes of the period do not delay the next tick.
-    /// Ticks that the new period would have had before `now` are not missed ones.
+    /// Ticks before `now` do not count as missed.
     void setPeriod(int periodMs, qint64 now)
     {
         m_periodMs = std::max(periodMs, 1);

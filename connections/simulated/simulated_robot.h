@@ -18,11 +18,11 @@ namespace Velk {
 
 class RobotMemory;
 
-/// A mobile robot with an arm, simulated: it writes into a robot memory what the real one would.
+/// A simulated mobile robot with an arm, which writes its values into a robot memory.
 ///
-/// It drives rounds of a figure eight through its hall while the arm works, and every five minutes it stands at the
-/// charging station for one. Everything it writes is a function of the seed and the number of the step alone: two
-/// robots with one seed that are stepped alike write the same, on every machine of one floating-point arithmetic.
+/// It drives rounds of a figure eight through its hall while the arm works, and charges for one minute in every five.
+/// What it writes depends only on the seed and the number of the step: two robots with the same seed write the same, on
+/// every machine with the same floating-point arithmetic.
 ///
 /// Units: metres, radians, seconds, amperes, volts, degrees Celsius, per cent. Not thread-safe; the memory is.
 class SIMULATED_EXPORT SimulatedRobot
@@ -40,8 +40,8 @@ public:
     SimulatedRobot(const Parameters& parameters, std::shared_ptr<RobotMemory> memory);
     ~SimulatedRobot();
 
-    /// Declares all keys, and gives every data key its value of the present step. Stops early when `mayGoOn` says so,
-    /// which is asked every so many extra keys; the next call goes on there.
+    /// Declares all keys, and gives every data key its value of the present step. Returns early when `mayGoOn`
+    /// returns false, which is checked after some thousand extra keys; the next call continues there.
     void declareKeys(const std::function<bool()>& mayGoOn = {});
     /// Goes on by one step and writes what changes: the robot's own data keys, a part of the extra keys when
     /// there are many, and the events of this step.

@@ -19,7 +19,7 @@ struct Disconnect
 };
 using Server = std::unique_ptr<redisContext, Disconnect>;
 
-// Runs a command whose words hold no blanks, but for those that stand for %s.
+// Runs a command without blanks in its words; each %s is replaced by the next argument.
 template <typename... Words>
 void command(const Server& server, const char* format, const Words&... words)
 {

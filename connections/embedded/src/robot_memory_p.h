@@ -26,7 +26,7 @@ struct MemoryListener
     {}
 
     SampleBuffer buffer;
-    SampleStamps stamps; // of the samples in it, also when they were taken
+    SampleStamps stamps; // of the samples that were added, also after a delivery
 };
 
 /// What the memory knows about one name. Guarded by the memory's mutex.
@@ -43,7 +43,7 @@ struct MemorySlot
     std::vector<MemoryListener*> listeners; // of the watchers that run; not owned
 };
 
-/// The store itself: what RobotMemory offers to the robot's code, and what a memory interface reads it through.
+/// The implementation of RobotMemory, and what EmbeddedMemoryInterface uses of it.
 class RobotMemoryPrivate
 {
 public:

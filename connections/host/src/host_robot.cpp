@@ -20,7 +20,7 @@ namespace {
 
 constexpr int readingsPerSlowReading = 10;
 
-// Low below the one share of available memory, and not again before it was above the other: no event at each wobble.
+// Hysteresis: the event is raised below 10 % of available memory, and re-armed above 15 %.
 constexpr double lowMemoryShare = 0.10;
 constexpr double ampleMemoryShare = 0.15;
 
@@ -36,7 +36,7 @@ double percent(double part, double whole)
     return whole > 0.0 ? 100.0 * part / whole : 0.0;
 }
 
-/// Invalid when nothing can be said yet; 0 when a counter began afresh.
+/// Invalid at the first reading; 0 after a counter was reset.
 QVariant rate(quint64 before, quint64 now, double seconds)
 {
     if (seconds <= 0.0)
@@ -50,7 +50,7 @@ struct HostRobot::Reading
 {
     double time = 0.0;
     QMap<int, ProcText::CpuTimes> cpus;
-    QMap<int, QVariantList> cpuUse; // load, user, system, wait, of the last readings between which time was counted
+    QMap<int, QVariantList> cpuUse; // load, user, system, wait, from the last two readings that differ
     QMap<QString, ProcText::Traffic> interfaces;
     QMap<QString, ProcText::Traffic> disks;
     QMap<QString, bool> areInterfacesUp;
@@ -190,7 +190,7 @@ void HostRobot::addTraffic(Values& values, Reading& reading) const
         values.insert(key(network, interface.key(), "Sent"), interface->out);
     }
 
-    // Whole disks; their partitions would count the same bytes again, and loop devices those of the disk below.
+    // Whole disks only: partitions and loop devices would count the same bytes again.
     const QMap<QString, ProcText::Traffic> devices = ProcText::diskTraffic(contents(QStringLiteral("proc/diskstats")));
     for (auto device = devices.begin(); device != devices.end(); ++device) {
         const bool isVirtual =

@@ -11,6 +11,7 @@
 #include <QMimeData>
 
 #include <algorithm>
+#include <utility>
 
 namespace Velk {
 
@@ -161,7 +162,7 @@ void CatalogueModel::refreshSelection()
         load();
         return;
     }
-    for (const MemoryKey& key : qAsConst(missing))
+    for (const MemoryKey& key : std::as_const(missing))
         insertKey(key);
     if (!m_keys.empty())
         emit dataChanged(index(0, 0), index(count() - 1, ColumnCount - 1),

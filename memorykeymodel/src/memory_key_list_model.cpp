@@ -6,6 +6,8 @@
 #include <robotconnection/connection_manager.h>
 #include <robotconnection/memory_interface.h>
 
+#include <utility>
+
 namespace Velk {
 
 namespace {
@@ -101,7 +103,7 @@ void MemoryKeyListModel::updateKeyNatures()
 
     // The rest visits the selected keys and the user keys only, not every name that the robot lists.
     m_unknownKeys.clear();
-    for (const MemoryKey& key : qAsConst(m_selectedKeys)) {
+    for (const MemoryKey& key : std::as_const(m_selectedKeys)) {
         if (!m_dataKeys.contains(key) && !m_eventKeys.contains(key))
             m_unknownKeys.insert(MemoryKey(key.name(), key.description(), UnknownNature));
     }
@@ -112,7 +114,7 @@ void MemoryKeyListModel::updateKeyNatures()
     // the element of either operand, and the catalogue's element must replace the selected one.
     QSet<MemoryKey> selectedKeys;
     selectedKeys.reserve(m_selectedKeys.size());
-    for (const MemoryKey& key : qAsConst(m_selectedKeys)) {
+    for (const MemoryKey& key : std::as_const(m_selectedKeys)) {
         for (const QSet<MemoryKey>* keys : {&m_dataKeys, &m_eventKeys, &m_unknownKeys}) {
             const auto found = keys->constFind(key);
             if (found != keys->constEnd()) {

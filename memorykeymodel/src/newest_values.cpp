@@ -4,6 +4,7 @@
 #include "newest_values.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Velk {
 
@@ -82,7 +83,7 @@ void NewestValues::findTheAnnouncedKeys(const std::vector<BatchMatcher::Match>& 
             matchByKey.insert(displayed.key(), *match);
         ++match;
     }
-    for (const DisplayedMemoryKey& announced : qAsConst(m_announced))
+    for (const DisplayedMemoryKey& announced : std::as_const(m_announced))
         m_walkToMatch.push_back(matchByKey.value(announced.key()));
 }
 

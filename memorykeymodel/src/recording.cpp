@@ -11,6 +11,8 @@
 #include <QFileInfo>
 #include <QStringList>
 
+#include <utility>
+
 namespace Velk {
 
 // tr() is called with the class of the model: lupdate finds no context for a plain tr() in a nested class.
@@ -32,7 +34,7 @@ void DisplayedMemoryKeyListModel::Recording::start()
         return;
     }
     QStringList columns;
-    for (const DisplayedMemoryKey& displayed : qAsConst(m_model->m_displayedKeys))
+    for (const DisplayedMemoryKey& displayed : std::as_const(m_model->m_displayedKeys))
         columns << displayed.key().name();
     if (!writeLine(recordHeader(columns))) {
         abandonFile(DisplayedMemoryKeyListModel::tr("Could not write data.\n"
@@ -49,7 +51,7 @@ void DisplayedMemoryKeyListModel::Recording::start()
         return; // a slot ended this recording: its initial values have no file to go to
 
     GatheredData newestValues;
-    for (const DisplayedMemoryKey& displayed : qAsConst(m_model->m_displayedKeys)) {
+    for (const DisplayedMemoryKey& displayed : std::as_const(m_model->m_displayedKeys)) {
         const Samples history = displayed.valueHistory();
         if (!history.isEmpty())
             newestValues[displayed.key().name()].insert(history.lastKey(), history.last());

@@ -15,6 +15,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Velk;
 
@@ -165,7 +166,7 @@ private:
             if (m_random.bounded(4) == 0)
                 m_deliveredNames = someNames();
             Batch batch;
-            for (const QString& name : qAsConst(m_deliveredNames)) {
+            for (const QString& name : std::as_const(m_deliveredNames)) {
                 Samples samples;
                 for (int count = int(m_random.bounded(3)); count >= 0; --count)
                     samples.insert(m_time + m_random.bounded(5) * 0.125, anyValue());

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace Velk {
 
@@ -42,10 +43,10 @@ KeysTask::KeysTask(std::unique_ptr<RobotLink> link, Console& console, int timeou
 void KeysTask::onListed(const MemoryKeyListModel& catalogue)
 {
     QSet<MemoryKey> keys = catalogue.keys();
-    for (const QString& name : qAsConst(m_options.names))
+    for (const QString& name : std::as_const(m_options.names))
         keys.insert(MemoryKey(name, name, UnknownNature));
     QVector<QRegularExpression> filters;
-    for (const QString& filter : qAsConst(m_options.filters))
+    for (const QString& filter : std::as_const(m_options.filters))
         filters.append(keyPattern(filter));
     const auto passes = [&](const MemoryKey& key) {
         if ((key.nature() & m_options.natures) == 0)

@@ -81,7 +81,7 @@ void WatchTask::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
     }
 
     if (m_isInPlace) {
-        for (const Sample& sample : qAsConst(samples)) {
+        for (const Sample& sample : std::as_const(samples)) {
             m_rows[sample.row].time = clockTime(sample.time);
             m_rows[sample.row].value = valueText(sample.value);
         }
@@ -93,7 +93,7 @@ void WatchTask::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
         return left.time != right.time ? left.time < right.time : left.row < right.row;
     });
     QByteArray lines;
-    for (const Sample& sample : qAsConst(samples)) {
+    for (const Sample& sample : std::as_const(samples)) {
         if (m_format == JsonLines)
             lines += jsonLine({{QStringLiteral("time"), sample.time},
                                {QStringLiteral("key"), m_keys.at(sample.row).name()},

@@ -97,7 +97,7 @@ public:
     {
         connect(&m_gatherTimer, &QTimer::timeout, this, [this] {
             QMap<QString, QMap<double, QVariant>> batch;
-            for (const QString& name : qAsConst(m_watchedNames))
+            for (const QString& name : std::as_const(m_watchedNames))
                 batch[name].insert(++m_time, 42);
             emit dataGathered(batch);
         });

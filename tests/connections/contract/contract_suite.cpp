@@ -5,6 +5,8 @@
 #include "contract_connection_tests.h"
 #include "contract_list_tests.h"
 #include "contract_model_tests.h"
+#include "contract_occurrence_tests.h"
+#include "contract_sampling_tests.h"
 #include "contract_subject.h"
 #include "contract_watcher_tests.h"
 
@@ -38,12 +40,15 @@ int runContractSuite(int argc, char** argv, const ContractSubjectFactory& create
     ContractConnectionTests connectionTests(createSubject);
     ContractListTests listTests(createSubject);
     ContractWatcherTests watcherTests(createSubject);
+    ContractSamplingTests samplingTests(createSubject);
+    ContractOccurrenceTests occurrenceTests(createSubject);
     ContractModelTests modelTests(createSubject);
     ContractBlockingTests blockingTests(createSubject);
     int failures = 0;
     int runs = 0;
     for (QObject* tests : {static_cast<QObject*>(&connectionTests), static_cast<QObject*>(&listTests),
-                           static_cast<QObject*>(&watcherTests), static_cast<QObject*>(&modelTests),
+                           static_cast<QObject*>(&watcherTests), static_cast<QObject*>(&samplingTests),
+                           static_cast<QObject*>(&occurrenceTests), static_cast<QObject*>(&modelTests),
                            static_cast<QObject*>(&blockingTests)}) {
         if (!isAskedFor(*tests, arguments))
             continue;

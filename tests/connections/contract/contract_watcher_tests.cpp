@@ -3,7 +3,7 @@
 
 #include "contract_watcher_tests.h"
 
-#include "contract_helpers.h"
+#include "contract_session.h"
 
 #include <QEventLoop>
 #include <QTest>
@@ -13,67 +13,13 @@
 
 namespace Velk {
 
-namespace {
-
-constexpr int hoursMs = 9999990;
-
-const QString data = QStringLiteral("Contract/Data");
-const QString otherData = QStringLiteral("Contract/Other");
-const QString anEvent = QStringLiteral("Contract/Event");
-const QString aMicroEvent = QStringLiteral("Contract/MicroEvent");
-const QString probe = QStringLiteral("Contract/Probe");
-
-/// A subject with a connected link and its memory service.
-struct Session
-{
-    explicit Session(const ContractSubjectFactory& createSubject)
-        : subject(createSubject())
-        , link(subject->createLink())
-        , isConnected(connectLink(*link))
-        , memory(link->memoryInterface())
-        , log(isConnected ? std::make_unique<BatchLog>(*memory) : nullptr)
-    {}
-
-    bool startWatching(const QStringList& names, int watchPeriod = 20, int gatherPeriod = 200, int samplingPeriod = 0)
-    {
-        return isConnected &&
-               Velk::startWatching(*subject, *memory, *log, names, watchPeriod, gatherPeriod, samplingPeriod);
-    }
-
-    std::unique_ptr<ContractSubject> subject;
-    std::unique_ptr<RobotLink> link;
-    bool isConnected;
-    boost::shared_ptr<MemoryInterface> memory;
-    std::unique_ptr<BatchLog> log;
-};
-
-void raise(ContractSubject& subject, const QString& name, const QVariant& value)
-{
-    if (name == aMicroEvent)
-        subject.raiseMicroEvent(name, value);
-    else if (name == anEvent)
-        subject.raiseEvent(name, value);
-    else
-        subject.setData(name, value);
-}
-
-QJsonArray numbers(int first, int last)
-{
-    QJsonArray numbers;
-    for (int i = first; i <= last; ++i)
-        numbers.append(i);
-    return numbers;
-}
-
-} // namespace
-
 ContractWatcherTests::ContractWatcherTests(ContractSubjectFactory createSubject)
     : m_createSubject(std::move(createSubject))
 {}
 
 void ContractWatcherTests::watchedKeysAreDeliveredAndNoOthers()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     session.subject->setData(otherData, 2);
 
@@ -86,7 +32,7 @@ void ContractWatcherTests::watchedKeysAreDeliveredAndNoOthers()
 
 void ContractWatcherTests::nothingIsDeliveredUnlessTheWatcherRuns()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     QVERIFY(session.isConnected);
     session.subject->setData(data, 1);
 
@@ -103,7 +49,7 @@ void ContractWatcherTests::nothingIsDeliveredUnlessTheWatcherRuns()
 
 void ContractWatcherTests::batchesComeAlsoWhenThereIsNothingToDeliver()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     QVERIFY(session.isConnected);
 
     session.memory->startWatcher(200, 0);
@@ -114,7 +60,7 @@ void ContractWatcherTests::batchesComeAlsoWhenThereIsNothingToDeliver()
 
 void ContractWatcherTests::batchesArriveOnTheModelsThread()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     QVERIFY(session.startWatching({data}));
 
@@ -122,326 +68,9 @@ void ContractWatcherTests::batchesArriveOnTheModelsThread()
     QVERIFY(session.log->wasAlwaysOnThread(thread()));
 }
 
-void ContractWatcherTests::valuesKeepTheirType_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("true") << QVariant(true) << QStringLiteral("true");
-    QTest::newRow("false") << QVariant(false) << QStringLiteral("false");
-    QTest::newRow("whole number") << QVariant(-42) << QStringLiteral("-42");
-    QTest::newRow("fraction") << QVariant(0.1) << QStringLiteral("0.1");
-    QTest::newRow("large number") << QVariant(1.5e300) << QStringLiteral("1.5e+300");
-    QTest::newRow("text") << QVariant(QStringLiteral("grün; \"ja\"\n関節")) << QStringLiteral("grün; \"ja\"\n関節");
-    QTest::newRow("empty text") << QVariant(QStringLiteral("")) << QString();
-    QTest::newRow("text that looks like a number") << QVariant(QStringLiteral("1.50")) << QStringLiteral("1.50");
-    QTest::newRow("list") << QVariant(QVariantList{1, QStringLiteral("a"), false}) << QString();
-    QTest::newRow("map") << QVariant(QVariantMap{{QStringLiteral("x"), 1.5}, {QStringLiteral("y"), QVariantList{}}})
-                         << QString();
-}
-
-void ContractWatcherTests::valuesKeepTheirType()
-{
-    QFETCH(QVariant, value);
-    QFETCH(QString, text);
-    Session session(m_createSubject);
-    session.subject->setData(data, value);
-    session.subject->raiseEvent(anEvent, false);
-    QVERIFY(session.startWatching({data, anEvent}));
-
-    session.subject->raiseEvent(anEvent, value);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) > 0);
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(anEvent) > 0);
-    QCOMPARE(session.log->values(data).first(), QJsonValue::fromVariant(value));
-    QCOMPARE(session.log->values(anEvent).first(), QJsonValue::fromVariant(value));
-    QCOMPARE(session.log->lastValue(data).toString(), text);
-    QCOMPARE(session.log->lastValue(anEvent).toString(), text);
-}
-
-void ContractWatcherTests::aSampleIsTheValueOfItsMoment()
-{
-    Session session(m_createSubject);
-    session.subject->setData(data, 1);
-    QVERIFY(session.startWatching({data}));
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) > 0);
-
-    session.subject->setData(data, 2);
-
-    CONTRACT_TRY_COMPARE(session.log->lastValue(data).toInt(), 2);
-    const int delivered = session.log->sampleCount(data);
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) > delivered + 5);
-    // Once the new value was seen, the old one does not come back.
-    const QJsonArray values = session.log->values(data);
-    QCOMPARE(values.first().toInt(), 1);
-    for (int i = delivered; i < values.size(); ++i)
-        QCOMPARE(values.at(i).toInt(), 2);
-}
-
-void ContractWatcherTests::aBatchHoldsSeveralSamplesOfAKey()
-{
-    Session session(m_createSubject);
-    session.subject->setData(data, 1);
-
-    QVERIFY(session.startWatching({data}, 20, 400));
-
-    CONTRACT_TRY_VERIFY(session.log->largestBatchOf(data) >= 2);
-}
-
-void ContractWatcherTests::timeStampsAscendStrictly()
-{
-    Session session(m_createSubject);
-    session.subject->setData(data, 0);
-    session.subject->raiseEvent(anEvent, 0);
-    QVERIFY(session.startWatching({data, anEvent}, 10));
-
-    for (int i = 1; i <= 200; ++i) {
-        session.subject->raiseEvent(anEvent, i);
-        session.subject->setData(data, i);
-    }
-
-    CONTRACT_TRY_COMPARE(session.log->sampleCount(anEvent), 200);
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) >= 20);
-    QCOMPARE(session.log->misplacedTimeStamp(), QString());
-}
-
-void ContractWatcherTests::timeStampsAscendAcrossStopAndStart()
-{
-    Session session(m_createSubject);
-    session.subject->setData(data, 0);
-    QVERIFY(session.startWatching({data}));
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) > 0);
-    session.memory->stopWatcher();
-    session.memory->unwatchAll();
-    const int delivered = session.log->sampleCount(data);
-
-    session.memory->watchKey(data, 20);
-    session.memory->startWatcher(200, 0);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) > delivered + 5);
-    QCOMPARE(session.log->misplacedTimeStamp(), QString());
-}
-
-void ContractWatcherTests::withoutASamplingPeriodEachKeyHasItsOwn()
-{
-    Session session(m_createSubject);
-    QVERIFY(session.isConnected);
-    session.subject->setData(data, 1);
-    session.subject->setData(otherData, 1);
-
-    session.memory->watchKey(data, 20);
-    session.memory->watchKey(otherData, hoursMs);
-    session.memory->startWatcher(200, 0);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) >= 20);
-    QCOMPARE(session.log->sampleCount(otherData), 0);
-}
-
-void ContractWatcherTests::aSamplingPeriodHoldsForEveryKey()
-{
-    Session session(m_createSubject);
-    QVERIFY(session.isConnected);
-    session.subject->setData(data, 1);
-    session.subject->setData(otherData, 1);
-
-    session.memory->watchKey(data, 20);
-    session.memory->watchKey(otherData, hoursMs);
-    session.memory->startWatcher(200, 20);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(otherData) >= 5);
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) >= 5);
-}
-
-void ContractWatcherTests::aShorterSamplingPeriodTakesEffectAtOnce()
-{
-    Session session(m_createSubject);
-    QVERIFY(session.isConnected);
-    session.subject->setData(data, 1);
-    session.memory->watchKey(data, 20);
-    session.memory->startWatcher(200, hoursMs);
-    CONTRACT_TRY_VERIFY(session.log->count() >= 2);
-    QCOMPARE(session.log->sampleCount(data), 0);
-
-    session.memory->setSamplingPeriod(20);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) >= 5);
-}
-
-void ContractWatcherTests::aShorterGatherPeriodTakesEffectAtOnce()
-{
-    Session session(m_createSubject);
-    QVERIFY(session.isConnected);
-    session.subject->setData(data, 1);
-    session.memory->watchKey(data, 20);
-    session.memory->startWatcher(hoursMs, 0);
-    QVERIFY(waitForSomeBatches(*session.subject));
-    QCOMPARE(session.log->count(), 0);
-
-    session.memory->setGatherPeriod(200);
-
-    CONTRACT_TRY_VERIFY(session.log->count() >= 2);
-    QVERIFY(session.log->sampleCount(data) > 0);
-}
-
-void ContractWatcherTests::aShorterWatchPeriodTakesEffectAtOnce()
-{
-    Session session(m_createSubject);
-    QVERIFY(session.isConnected);
-    session.subject->setData(data, 1);
-    session.memory->watchKey(data, hoursMs);
-    session.memory->startWatcher(200, 0);
-    CONTRACT_TRY_VERIFY(session.log->count() >= 2);
-    QCOMPARE(session.log->sampleCount(data), 0);
-
-    session.memory->watchKey(data, 20);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) >= 5);
-}
-
-void ContractWatcherTests::periodsMayChangeTogetherAndRepeatedly()
-{
-    Session session(m_createSubject);
-    session.subject->setData(data, 1);
-    session.subject->raiseEvent(anEvent, 0);
-    QVERIFY(session.startWatching({data, anEvent}, 20, 200, 20));
-
-    // More often than either period, for a while: neither sampling nor delivering may be put off for ever by it.
-    QTimer changes;
-    bool isSlower = false;
-    connect(&changes, &QTimer::timeout, this, [&session, &isSlower] {
-        isSlower = !isSlower;
-        session.memory->setGatherPeriod(isSlower ? 400 : 200);
-        session.memory->setSamplingPeriod(isSlower ? 40 : 30);
-    });
-    changes.start(10);
-    session.subject->raiseEvent(anEvent, 1);
-    const int delivered = session.log->sampleCount(data);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) > delivered + 5);
-    CONTRACT_TRY_COMPARE(session.log->values(anEvent), QJsonArray{1});
-    QCOMPARE(session.log->misplacedTimeStamp(), QString());
-}
-
-void ContractWatcherTests::startingARunningWatcherDeliversNothingTwice()
-{
-    Session session(m_createSubject);
-    session.subject->raiseEvent(anEvent, 0);
-    QVERIFY(session.startWatching({anEvent}));
-
-    session.memory->startWatcher(200, 0);
-    for (int i = 1; i <= 10; ++i)
-        session.subject->raiseEvent(anEvent, i);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(anEvent) >= 10);
-    QVERIFY(waitForSomeBatches(*session.subject));
-    QCOMPARE(session.log->values(anEvent), numbers(1, 10));
-}
-
-void ContractWatcherTests::everyOccurrenceIsDeliveredOnce_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("event") << anEvent;
-    QTest::newRow("micro-event") << aMicroEvent;
-}
-
-void ContractWatcherTests::everyOccurrenceIsDeliveredOnce()
-{
-    QFETCH(QString, name);
-    Session session(m_createSubject);
-    raise(*session.subject, name, 0);
-    // A watch period of hours: occurrences do not depend on sampling.
-    session.memory->watchKey(name, hoursMs);
-    QVERIFY(session.startWatching({}));
-    const int batchesBefore = session.log->count();
-
-    for (int i = 1; i <= 50; ++i)
-        raise(*session.subject, name, i);
-    CONTRACT_TRY_COMPARE(session.log->sampleCount(name), 50);
-    for (int i = 51; i <= 100; ++i)
-        raise(*session.subject, name, i);
-    CONTRACT_TRY_COMPARE(session.log->sampleCount(name), 100);
-    QVERIFY(waitForSomeBatches(*session.subject));
-
-    QCOMPARE(session.log->values(name), numbers(1, 100));
-    QVERIFY(session.log->largestBatchOf(name) >= 2);
-    QVERIFY(session.log->count() > batchesBefore);
-    QCOMPARE(session.log->misplacedTimeStamp(), QString());
-}
-
-void ContractWatcherTests::anOccurrenceIsNotSampled()
-{
-    Session session(m_createSubject);
-    session.subject->raiseEvent(anEvent, 0);
-    session.subject->raiseMicroEvent(aMicroEvent, 0);
-    QVERIFY(session.startWatching({anEvent, aMicroEvent}, 20, 200, 20));
-
-    session.subject->raiseEvent(anEvent, 1);
-    session.subject->raiseMicroEvent(aMicroEvent, 2);
-    CONTRACT_TRY_COMPARE(session.log->values(anEvent), QJsonArray{1});
-    CONTRACT_TRY_COMPARE(session.log->values(aMicroEvent), QJsonArray{2});
-    QVERIFY(waitForSomeBatches(*session.subject));
-
-    QCOMPARE(session.log->values(anEvent), QJsonArray{1});
-    QCOMPARE(session.log->values(aMicroEvent), QJsonArray{2});
-}
-
-void ContractWatcherTests::whatWasRaisedBeforeTheKeyWasWatchedIsNotDelivered()
-{
-    Session session(m_createSubject);
-    session.subject->raiseEvent(anEvent, 1);
-    QVERIFY(session.startWatching({}));
-    session.subject->raiseEvent(anEvent, 2);
-
-    QVERIFY(session.startWatching({anEvent}));
-    QVERIFY(waitForSomeBatches(*session.subject));
-    session.subject->raiseEvent(anEvent, 3);
-
-    CONTRACT_TRY_COMPARE(session.log->sampleCount(anEvent), 1);
-    QCOMPARE(session.log->values(anEvent), QJsonArray{3});
-}
-
-void ContractWatcherTests::aKeyThatDoesNotExistYetDeliversFromThenOn_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("data") << data;
-    QTest::newRow("event") << anEvent;
-    QTest::newRow("micro-event") << aMicroEvent;
-}
-
-void ContractWatcherTests::aKeyThatDoesNotExistYetDeliversFromThenOn()
-{
-    QFETCH(QString, name);
-    Session session(m_createSubject);
-    QVERIFY(session.startWatching({name}));
-    QVERIFY(waitForSomeBatches(*session.subject));
-    QCOMPARE(session.log->sampleCount(name), 0);
-
-    raise(*session.subject, name, 1);
-
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(name) > 0);
-    QCOMPARE(session.log->values(name).first().toInt(), 1);
-}
-
-void ContractWatcherTests::aRemovedKeyDeliversNothingUntilItIsBack()
-{
-    Session session(m_createSubject);
-    session.subject->setData(data, 1);
-    QVERIFY(session.startWatching({data}));
-    CONTRACT_TRY_VERIFY(session.log->sampleCount(data) > 0);
-
-    session.subject->removeKey(data);
-    QVERIFY(waitForSomeBatches(*session.subject));
-    const int delivered = session.log->sampleCount(data);
-    QVERIFY(waitForSomeBatches(*session.subject));
-    QCOMPARE(session.log->sampleCount(data), delivered);
-
-    session.subject->setData(data, 2);
-    CONTRACT_TRY_COMPARE(session.log->lastValue(data).toInt(), 2);
-    QCOMPARE(session.log->misplacedTimeStamp(), QString());
-}
-
 void ContractWatcherTests::anUnwatchedKeyIsNotDelivered()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     session.subject->raiseEvent(anEvent, 0);
     QVERIFY(session.startWatching({data, anEvent}));
@@ -460,7 +89,7 @@ void ContractWatcherTests::anUnwatchedKeyIsNotDelivered()
 
 void ContractWatcherTests::unwatchingAllLeavesNothingToDeliver()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     session.subject->raiseEvent(anEvent, 0);
     QVERIFY(session.startWatching({data, anEvent}));
@@ -480,7 +109,7 @@ void ContractWatcherTests::unwatchingAllLeavesNothingToDeliver()
 
 void ContractWatcherTests::unwatchingWhatIsNotWatchedDoesNothing()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     QVERIFY(session.startWatching({data}));
 
@@ -493,7 +122,7 @@ void ContractWatcherTests::unwatchingWhatIsNotWatchedDoesNothing()
 
 void ContractWatcherTests::aKeyCanBeWatchedAgain()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     session.subject->raiseEvent(anEvent, 0);
     QVERIFY(session.startWatching({data, anEvent}));
@@ -513,7 +142,7 @@ void ContractWatcherTests::aKeyCanBeWatchedAgain()
 
 void ContractWatcherTests::blockedSignalsAreNotDelivered()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     QVERIFY(session.startWatching({data}));
 
@@ -536,7 +165,7 @@ void ContractWatcherTests::aSlotMayActOnItsSource_data()
 void ContractWatcherTests::aSlotMayActOnItsSource()
 {
     QFETCH(QString, action);
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     session.subject->setData(otherData, 1);
     QVERIFY(session.startWatching({data}));
@@ -591,7 +220,7 @@ void ContractWatcherTests::aServiceWithoutConnectionDoesNothing_data()
 void ContractWatcherTests::aServiceWithoutConnectionDoesNothing()
 {
     QFETCH(QString, end);
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->setData(data, 1);
     QVERIFY(session.startWatching({data}));
     if (end == QLatin1String("close")) {
@@ -619,7 +248,7 @@ void ContractWatcherTests::aServiceWithoutConnectionDoesNothing()
 
 void ContractWatcherTests::aCompleteDeliveryLosesNothing()
 {
-    Session session(m_createSubject);
+    ContractSession session(m_createSubject);
     session.subject->raiseEvent(anEvent, 0);
     QVERIFY(session.startWatching({anEvent}));
     for (int i = 1; i <= 20; ++i)

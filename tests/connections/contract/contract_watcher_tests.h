@@ -10,7 +10,8 @@
 
 namespace Velk {
 
-/// What a memory service owes for the keys that are watched: sampling, delivering, and the change of either.
+/// What a memory service owes to a watcher: batches while it runs, of the keys that are watched, and safety in its
+/// slots.
 class ContractWatcherTests : public QObject
 {
     Q_OBJECT
@@ -23,35 +24,11 @@ private Q_SLOTS:
     void nothingIsDeliveredUnlessTheWatcherRuns();
     void batchesComeAlsoWhenThereIsNothingToDeliver();
     void batchesArriveOnTheModelsThread();
-    void valuesKeepTheirType_data();
-    void valuesKeepTheirType();
-    void aSampleIsTheValueOfItsMoment();
-    void aBatchHoldsSeveralSamplesOfAKey();
-    void timeStampsAscendStrictly();
-    void timeStampsAscendAcrossStopAndStart();
-
-    void withoutASamplingPeriodEachKeyHasItsOwn();
-    void aSamplingPeriodHoldsForEveryKey();
-    void aShorterSamplingPeriodTakesEffectAtOnce();
-    void aShorterGatherPeriodTakesEffectAtOnce();
-    void aShorterWatchPeriodTakesEffectAtOnce();
-    void periodsMayChangeTogetherAndRepeatedly();
-    void startingARunningWatcherDeliversNothingTwice();
-
-    void everyOccurrenceIsDeliveredOnce_data();
-    void everyOccurrenceIsDeliveredOnce();
-    void anOccurrenceIsNotSampled();
-    void whatWasRaisedBeforeTheKeyWasWatchedIsNotDelivered();
-    void aKeyThatDoesNotExistYetDeliversFromThenOn_data();
-    void aKeyThatDoesNotExistYetDeliversFromThenOn();
-    void aRemovedKeyDeliversNothingUntilItIsBack();
-
     void anUnwatchedKeyIsNotDelivered();
     void unwatchingAllLeavesNothingToDeliver();
     void unwatchingWhatIsNotWatchedDoesNothing();
     void aKeyCanBeWatchedAgain();
     void blockedSignalsAreNotDelivered();
-
     void aSlotMayActOnItsSource_data();
     void aSlotMayActOnItsSource();
     void aServiceWithoutConnectionDoesNothing_data();

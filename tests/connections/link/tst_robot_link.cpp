@@ -1,16 +1,10 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include <connections/link/robot_link.h>
+#include "test_link.h"
 
-#include <robotconnection/memory_interface.h>
-
-#include <QMap>
 #include <QPointer>
-#include <QSignalSpy>
 #include <QTest>
-
-#include <boost/make_shared.hpp>
 
 #include <functional>
 #include <utility>
@@ -18,78 +12,6 @@
 using namespace Velk;
 
 namespace {
-
-class NoService : public MemoryInterface
-{
-public:
-    QFuture<QStringList> getDataList() override { return {}; }
-    QFuture<QStringList> getEventList() override { return {}; }
-    QFuture<QStringList> getMicroEventList() override { return {}; }
-    void watchKey(const QString&, int) override {}
-    void unwatchKey(const QString&) override {}
-    void unwatchAll() override {}
-    void startWatcher(int, int) override {}
-    void stopWatcher() override {}
-    void setGatherPeriod(int) override {}
-    void setSamplingPeriod(int) override {}
-    void isRealTimeSupported(QObject*, const char*) override {}
-};
-
-/// A connection under the test's hand. The log has the hooks and the signals in their order, each with the state and
-/// the presence of the memory service at that moment.
-class TestLink : public RobotLink
-{
-public:
-    explicit TestLink(QStringList* hookLog)
-        : log(*hookLog)
-    {
-        connect(this, &RobotLink::stateChanged, this, [this] { note("stateChanged"); });
-        connect(this, &RobotLink::connectionEstablished, this, [this] { note("established"); });
-        connect(this, &RobotLink::connectionLost, this, [this] { note("lost"); });
-        connect(this, &RobotLink::disconnected, this, [this] { note("disconnected"); });
-        connect(this, &RobotLink::failed, this, [this](const QString& title, const QString& message) {
-            note(QStringLiteral("failed %1/%2").arg(title, message));
-        });
-    }
-    ~TestLink() override { shutDown(); }
-
-    QString url() const override { return "test:"; }
-
-    void establish() { RobotLink::establish(boost::make_shared<NoService>()); }
-    using RobotLink::giveUp;
-    using RobotLink::ledger;
-    using RobotLink::lose;
-    using RobotLink::reportFailure;
-    using RobotLink::setRealTimeSupport;
-
-    QStringList takeLog() { return std::exchange(log, {}); }
-
-    QStringList& log;
-    int uncollected = 0; // losses of "Arm" that are counted outside the ledger
-    std::function<void()> onEndService;
-
-protected:
-    void startConnecting() override { note("start"); }
-    void stopConnecting() override { note("stop"); }
-    void endService(MemoryInterface&, Ending ending) override
-    {
-        note(ending == Ending::Lost ? "end lost" : "end closed");
-        // A copy: the callback may delete the link.
-        if (const auto callback = onEndService)
-            callback();
-    }
-    void collectLosses() override
-    {
-        ledger().record(ledger().account("Arm"), LossCause::Dropped, std::exchange(uncollected, 0), 1, 2);
-    }
-
-private:
-    void note(const QString& what)
-    {
-        const char* const states[] = {"Disconnected", "Connecting", "Connected", "Lost"};
-        log << QStringLiteral("%1: %2%3").arg(what, states[state()], memoryInterface() ? " with memory" : "");
-    }
-};
 
 const QStringList opening{"stateChanged: Connecting", "start: Connecting"};
 const QStringList establishing{"stateChanged: Connected with memory", "established: Connected with memory"};
@@ -114,9 +36,9 @@ private Q_SLOTS:
     void aSlotThatClosesTheLinkEndsTheSequence();
     void aSlotMayDeleteTheLink_data();
     void aSlotMayDeleteTheLink();
+    void aLinkClosedWhileTheLostServiceDeliversIsClosedOnly();
     void aSlotMayOpenTheLinkAgain_data();
     void aSlotMayOpenTheLinkAgain();
-    void aLinkClosedWhileTheLostServiceDeliversIsClosedOnly();
     void aLinkOpenedWhileItsServiceEndsConnectsAfterTheOldAttemptWasStopped();
     void aLinkOpenedAndClosedWhileItsServiceEndsIsClosed();
     void aLinkDeletedWhileItsServiceEndsStopsConnecting_data();
@@ -125,20 +47,6 @@ private Q_SLOTS:
     void aLinkThatGivesUpIsClosedAndSaysWhy();
     void givingUpIsReportedAlsoAfterTheSameFailure();
     void destructionEndsTheServiceWithoutASignal();
-
-    void theSameFailureIsReportedOnceUntilConnectedOrOpenedAgain();
-
-    void lossesOfManyCallsAreAnnouncedOncePerTurn();
-    void whatIsCountedElsewhereIsCollectedBeforeTheLedgerIsRead();
-    void openingForgetsTheLossesAndClosingDoesNot();
-
-    void theRealTimeAnswerIsAnnouncedOnceForEachConnection();
-    void theRealTimeAnswerEndsWithTheConnection();
-    void theRealTimeAnswerOfAnEndedConnectionIsNotAnnounced();
-
-    void theReportIsEmptyAndComesFromTheEventLoop();
-    void thereIsNoReportWithoutAConnection();
-    void thereIsNoReportAfterTheConnectionHasEnded();
 
 private:
     QStringList m_log;
@@ -444,172 +352,6 @@ void TestRobotLink::destructionEndsTheServiceWithoutASignal()
     }
 
     QCOMPARE(std::exchange(m_log, {}), QStringList({"end closed: Disconnected", "stop: Disconnected"}));
-}
-
-void TestRobotLink::theSameFailureIsReportedOnceUntilConnectedOrOpenedAgain()
-{
-    TestLink link(&m_log);
-    QSignalSpy failed(&link, &RobotLink::failed);
-    link.open();
-    link.reportFailure("Refused", "by a");
-    link.reportFailure("Refused", "by b");
-    link.reportFailure("Refused", "by a");
-    QCOMPARE(failed.count(), 2);
-
-    link.establish();
-    link.reportFailure("Refused", "by a");
-    QCOMPARE(failed.count(), 3);
-    link.close();
-    link.open();
-    link.reportFailure("Refused", "by a");
-    QCOMPARE(failed.count(), 4);
-}
-
-void TestRobotLink::lossesOfManyCallsAreAnnouncedOncePerTurn()
-{
-    TestLink link(&m_log);
-    QSignalSpy recorded(&link, &RobotLink::lossesRecorded);
-    qint64 announced = 0;
-    connect(&link, &RobotLink::lossesRecorded, this,
-            [&] { announced = link.lossLedger().total().span(LossCause::Dropped).count; });
-
-    for (int i = 0; i < 10; ++i)
-        link.ledger().record(link.ledger().account("Arm"), LossCause::Dropped, 1, i, i);
-    QCOMPARE(recorded.count(), 0);
-    QTRY_COMPARE(recorded.count(), 1);
-    QCOMPARE(announced, 10);
-    link.ledger().record(link.ledger().account("Arm"), LossCause::Dropped, 1, 10, 10);
-
-    QTRY_COMPARE(recorded.count(), 2);
-    QCOMPARE(announced, 11);
-    QCOMPARE(link.losses().dropped, 11);
-}
-
-void TestRobotLink::whatIsCountedElsewhereIsCollectedBeforeTheLedgerIsRead()
-{
-    TestLink link(&m_log);
-    link.uncollected = 3;
-
-    QCOMPARE(link.losses("Arm").dropped, 3);
-    QCOMPARE(link.losses().total(), 3);
-    QCOMPARE(link.losses("Leg"), SampleLosses());
-}
-
-void TestRobotLink::openingForgetsTheLossesAndClosingDoesNot()
-{
-    TestLink link(&m_log);
-    link.open();
-    link.ledger().record(link.ledger().account("Arm"), LossCause::Trimmed, 1, 1, 1);
-    link.establish();
-    link.lose("Gone", "far");
-    link.establish();
-    link.close();
-    QCOMPARE(link.losses().trimmed, 1);
-
-    link.open();
-
-    QCOMPARE(link.losses(), SampleLosses());
-}
-
-void TestRobotLink::theRealTimeAnswerIsAnnouncedOnceForEachConnection()
-{
-    TestLink link(&m_log);
-    QSignalSpy answered(&link, &RobotLink::realTimeSupportAnswered);
-    link.open();
-    link.establish();
-    QVERIFY(!link.realTimeSupport());
-
-    link.setRealTimeSupport(true);
-    link.setRealTimeSupport(true);
-    QCOMPARE(answered.count(), 0);
-    QTRY_COMPARE(answered.count(), 1);
-    QCOMPARE(answered.at(0).at(0).toBool(), true);
-    QCOMPARE(link.realTimeSupport(), std::optional<bool>(true));
-
-    link.lose("Gone", "far");
-    link.establish();
-    link.setRealTimeSupport(false);
-    QTRY_COMPARE(answered.count(), 2);
-    QCOMPARE(answered.at(1).at(0).toBool(), false);
-}
-
-void TestRobotLink::theRealTimeAnswerEndsWithTheConnection()
-{
-    TestLink link(&m_log);
-    link.setRealTimeSupport(true);
-    QVERIFY(!link.realTimeSupport());
-    link.open();
-    link.establish();
-    link.setRealTimeSupport(true);
-
-    link.lose("Gone", "far");
-    QVERIFY(!link.realTimeSupport());
-    link.establish();
-    link.setRealTimeSupport(true);
-    link.close();
-
-    QVERIFY(!link.realTimeSupport());
-}
-
-void TestRobotLink::theRealTimeAnswerOfAnEndedConnectionIsNotAnnounced()
-{
-    TestLink link(&m_log);
-    QSignalSpy answered(&link, &RobotLink::realTimeSupportAnswered);
-    link.open();
-    link.establish();
-    link.setRealTimeSupport(true);
-
-    link.lose("Gone", "far");
-    link.establish();
-    QCoreApplication::processEvents();
-
-    QCOMPARE(answered.count(), 0);
-}
-
-void TestRobotLink::theReportIsEmptyAndComesFromTheEventLoop()
-{
-    TestLink link(&m_log);
-    link.open();
-    link.establish();
-    int reports = 0;
-    int lines = -1;
-
-    link.requestReport([&](const LinkReport& report) {
-        ++reports;
-        lines = int(report.lines.size());
-    });
-
-    QCOMPARE(reports, 0);
-    QTRY_COMPARE(reports, 1);
-    QCOMPARE(lines, 0);
-}
-
-void TestRobotLink::thereIsNoReportWithoutAConnection()
-{
-    TestLink link(&m_log);
-    int reports = 0;
-    link.requestReport([&](const LinkReport&) { ++reports; });
-    link.open();
-    link.requestReport([&](const LinkReport&) { ++reports; });
-
-    QCoreApplication::processEvents();
-
-    QCOMPARE(reports, 0);
-}
-
-void TestRobotLink::thereIsNoReportAfterTheConnectionHasEnded()
-{
-    TestLink link(&m_log);
-    link.open();
-    link.establish();
-    int reports = 0;
-    link.requestReport([&](const LinkReport&) { ++reports; });
-
-    link.lose("Gone", "far");
-    link.establish();
-    QCoreApplication::processEvents();
-
-    QCOMPARE(reports, 0);
 }
 
 QTEST_GUILESS_MAIN(TestRobotLink)

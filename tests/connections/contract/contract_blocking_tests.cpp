@@ -54,6 +54,11 @@ void ContractBlockingTests::noCallWaitsOrRunsTheEventLoop_data()
                              "startWatcher", "stopWatcher", "setGatherPeriod", "setSamplingPeriod",
                              "isRealTimeSupported", "requestReport", "losses", "close and open"})
         QTest::newRow(name) << QString::fromLatin1(name);
+    if (m_createSubject()->createWriter()) {
+        for (const char* name : {"writer declare", "writer setRealTimeSupported", "writer put", "writer raise",
+                                 "writer remove", "writer close and open"})
+            QTest::newRow(name) << QString::fromLatin1(name);
+    }
 }
 
 void ContractBlockingTests::noCallWaitsOrRunsTheEventLoop()
@@ -66,6 +71,11 @@ void ContractBlockingTests::noCallWaitsOrRunsTheEventLoop()
     const boost::shared_ptr<MemoryInterface> memory = link->memoryInterface();
     const BatchLog log(*memory);
     QVERIFY(startWatching(*subject, *memory, log, {data}));
+    const std::unique_ptr<RobotWriter> writer = subject->createWriter();
+    if (writer) {
+        writer->open();
+        CONTRACT_TRY_VERIFY(writer->isConnected());
+    }
     RealTimeAsker asker;
     const QMap<QString, std::function<void()>> calls{
         {QStringLiteral("getDataList"), [&] { memory->getDataList(); }},
@@ -89,6 +99,19 @@ void ContractBlockingTests::noCallWaitsOrRunsTheEventLoop()
          [&] {
              link->close();
              link->open();
+         }},
+        {QStringLiteral("writer declare"),
+         [&] {
+             writer->declare({{data}, {}, {}});
+         }},
+        {QStringLiteral("writer setRealTimeSupported"), [&] { writer->setRealTimeSupported(true); }},
+        {QStringLiteral("writer put"), [&] { writer->put(data, 2); }},
+        {QStringLiteral("writer raise"), [&] { writer->raise(QStringLiteral("Contract/Event"), 2); }},
+        {QStringLiteral("writer remove"), [&] { writer->remove({data}); }},
+        {QStringLiteral("writer close and open"),
+         [&] {
+             writer->close();
+             writer->open();
          }},
     };
 

@@ -10,7 +10,7 @@
 
 namespace Velk {
 
-/// No call of a link or of its memory service stalls the event loop, however slow the robot is.
+/// No call of a link, of its memory service or of a writer stalls the event loop, however slow the robot is.
 class ContractBlockingTests : public QObject
 {
     Q_OBJECT

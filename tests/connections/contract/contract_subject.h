@@ -5,6 +5,7 @@
 #define TESTS_CONNECTIONS_CONTRACT_CONTRACT_SUBJECT_H
 
 #include <connections/link/robot_link.h>
+#include <connections/link/robot_writer.h>
 
 #include <QString>
 #include <QVariant>
@@ -23,6 +24,8 @@ public:
 
     /// A closed link to this robot. A test may make several, and destroy them in any order, before the subject.
     virtual std::unique_ptr<RobotLink> createLink() = 0;
+    /// A closed writer to this robot; null where the connection offers none.
+    virtual std::unique_ptr<RobotWriter> createWriter() { return nullptr; }
 
     /// As the robot's own code does it: what is written is in the robot's memory when the call returns, whether a link
     /// is connected or not. The values are those that JSON knows.

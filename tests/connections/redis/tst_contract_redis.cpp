@@ -7,6 +7,7 @@
 #include "support/redis_test_client.h"
 
 #include <connections/redis/redis_link.h>
+#include <connections/redis/redis_robot_writer.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -38,6 +39,11 @@ public:
     {
         // A machine with much to do does not answer within a second every time.
         return RedisLink::fromUrl(m_proxy->url() + QStringLiteral("?pong-timeout=60000"), nullptr);
+    }
+
+    std::unique_ptr<RobotWriter> createWriter() override
+    {
+        return RedisRobotWriter::fromUrl(m_proxy->url() + QStringLiteral("?pong-timeout=60000"), nullptr);
     }
 
     void setData(const QString& name, const QVariant& value) override

@@ -50,27 +50,25 @@ public:
     bool declareEvent(const QString& name);
     bool declareMicroEvent(const QString& name);
 
+    // The time stamp is that of the robot; without one it is the present time. Writes return false, with nothing
+    // changed, when it is not a finite number.
+
     /// Sets the value of a data key, which need not exist. A sample of it carries the time at which it was sampled.
-    /// False, with nothing changed, when the name is a key of another kind: remove that one first.
-    bool setData(const QString& name, const QVariant& value);
-    /// The same with the time stamp of the robot: a sample of the value carries it, and one watcher samples the value
-    /// once. False also when the time stamp is not a finite number.
-    bool setData(const QString& name, const QVariant& value, double timeStamp);
+    /// With a time stamp of the robot it carries that one, and one watcher samples the value once. False, with nothing
+    /// changed, when the name is a key of another kind: remove that one first.
+    bool setData(const QString& name, const QVariant& value, std::optional<double> timeStamp = {});
 
     /// Adds a sample to a data key, which need not exist: for a robot that produces each sample itself. The sample is
     /// delivered once to every watcher that runs and watches the key at this moment, however fast the next one comes,
-    /// and whatever the sampling period; a watcher that starts later samples the newest one. It carries the present
-    /// time, or the given one. False, with nothing added, as for setData().
-    bool appendData(const QString& name, const QVariant& value);
-    bool appendData(const QString& name, const QVariant& value, double timeStamp);
+    /// and whatever the sampling period; a watcher that starts later samples the newest one. False, with nothing added,
+    /// as for setData().
+    bool appendData(const QString& name, const QVariant& value, std::optional<double> timeStamp = {});
 
-    /// One occurrence of the event or micro-event, which need not exist, now or at the given time. It is delivered once
-    /// to every watcher that runs and watches the key at this moment, and to none that starts later. False, with
-    /// nothing raised, when the name is a key of another kind or the time stamp is not a finite number.
-    bool raiseEvent(const QString& name, const QVariant& value);
-    bool raiseEvent(const QString& name, const QVariant& value, double timeStamp);
-    bool raiseMicroEvent(const QString& name, const QVariant& value);
-    bool raiseMicroEvent(const QString& name, const QVariant& value, double timeStamp);
+    /// One occurrence of the event or micro-event, which need not exist. It is delivered once to every watcher that
+    /// runs and watches the key at this moment, and to none that starts later. False, with nothing raised, when the
+    /// name is a key of another kind.
+    bool raiseEvent(const QString& name, const QVariant& value, std::optional<double> timeStamp = {});
+    bool raiseMicroEvent(const QString& name, const QVariant& value, std::optional<double> timeStamp = {});
 
     /// Takes the key out of the memory; false when there is none of that name. What was sampled or raised before is
     /// still delivered. The name may come back later as any kind.

@@ -142,42 +142,22 @@ bool RobotMemory::declareMicroEvent(const QString& name)
     return d->declare(KeyKind::MicroEvent, name);
 }
 
-bool RobotMemory::setData(const QString& name, const QVariant& value)
-{
-    return d->write(KeyKind::Data, false, name, value, std::nullopt);
-}
-
-bool RobotMemory::setData(const QString& name, const QVariant& value, double timeStamp)
+bool RobotMemory::setData(const QString& name, const QVariant& value, std::optional<double> timeStamp)
 {
     return d->write(KeyKind::Data, false, name, value, timeStamp);
 }
 
-bool RobotMemory::appendData(const QString& name, const QVariant& value)
-{
-    return d->write(KeyKind::Data, true, name, value, std::nullopt);
-}
-
-bool RobotMemory::appendData(const QString& name, const QVariant& value, double timeStamp)
+bool RobotMemory::appendData(const QString& name, const QVariant& value, std::optional<double> timeStamp)
 {
     return d->write(KeyKind::Data, true, name, value, timeStamp);
 }
 
-bool RobotMemory::raiseEvent(const QString& name, const QVariant& value)
-{
-    return d->write(KeyKind::Event, true, name, value, std::nullopt);
-}
-
-bool RobotMemory::raiseEvent(const QString& name, const QVariant& value, double timeStamp)
+bool RobotMemory::raiseEvent(const QString& name, const QVariant& value, std::optional<double> timeStamp)
 {
     return d->write(KeyKind::Event, true, name, value, timeStamp);
 }
 
-bool RobotMemory::raiseMicroEvent(const QString& name, const QVariant& value)
-{
-    return d->write(KeyKind::MicroEvent, true, name, value, std::nullopt);
-}
-
-bool RobotMemory::raiseMicroEvent(const QString& name, const QVariant& value, double timeStamp)
+bool RobotMemory::raiseMicroEvent(const QString& name, const QVariant& value, std::optional<double> timeStamp)
 {
     return d->write(KeyKind::MicroEvent, true, name, value, timeStamp);
 }

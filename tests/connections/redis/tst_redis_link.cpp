@@ -2,22 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "support/fault_proxy.h"
-#include "support/redis_robot.h"
+#include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
 
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
 
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace Velk;
-
-namespace {
-
-constexpr int patienceMs = 60000;
-
-} // namespace
 
 // Deletes a link in a slot.
 class Deleter : public QObject
@@ -31,18 +24,11 @@ public Q_SLOTS:
     void deleteLink() { link.reset(); }
 };
 
-class TestRedisLink : public QObject
+class TestRedisLink : public RedisRobotTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
-    void init()
-    {
-        m_robot = std::make_unique<RedisRobot>();
-        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
-    }
-
     void aLinkThatWasNeverOpenedDoesNothing();
     void anInvalidUrlGivesNoLinkAndASentence();
     void theConnectionStandsAfterThePing();
@@ -59,9 +45,6 @@ private Q_SLOTS:
     void aLinkDeletedByItsOwnSignalIsNoHarm();
     void theShownUrlHoldsNoPassword();
     void theCatalogueAndTheDisplayedKeysWork();
-
-private:
-    std::unique_ptr<RedisRobot> m_robot;
 };
 
 void TestRedisLink::aLinkThatWasNeverOpenedDoesNothing()

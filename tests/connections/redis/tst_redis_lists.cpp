@@ -2,16 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "support/real_time_answer.h"
-#include "support/redis_robot.h"
+#include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
-
-#include <QTest>
 
 using namespace Velk;
 
 namespace {
-
-constexpr int patienceMs = 60000;
 
 QByteArrayList names(int count)
 {
@@ -23,27 +19,17 @@ QByteArrayList names(int count)
 
 } // namespace
 
-class TestRedisLists : public QObject
+class TestRedisLists : public RedisRobotTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
-    void init()
-    {
-        m_robot = std::make_unique<RedisRobot>();
-        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
-    }
-
     void theThreeListsAreTheIndexSets();
     void aListThatCannotBeReadIsEmptyAndSaysWhy();
     void aListOfManyNamesIsCompleteAndWithoutRepetitions();
     void listsFinishEmptyWhenTheServerGoesAway();
     void listsFinishEmptyWhenTheLinkIsClosed();
     void anInterfaceThatOutlivesItsConnectionAnswersEmpty();
-
-private:
-    std::unique_ptr<RedisRobot> m_robot;
 };
 
 void TestRedisLists::theThreeListsAreTheIndexSets()

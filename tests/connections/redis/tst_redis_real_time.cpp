@@ -3,38 +3,20 @@
 
 #include "support/fault_proxy.h"
 #include "support/real_time_answer.h"
-#include "support/redis_robot.h"
+#include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
-
-#include <QTest>
 
 using namespace Velk;
 
-namespace {
-
-constexpr int patienceMs = 60000;
-
-} // namespace
-
-class TestRedisRealTime : public QObject
+class TestRedisRealTime : public RedisRobotTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
-    void init()
-    {
-        m_robot = std::make_unique<RedisRobot>();
-        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
-    }
-
     void realTimeIsWhatTheMetadataSay_data();
     void realTimeIsWhatTheMetadataSay();
     void realTimeIsMeasuredWithoutMetadata();
     void aSlowConnectionIsNotRealTime();
-
-private:
-    std::unique_ptr<RedisRobot> m_robot;
 };
 
 void TestRedisRealTime::realTimeIsWhatTheMetadataSay_data()

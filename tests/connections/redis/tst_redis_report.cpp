@@ -1,36 +1,18 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "support/redis_robot.h"
+#include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
-
-#include <QTest>
 
 using namespace Velk;
 
-namespace {
-
-constexpr int patienceMs = 60000;
-
-} // namespace
-
-class TestRedisReport : public QObject
+class TestRedisReport : public RedisRobotTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
-    void init()
-    {
-        m_robot = std::make_unique<RedisRobot>();
-        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
-    }
-
     void aRefusedPermissionIsReportedOnce();
     void theReportStatesTheServerAndItsPermissions();
-
-private:
-    std::unique_ptr<RedisRobot> m_robot;
 };
 
 void TestRedisReport::aRefusedPermissionIsReportedOnce()

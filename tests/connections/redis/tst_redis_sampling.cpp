@@ -2,17 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "support/fault_proxy.h"
-#include "support/redis_robot.h"
+#include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
 
-#include <QTest>
 #include <QThread>
 
 using namespace Velk;
 
 namespace {
-
-constexpr int patienceMs = 60000;
 
 QByteArrayList names(int count)
 {
@@ -24,18 +21,11 @@ QByteArrayList names(int count)
 
 } // namespace
 
-class TestRedisSampling : public QObject
+class TestRedisSampling : public RedisRobotTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
-    void init()
-    {
-        m_robot = std::make_unique<RedisRobot>();
-        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
-    }
-
     void everyTickIsASampleWithTheServersTime();
     void keysHaveTheirOwnPeriodsWhenTheWatcherHasNone();
     void anUnwatchedKeyIsDeliveredNoMore();
@@ -47,9 +37,6 @@ private Q_SLOTS:
     void moreKeysThanOneCommandTakesAreAllSampled();
     void aTickWithoutAnswerToTheOneBeforeIsSkippedAndCounted();
     void ticksThatABusyProgramMissesAreCounted();
-
-private:
-    std::unique_ptr<RedisRobot> m_robot;
 };
 
 void TestRedisSampling::everyTickIsASampleWithTheServersTime()

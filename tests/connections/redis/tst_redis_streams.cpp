@@ -2,31 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "support/fault_proxy.h"
-#include "support/redis_robot.h"
+#include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
-
-#include <QTest>
 
 using namespace Velk;
 
-namespace {
-
-constexpr int patienceMs = 60000;
-
-} // namespace
-
-class TestRedisStreams : public QObject
+class TestRedisStreams : public RedisRobotTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { qunsetenv("VELK_REDIS_PASSWORD"); }
-    void init()
-    {
-        m_robot = std::make_unique<RedisRobot>();
-        QVERIFY2(m_robot->start(), qPrintable(m_robot->server().errorString()));
-    }
-
     void aStreamDataKeyStartsWithItsNewestValueAndKeepsEverySample();
     void eventsAreDeliveredOnceFromTheWatchOn();
     void aNameThatIsEventAndMicroEventGetsBoth();
@@ -38,9 +23,6 @@ private Q_SLOTS:
     void eventsThatAreTrimmedBetweenTicksAreCounted();
     void aStoppedWatcherDoesNotCatchUp();
     void aServerWithOtherDataIsReadFromItsStart();
-
-private:
-    std::unique_ptr<RedisRobot> m_robot;
 };
 
 void TestRedisStreams::aStreamDataKeyStartsWithItsNewestValueAndKeepsEverySample()

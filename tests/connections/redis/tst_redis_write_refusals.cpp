@@ -1,10 +1,13 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/parsed_reply.h"
 #include "support/redis_writer_test.h"
 
 #include <QFile>
 #include <QSignalSpy>
+
+#include <utility>
 
 using namespace Velk;
 
@@ -94,6 +97,52 @@ private Q_SLOTS:
 
         QTRY_COMPARE_WITH_TIMEOUT(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("0"), patienceMs);
         QCOMPARE(members("data"), QByteArrayList{"Stays"});
+    }
+
+    void aRefusedChangeOfTheListsIsRepeatedAfterAPause_data()
+    {
+        QTest::addColumn<QByteArray>("refusedCommand");
+        QTest::newRow("a declaration") << QByteArray("SADD mem:{arm1}:data Added");
+        QTest::newRow("a removal") << QByteArray("DEL mem:{arm1}:v:Gone");
+    }
+    void aRefusedChangeOfTheListsIsRepeatedAfterAPause()
+    {
+        QFETCH(QByteArray, refusedCommand);
+        bool isRefused = false;
+        ScriptedServer server([&](const QByteArrayList& sent) -> QByteArray {
+            if (sent.front() == "HMGET")
+                return list({"$-1\r\n", "$-1\r\n"});
+            if (sent.front() == "TYPE")
+                return "+none\r\n";
+            if (sent.front() == "EXEC")
+                return std::exchange(isRefused, false) ? QByteArray("-EXECABORT\r\n")
+                                                       : list(QByteArrayList(10, ":1\r\n"));
+            isRefused = isRefused || sent.join(' ') == refusedCommand;
+            return sent.join(' ') == refusedCommand ? "-NOPERM\r\n" : "+QUEUED\r\n";
+        });
+        m_writer = writerFor(server);
+        QVERIFY(connectWriter(*m_writer));
+        m_writer->declare({{"Stays", "Gone"}, {}, {}});
+        m_writer->put("Stays", 1);
+        QTRY_VERIFY_WITH_TIMEOUT(server.commands().contains("EXEC"), patienceMs);
+        const qsizetype first = server.commands().size();
+        const auto laterCommands = [&server, first] {
+            QByteArrayList commands = server.commands().mid(first);
+            commands.removeAll("PING");
+            return commands;
+        };
+
+        // Put as soon as the refusal is known: whatever is to be written at once is in the transaction with it.
+        bool isPut = false;
+        connect(m_writer.get(), &RobotWriter::failed, this, [this, &isPut] {
+            if (!std::exchange(isPut, true))
+                m_writer->put("Stays", 2);
+        });
+        m_writer->declare({{"Stays", "Added"}, {}, {}});
+
+        QTRY_VERIFY_WITH_TIMEOUT(laterCommands().count(refusedCommand) >= 2, patienceMs);
+        const qsizetype refusal = laterCommands().indexOf("EXEC");
+        QCOMPARE(laterCommands().mid(refusal + 1, 3), (QByteArrayList{"MULTI", "SET mem:{arm1}:v:Stays 2", "EXEC"}));
     }
 
     void aRefusedWriteDoesNotStopTheOthersOfItsTurn()

@@ -14,6 +14,8 @@ namespace {
 
 // A server runs nothing else during a transaction.
 constexpr std::size_t maxWritesPerTransaction = 10000;
+// Of a transaction that a server queues and then redirects.
+constexpr int maxRepetitions = 5;
 
 qint64 bytesOf(const std::vector<RedisWrite>& writes)
 {
@@ -91,6 +93,8 @@ void RedisTransactions::onQueued(std::size_t command, const RedisReply& reply)
 void RedisTransactions::onExecuted(const RedisReply& reply)
 {
     if (!reply.isArray()) {
+        // EXEC was redirected to another node, which has not queued the commands.
+        m_isToBeRepeated = reply.view() == "ERR EXEC without MULTI" && m_repetitions < maxRepetitions;
         m_executionError = reply.isError() ? reply.bytes() : QByteArrayLiteral("ERR the transaction was not run");
         return;
     }
@@ -106,8 +110,11 @@ void RedisTransactions::onFinished()
     const std::vector<RedisWrite> writes = std::move(m_transactions.front());
     m_transactions.pop_front();
     const std::vector<CommandAnswer> answers = std::exchange(m_answers, {});
-    const bool isAnythingDecided = std::any_of(answers.begin(), answers.end(),
-                                               [](const CommandAnswer& answer) { return answer.answer != Queued; });
+    const bool isToBeRepeated = std::exchange(m_isToBeRepeated, false);
+    m_repetitions = isToBeRepeated ? m_repetitions + 1 : 0;
+    const bool isRunAgain =
+        isToBeRepeated || std::any_of(answers.begin(), answers.end(),
+                                      [](const CommandAnswer& answer) { return answer.answer != Queued; });
     std::vector<RedisWrite> again;
     std::vector<std::pair<RedisWrite, QByteArray>> ended;
     auto answer = answers.begin();
@@ -121,7 +128,7 @@ void RedisTransactions::onFinished()
                 missing.append(command);
             ++answer;
         }
-        if (error.isEmpty() && !missing.isEmpty() && isAnythingDecided) {
+        if (error.isEmpty() && !missing.isEmpty() && isRunAgain) {
             again.push_back(write);
             again.back().commands = missing;
             m_outstandingBytes -= write.bytes() - again.back().bytes();
@@ -174,7 +181,10 @@ bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText
 // Values are written again with the next connection; occurrences are not, for they may have been written.
 void RedisTransactions::onInterrupted()
 {
+    endExecuted();
     m_losses->unknown += m_outstandingOccurrences;
+    m_isToBeRepeated = false;
+    m_repetitions = 0;
     m_outstanding = 0;
     m_outstandingValues = 0;
     m_outstandingOccurrences = 0;
@@ -187,6 +197,32 @@ void RedisTransactions::onInterrupted()
                 write.unanswered();
         }
     }
+}
+
+// What another node has run already is written.
+void RedisTransactions::endExecuted()
+{
+    if (m_transactions.empty())
+        return;
+    std::vector<RedisWrite>& writes = m_transactions.front();
+    std::vector<RedisWrite> rest;
+    auto answer = m_answers.cbegin();
+    for (const RedisWrite& write : writes) {
+        const auto end = answer + write.commands.size();
+        const bool isExecuted =
+            std::all_of(answer, end, [](const CommandAnswer& command) { return command.answer == Executed; });
+        answer = end;
+        if (!isExecuted) {
+            rest.push_back(write);
+            continue;
+        }
+        if (write.content == RedisWrite::Occurrence)
+            --m_outstandingOccurrences;
+        if (write.done)
+            QMetaObject::invokeMethod(
+                this, [done = write.done] { done(QString()); }, Qt::QueuedConnection);
+    }
+    writes = rest;
 }
 
 } // namespace Velk

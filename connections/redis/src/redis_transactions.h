@@ -40,18 +40,20 @@ struct RedisWrite
 /// all writes of a transaction or none.
 ///
 /// A server runs no command of a transaction when it refuses one of them. The writes that it did not refuse are then
-/// run again without the refused ones.
+/// run again without the refused ones. Commands whose keys are on another node of a cluster are run there at once,
+/// without a transaction.
 class RedisTransactions : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Counts in `losses` the values and occurrences that the server refused, and occurrences that were outstanding
+    /// Counts in `losses` the values and occurrences that the server refused, and occurrences that were not answered
     /// when the connection was replaced. The session and the counts outlive this object.
     RedisTransactions(RedisSession* session, WriteLosses* losses);
 
     /// Runs the writes, in one transaction as long as they are not very many. Each one's `done` gets an empty text or
-    /// an error; not when the connection is replaced before. Transactions that run already come first.
+    /// an error; not when the connection is replaced before the server has answered. Transactions that run already come
+    /// first.
     void run(const std::vector<RedisWrite>& writes);
 
     /// Writes that the server has not answered yet, and their size.
@@ -85,6 +87,7 @@ private:
     void onFinished();
     bool end(const RedisWrite& write, const QByteArray& error);
     void onInterrupted();
+    void endExecuted();
 
     RedisSession* m_session;
     WriteLosses* m_losses;
@@ -92,6 +95,8 @@ private:
     std::deque<std::vector<RedisWrite>> m_transactions; // the first one runs if m_inquiry is active
     std::vector<CommandAnswer> m_answers;               // to all commands of the first one
     QByteArray m_executionError;                        // why it was not run; empty when it was
+    bool m_isToBeRepeated = false;                      // the keys of the first one were moved after it was queued
+    int m_repetitions = 0;                              // of the first one, for that reason
     int m_outstanding = 0;
     int m_outstandingValues = 0;
     int m_outstandingOccurrences = 0;

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/model_viewer.h"
 #include "support/redis_cluster.h"
 #include "support/redis_test_client.h"
-#include "support/viewer.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
 
@@ -69,17 +69,17 @@ private Q_SLOTS:
         QFETCH(int, node);
         const QString robot = QStringLiteral("found%1").arg(node);
         QVERIFY(write(m_cluster, robot, 0));
-        Viewer viewer(m_cluster.url(node, robot));
+        ModelViewer viewer(m_cluster.url(node, robot));
 
         viewer.link().open();
-        viewer.watch({dataKey});
+        viewer.display({dataKey});
 
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(0LL), patience);
         MemoryKeyListModel catalogue(&viewer.link(), {});
         QTRY_VERIFY_WITH_TIMEOUT(catalogue.isReady(), patience);
         QCOMPARE(catalogue.keys(EventNature).size(), 1);
-        QCOMPARE(viewer.failures, QStringList());
-        QCOMPARE(viewer.changes, QStringList({QStringLiteral("robotConnected true")}));
+        QCOMPARE(viewer.failures(), QStringList());
+        QCOMPARE(viewer.states, QStringList({QStringLiteral("robotConnected true")}));
     }
 
     void aRobotWhoseSlotMovesIsFollowedWithoutALossOrARepetition()
@@ -89,9 +89,9 @@ private Q_SLOTS:
         const int target = m_cluster.masterOf((slot + 5462) % 16384);
         QVERIFY(source != -1 && target != -1 && source != target);
         QVERIFY(write(m_cluster, robotName, 0));
-        Viewer viewer(m_cluster.url(source, robotName));
+        ModelViewer viewer(m_cluster.url(source, robotName));
         viewer.link().open();
-        viewer.watch({dataKey, eventKey});
+        viewer.display({dataKey, eventKey});
         QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(dataKey).isValid(), patience);
         QVERIFY(write(m_cluster, robotName, 1));
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(eventKey), QVariant(1LL), patience);
@@ -105,7 +105,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(2LL), patience);
         QCOMPARE(viewer.values(eventKey), QList<QVariant>({1LL, 2LL}));
         QCOMPARE(viewer.disorder(), QString());
-        QCOMPARE(viewer.changes, QStringList({QStringLiteral("robotConnected true")}));
+        QCOMPARE(viewer.states, QStringList({QStringLiteral("robotConnected true")}));
     }
 
     // As long as the move of a slot is under way the old node answers ASK for what it does not have any more.
@@ -116,9 +116,9 @@ private Q_SLOTS:
         const int source = m_cluster.masterOf(slot);
         const int target = m_cluster.masterOf((slot + 5462) % 16384);
         QVERIFY(write(m_cluster, robot, 0));
-        Viewer viewer(m_cluster.url(source, robot));
+        ModelViewer viewer(m_cluster.url(source, robot));
         viewer.link().open();
-        viewer.watch({dataKey, eventKey});
+        viewer.display({dataKey, eventKey});
         QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(dataKey).isValid(), patience);
 
         QVERIFY(m_cluster.beginMigration(slot, target));
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(eventKey), QVariant(2LL), patience);
         QCOMPARE(viewer.values(eventKey), QList<QVariant>({1LL, 2LL}));
         QCOMPARE(viewer.disorder(), QString());
-        QCOMPARE(viewer.changes, QStringList({QStringLiteral("robotConnected true")}));
+        QCOMPARE(viewer.states, QStringList({QStringLiteral("robotConnected true")}));
     }
 
     // Comes last: the cluster has one node less afterwards.
@@ -147,14 +147,14 @@ private Q_SLOTS:
         constexpr int robots = 30;
         QStringList names;
         std::vector<int> homes;
-        std::vector<std::unique_ptr<Viewer>> viewers;
+        std::vector<std::unique_ptr<ModelViewer>> viewers;
         for (int i = 0; i < robots; ++i) {
             names << QStringLiteral("robot%1").arg(i);
             QVERIFY(write(m_cluster, names[i], 0));
             homes.push_back(m_cluster.masterOf(m_cluster.slotOf(names[i])));
-            viewers.push_back(std::make_unique<Viewer>(m_cluster.url(i % m_cluster.nodeCount(), names[i])));
+            viewers.push_back(std::make_unique<ModelViewer>(m_cluster.url(i % m_cluster.nodeCount(), names[i])));
             viewers.back()->link().open();
-            viewers.back()->watch({dataKey, eventKey});
+            viewers.back()->display({dataKey, eventKey});
         }
         const auto allHave = [&viewers](const QString& key, qlonglong value) {
             return std::all_of(viewers.begin(), viewers.end(),
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(
             std::count_if(
                 viewers.begin(), viewers.end(),
-                [](const auto& viewer) { return viewer->changes.contains(QStringLiteral("robotConnected false")); }),
+                [](const auto& viewer) { return viewer->states.contains(QStringLiteral("robotConnected false")); }),
             lost, patience);
         QTRY_VERIFY_WITH_TIMEOUT(std::all_of(viewers.begin(), viewers.end(),
                                              [](const auto& viewer) { return viewer->link().isConnected(); }),
@@ -187,11 +187,11 @@ private Q_SLOTS:
 
         QStringList wrong;
         for (int i = 0; i < robots; ++i) {
-            const Viewer& viewer = *viewers[std::size_t(i)];
-            const bool wasLost = viewer.changes.contains(QStringLiteral("robotConnected false"));
+            const ModelViewer& viewer = *viewers[std::size_t(i)];
+            const bool wasLost = viewer.states.contains(QStringLiteral("robotConnected false"));
             if (wasLost != (homes[std::size_t(i)] == victim) || viewer.values(eventKey) != numbersBelow(3).mid(1) ||
                 !viewer.disorder().isEmpty())
-                wrong << names[i] + QLatin1Char(' ') + viewer.changes.join(QLatin1Char(',')) + viewer.disorder();
+                wrong << names[i] + QLatin1Char(' ') + viewer.states.join(QLatin1Char(',')) + viewer.disorder();
         }
         QCOMPARE(wrong, QStringList());
     }

@@ -81,7 +81,7 @@ void TestRedisLink::theConnectionStandsAfterThePing()
     QVERIFY(viewer.memory());
     QCOMPARE(states, (QList<RobotLink::State>{RobotLink::Connecting, RobotLink::Connected}));
     QCOMPARE(viewer.connectionSignals(), QStringList{"connected"});
-    QCOMPARE(viewer.messages(), QStringList());
+    QCOMPARE(viewer.failures(), QStringList());
 }
 
 void TestRedisLink::closingEmitsDisconnectedOnce()
@@ -105,10 +105,10 @@ void TestRedisLink::aRefusedConnectionSaysWhereAndIsTriedAgain()
     RedisViewer viewer(m_robot->url());
 
     viewer.link().open();
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.messages().size(), 1, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.failures().size(), 1, patienceMs);
     QCOMPARE(
-        viewer.messages().first(),
-        QString("Redis: cannot connect | 127.0.0.1:%1 refuses the connection. Check that the server is running and "
+        viewer.failures().first(),
+        QString("Redis: cannot connect: 127.0.0.1:%1 refuses the connection. Check that the server is running and "
                 "that host and port are right.")
             .arg(m_robot->server().port()));
     QCOMPARE(viewer.link().state(), RobotLink::Connecting);
@@ -126,10 +126,10 @@ void TestRedisLink::aHostOfAnotherProtocolIsReported()
     QTRY_COMPARE_WITH_TIMEOUT(proxy.connectionCount(), 1, patienceMs);
 
     // A swallowed connection takes what the test puts into it.
-    QTRY_VERIFY_WITH_TIMEOUT((proxy.inject("220 mail.example ESMTP\r\n"), !viewer.messages().isEmpty()), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT((proxy.inject("220 mail.example ESMTP\r\n"), !viewer.failures().isEmpty()), patienceMs);
 
-    QVERIFY2(viewer.messages().first().contains("does not speak the Redis protocol"),
-             qPrintable(viewer.messages().first()));
+    QVERIFY2(viewer.failures().first().contains("does not speak the Redis protocol"),
+             qPrintable(viewer.failures().first()));
 }
 
 void TestRedisLink::aWrongPasswordIsReportedWithoutThePassword()
@@ -138,11 +138,11 @@ void TestRedisLink::aWrongPasswordIsReportedWithoutThePassword()
     RedisViewer viewer(QString("redis://:mistaken@127.0.0.1:%1/arm1").arg(m_robot->server().port()));
 
     viewer.link().open();
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.messages().size(), 1, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.failures().size(), 1, patienceMs);
 
-    QVERIFY2(viewer.messages().first().startsWith("Redis: password refused | 127.0.0.1"),
-             qPrintable(viewer.messages().first()));
-    QVERIFY(!viewer.messages().first().contains("mistaken"));
+    QVERIFY2(viewer.failures().first().startsWith("Redis: password refused: 127.0.0.1"),
+             qPrintable(viewer.failures().first()));
+    QVERIFY(!viewer.failures().first().contains("mistaken"));
     QVERIFY(!viewer.link().isConnected());
 }
 
@@ -152,8 +152,8 @@ void TestRedisLink::aMissingPasswordSaysWhereToGiveIt()
     RedisViewer viewer(m_robot->url());
 
     viewer.link().open();
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.messages().size(), 1, patienceMs);
-    QVERIFY2(viewer.messages().first().contains("asks for a password"), qPrintable(viewer.messages().first()));
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.failures().size(), 1, patienceMs);
+    QVERIFY2(viewer.failures().first().contains("asks for a password"), qPrintable(viewer.failures().first()));
 }
 
 void TestRedisLink::aServerThatIsLoadingIsWaitedFor()
@@ -166,9 +166,9 @@ void TestRedisLink::aServerThatIsLoadingIsWaitedFor()
     QTRY_COMPARE_WITH_TIMEOUT(proxy.connectionCount(), 1, patienceMs);
 
     QTRY_VERIFY_WITH_TIMEOUT(
-        (proxy.inject("-LOADING Redis is loading the dataset in memory\r\n"), !viewer.messages().isEmpty()),
+        (proxy.inject("-LOADING Redis is loading the dataset in memory\r\n"), !viewer.failures().isEmpty()),
         patienceMs);
-    QVERIFY2(viewer.messages().first().contains("is still loading its data"), qPrintable(viewer.messages().first()));
+    QVERIFY2(viewer.failures().first().contains("is still loading its data"), qPrintable(viewer.failures().first()));
 
     proxy.setSwallowing(false);
     QTRY_VERIFY_WITH_TIMEOUT(viewer.link().isConnected(), patienceMs);
@@ -196,8 +196,8 @@ void TestRedisLink::aServerThatDoesNotAnswerIsLost()
 
     m_robot->server().pause();
     QTRY_COMPARE_WITH_TIMEOUT(viewer.link().state(), RobotLink::Lost, patienceMs);
-    QVERIFY2(viewer.messages().constLast().contains("has not answered for 1 seconds"),
-             qPrintable(viewer.messages().constLast()));
+    QVERIFY2(viewer.failures().constLast().contains("has not answered for 1 seconds"),
+             qPrintable(viewer.failures().constLast()));
 
     m_robot->server().resume();
     QTRY_VERIFY_WITH_TIMEOUT(viewer.link().isConnected(), patienceMs);
@@ -209,8 +209,8 @@ void TestRedisLink::aServerThatDoesNotAnswerAtFirstIsTriedAgain()
     RedisViewer viewer(m_robot->url());
 
     viewer.link().open();
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.messages().size(), 1, patienceMs);
-    QVERIFY2(viewer.messages().first().contains("did not answer within"), qPrintable(viewer.messages().first()));
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.failures().size(), 1, patienceMs);
+    QVERIFY2(viewer.failures().first().contains("did not answer within"), qPrintable(viewer.failures().first()));
 
     m_robot->server().resume();
     QTRY_VERIFY_WITH_TIMEOUT(viewer.link().isConnected(), patienceMs);

@@ -7,18 +7,6 @@
 
 using namespace Velk;
 
-namespace {
-
-QByteArrayList names(int count)
-{
-    QByteArrayList list;
-    for (int i = 0; i < count; ++i)
-        list.append("Key/" + QByteArray::number(i));
-    return list;
-}
-
-} // namespace
-
 class TestRedisLists : public RedisRobotTest
 {
     Q_OBJECT
@@ -57,15 +45,15 @@ void TestRedisLists::aListThatCannotBeReadIsEmptyAndSaysWhy()
     QVERIFY(viewer.connectToRobot());
 
     QCOMPARE(RedisViewer::names(viewer.memory()->getDataList()), QStringList());
-    QCOMPARE(viewer.messages().size(), 1);
-    QVERIFY2(viewer.messages().first().contains("mem:{arm1}:data"), qPrintable(viewer.messages().first()));
+    QCOMPARE(viewer.failures().size(), 1);
+    QVERIFY2(viewer.failures().first().contains("mem:{arm1}:data"), qPrintable(viewer.failures().first()));
 }
 
 void TestRedisLists::aListOfManyNamesIsCompleteAndWithoutRepetitions()
 {
     // More than are asked for at once, so that the set is walked through.
     const int count = 100001;
-    m_robot->client().command(QByteArrayList{"SADD", "mem:{arm1}:data"} + names(count));
+    m_robot->client().command(QByteArrayList{"SADD", "mem:{arm1}:data"} + keyNames(count));
     RedisViewer viewer(m_robot->url());
     QVERIFY(viewer.connectToRobot());
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/model_viewer.h"
 #include "support/redis_server.h"
 #include "support/redis_test_client.h"
-#include "support/viewer.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
 
@@ -53,10 +53,10 @@ private Q_SLOTS:
         RedisServer server;
         QVERIFY2(server.start(), qPrintable(server.errorString()));
         RedisTestClient(server.port()).command({"SET", "mem:{lab1}:v:Ready", "1"});
-        Viewer viewer(server.url(QStringLiteral("lab1")));
+        ModelViewer viewer(server.url(QStringLiteral("lab1")));
         viewer.link().open();
-        viewer.watch({QStringLiteral("Arm/Temperature"), QStringLiteral("Arm/Position"), QStringLiteral("Bumper"),
-                      QStringLiteral("Ready")});
+        viewer.display({QStringLiteral("Arm/Temperature"), QStringLiteral("Arm/Position"), QStringLiteral("Bumper"),
+                        QStringLiteral("Ready")});
         QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("Ready")).isValid(), patience);
 
         QProcess producer;
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(describe(catalogue.keys()),
                  QStringList({QStringLiteral("Arm/Position DATA"), QStringLiteral("Arm/Temperature DATA"),
                               QStringLiteral("Bumper EVENT")}));
-        QCOMPARE(viewer.failures, QStringList());
+        QCOMPARE(viewer.failures(), QStringList());
     }
 
     void aProducerWithoutAServerSaysWhy()

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "support/fault_proxy.h"
+#include "support/model_viewer.h"
 #include "support/redis_server.h"
 #include "support/redis_test_client.h"
-#include "support/viewer.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
 
@@ -90,9 +90,9 @@ void TestRedisReconnection::aPausedServerIsLostAndGoesOnWithoutALossOrARepetitio
     RedisServer server;
     QVERIFY2(server.start(), qPrintable(server.errorString()));
     CountingRobot robot(server.port());
-    Viewer viewer(server.url(), 1000);
+    ModelViewer viewer(server.url(), 1000);
     viewer.link().open();
-    viewer.watch({dataKey, eventKey});
+    viewer.display({dataKey, eventKey});
     QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(dataKey).isValid(), patience);
     for (int i = 0; i < 10; ++i)
         QVERIFY(robot.raise());
@@ -100,7 +100,7 @@ void TestRedisReconnection::aPausedServerIsLostAndGoesOnWithoutALossOrARepetitio
     server.pause();
     QTRY_VERIFY_WITH_TIMEOUT(!viewer.link().isConnected(), patience);
     QVERIFY2(viewer.hasFailure(QStringLiteral("has not answered")),
-             qPrintable(viewer.failures.join(QLatin1Char('\n'))));
+             qPrintable(viewer.failures().join(QLatin1Char('\n'))));
     QCOMPARE(viewer.link().state(), RobotLink::Lost);
     server.resume();
     for (int i = 0; i < 10; ++i)
@@ -119,9 +119,9 @@ void TestRedisReconnection::aServerThatIsPausedDuringARecordingEndsItAndAnotherO
     RedisServer server;
     QVERIFY2(server.start(), qPrintable(server.errorString()));
     CountingRobot robot(server.port());
-    Viewer viewer(server.url(), 1000);
+    ModelViewer viewer(server.url(), 1000);
     viewer.link().open();
-    viewer.watch({dataKey, eventKey});
+    viewer.display({dataKey, eventKey});
     QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(dataKey).isValid(), patience);
     viewer.model().startRecording();
     QVERIFY(robot.raise());
@@ -149,9 +149,9 @@ void TestRedisReconnection::aServerThatIsKilledInTheMiddleOfABatchComesBackWithO
     RedisTestClient robot(server.port());
     robot.command({"SADD", "mem:{arm1}:event", "E"});
     robot.command({"SET", "mem:{arm1}:v:A", "0"});
-    Viewer viewer(server.url());
+    ModelViewer viewer(server.url());
     viewer.link().open();
-    viewer.watch({dataKey, eventKey});
+    viewer.display({dataKey, eventKey});
     QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(dataKey).isValid(), patience);
 
     robot.command({"EVAL", "for i = 0, 99999 do redis.call('XADD', KEYS[1], '*', 'v', i) end", "1", "mem:{arm1}:e:E"});
@@ -171,7 +171,7 @@ void TestRedisReconnection::aServerThatIsKilledInTheMiddleOfABatchComesBackWithO
     QCOMPARE(viewer.values(eventKey).mid(delivered),
              QList<QVariant>({QStringLiteral("first"), QStringLiteral("second")}));
     QCOMPARE(viewer.disorder(), QString());
-    QCOMPARE(viewer.changes, lostOnce);
+    QCOMPARE(viewer.states, lostOnce);
 }
 
 void TestRedisReconnection::aServerThatIsKilledWhileItSendsALongListLeavesAnEmptyList()
@@ -181,7 +181,7 @@ void TestRedisReconnection::aServerThatIsKilledWhileItSendsALongListLeavesAnEmpt
     RedisTestClient(server.port())
         .command({"EVAL", "for i = 0, 99999 do redis.call('SADD', KEYS[1], 'Key/' .. i) end", "1", "mem:{arm1}:data"});
     FaultProxy proxy(server.port());
-    Viewer viewer(proxy.url());
+    ModelViewer viewer(proxy.url());
     viewer.link().open();
     QTRY_VERIFY_WITH_TIMEOUT(viewer.link().isConnected(), patience);
 
@@ -204,35 +204,36 @@ void TestRedisReconnection::aConnectionThatIsCutAtAnyByteOfAReplyGoesOnWithoutAL
     QVERIFY2(server.start(), qPrintable(server.errorString()));
     CountingRobot robot(server.port());
     std::vector<std::unique_ptr<FaultProxy>> proxies;
-    std::vector<std::unique_ptr<Viewer>> viewers;
+    std::vector<std::unique_ptr<ModelViewer>> viewers;
     for (int i = 0; i < offsets; ++i) {
         proxies.push_back(std::make_unique<FaultProxy>(server.port()));
-        viewers.push_back(std::make_unique<Viewer>(proxies.back()->url()));
+        viewers.push_back(std::make_unique<ModelViewer>(proxies.back()->url()));
         viewers.back()->link().open();
-        viewers.back()->watch({dataKey, eventKey});
+        viewers.back()->display({dataKey, eventKey});
     }
     const auto allOf = [&viewers](auto condition) {
         return std::all_of(viewers.begin(), viewers.end(),
                            [&condition](const auto& viewer) { return condition(*viewer); });
     };
-    QTRY_VERIFY_WITH_TIMEOUT(allOf([](Viewer& viewer) { return viewer.newestValue(dataKey).isValid(); }), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(allOf([](ModelViewer& viewer) { return viewer.newestValue(dataKey).isValid(); }),
+                             patience);
     QVERIFY(robot.raise());
-    QTRY_VERIFY_WITH_TIMEOUT(allOf([](Viewer& viewer) { return viewer.newestValue(eventKey) == QVariant(0LL); }),
+    QTRY_VERIFY_WITH_TIMEOUT(allOf([](ModelViewer& viewer) { return viewer.newestValue(eventKey) == QVariant(0LL); }),
                              patience);
 
     for (int i = 0; i < offsets; ++i)
         proxies[std::size_t(i)]->cutAfter(i);
     QVERIFY(robot.raise());
-    QTRY_VERIFY_WITH_TIMEOUT(allOf([](Viewer& viewer) { return viewer.changes == lostOnce; }), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(allOf([](ModelViewer& viewer) { return viewer.states == lostOnce; }), patience);
     QVERIFY(robot.raise());
 
-    QTRY_VERIFY_WITH_TIMEOUT(allOf([](Viewer& viewer) { return viewer.newestValue(eventKey) == QVariant(2LL); }),
+    QTRY_VERIFY_WITH_TIMEOUT(allOf([](ModelViewer& viewer) { return viewer.newestValue(eventKey) == QVariant(2LL); }),
                              patience);
-    QTRY_VERIFY_WITH_TIMEOUT(allOf([](Viewer& viewer) { return viewer.newestValue(dataKey) == QVariant(2LL); }),
+    QTRY_VERIFY_WITH_TIMEOUT(allOf([](ModelViewer& viewer) { return viewer.newestValue(dataKey) == QVariant(2LL); }),
                              patience);
     QStringList wrong;
     for (int i = 0; i < offsets; ++i) {
-        Viewer& viewer = *viewers[std::size_t(i)];
+        ModelViewer& viewer = *viewers[std::size_t(i)];
         if (viewer.values(eventKey) != numbersBelow(3) || !viewer.disorder().isEmpty())
             wrong << QString::number(i);
     }
@@ -248,15 +249,15 @@ void TestRedisReconnection::aConnectionThatIsCutAtAnyByteOfItsBeginningIsMadeAga
     RedisTestClient(server.port(), "secret").command({"SET", "mem:{arm1}:v:A", "1"});
     RedisTestClient(server.port(), "secret").command({"HSET", "mem:{arm1}:meta", "name", "Arm", "realtime", "1"});
     std::vector<std::unique_ptr<FaultProxy>> proxies;
-    std::vector<std::unique_ptr<Viewer>> viewers;
+    std::vector<std::unique_ptr<ModelViewer>> viewers;
     for (int i = 0; i < offsets; ++i) {
         proxies.push_back(std::make_unique<FaultProxy>(server.port()));
         // A cut after no byte at all is one that never lets a reply through: the connections are closed at the first.
         proxies.back()->cutAfter(i + 1);
-        viewers.push_back(
-            std::make_unique<Viewer>(QStringLiteral("redis://:secret@127.0.0.1:%1/arm1").arg(proxies.back()->port())));
+        viewers.push_back(std::make_unique<ModelViewer>(
+            QStringLiteral("redis://:secret@127.0.0.1:%1/arm1").arg(proxies.back()->port())));
         viewers.back()->link().open();
-        viewers.back()->watch({dataKey});
+        viewers.back()->display({dataKey});
     }
 
     QTRY_VERIFY_WITH_TIMEOUT(
@@ -265,9 +266,9 @@ void TestRedisReconnection::aConnectionThatIsCutAtAnyByteOfItsBeginningIsMadeAga
         patience);
     QVERIFY(std::all_of(proxies.begin(), proxies.end(), [](const auto& proxy) { return proxy->hasCut(); }));
     // The cuts before the connection stood are failed attempts, the others are losses.
-    QCOMPARE(viewers.front()->changes, QStringList({QStringLiteral("robotConnected true")}));
-    QVERIFY(!viewers.front()->failures.isEmpty());
-    QTRY_COMPARE_WITH_TIMEOUT(viewers.back()->changes, lostOnce, patience);
+    QCOMPARE(viewers.front()->states, QStringList({QStringLiteral("robotConnected true")}));
+    QVERIFY(!viewers.front()->failures().isEmpty());
+    QTRY_COMPARE_WITH_TIMEOUT(viewers.back()->states, lostOnce, patience);
 }
 
 void TestRedisReconnection::aConnectionThatSwallowsEverythingIsLost()
@@ -276,9 +277,9 @@ void TestRedisReconnection::aConnectionThatSwallowsEverythingIsLost()
     QVERIFY2(server.start(), qPrintable(server.errorString()));
     CountingRobot robot(server.port());
     FaultProxy proxy(server.port());
-    Viewer viewer(proxy.url(), 1000);
+    ModelViewer viewer(proxy.url(), 1000);
     viewer.link().open();
-    viewer.watch({dataKey, eventKey});
+    viewer.display({dataKey, eventKey});
     QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(dataKey).isValid(), patience);
     QVERIFY(robot.raise());
     QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(eventKey), QVariant(0LL), patience);
@@ -301,9 +302,9 @@ void TestRedisReconnection::aSlowConnectionSkipsTicksAndCountsThem()
     QVERIFY2(server.start(), qPrintable(server.errorString()));
     CountingRobot robot(server.port());
     FaultProxy proxy(server.port());
-    Viewer viewer(proxy.url());
+    ModelViewer viewer(proxy.url());
     viewer.link().open();
-    viewer.watch({dataKey, eventKey});
+    viewer.display({dataKey, eventKey});
     QTRY_VERIFY_WITH_TIMEOUT(viewer.values(dataKey).size() > 0, patience);
 
     proxy.setDelay(700); // more than three sampling periods
@@ -314,7 +315,7 @@ void TestRedisReconnection::aSlowConnectionSkipsTicksAndCountsThem()
 
     QCOMPARE(viewer.values(eventKey), numbersBelow(5));
     QCOMPARE(viewer.disorder(), QString());
-    QCOMPARE(viewer.changes, QStringList({QStringLiteral("robotConnected true")}));
+    QCOMPARE(viewer.states, QStringList({QStringLiteral("robotConnected true")}));
     QVERIFY(viewer.link().losses().skippedTicks >= viewer.link().losses(dataKey).skippedTicks);
 }
 
@@ -324,9 +325,9 @@ void TestRedisReconnection::eventsThatWereTrimmedWhileTheServerWasAwayAreCounted
     QVERIFY2(server.start(), qPrintable(server.errorString()));
     CountingRobot robot(server.port());
     FaultProxy proxy(server.port());
-    Viewer viewer(proxy.url());
+    ModelViewer viewer(proxy.url());
     viewer.link().open();
-    viewer.watch({dataKey, eventKey});
+    viewer.display({dataKey, eventKey});
     QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(dataKey).isValid(), patience);
     QVERIFY(robot.raise());
     QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(eventKey), QVariant(0LL), patience);
@@ -349,23 +350,23 @@ void TestRedisReconnection::theModelsStateFollowsALoss()
     RedisServer server;
     QVERIFY2(server.start(), qPrintable(server.errorString()));
     CountingRobot robot(server.port());
-    Viewer viewer(server.url());
+    ModelViewer viewer(server.url());
     viewer.link().open();
-    viewer.watch({dataKey, eventKey});
+    viewer.display({dataKey, eventKey});
     QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(0LL), patience);
     viewer.model().startRecording();
 
     server.kill();
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.changes.size(), 4, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.states.size(), 4, patience);
 
-    QCOMPARE(viewer.changes.mid(1), QStringList({QStringLiteral("recording true"), QStringLiteral("recording false"),
-                                                 QStringLiteral("robotConnected false")}));
+    QCOMPARE(viewer.states.mid(1), QStringList({QStringLiteral("recording true"), QStringLiteral("recording false"),
+                                                QStringLiteral("robotConnected false")}));
     QCOMPARE(viewer.model().isRobotConnected(), false);
     QCOMPARE(viewer.model().keys().size(), 2);
     QCOMPARE(viewer.newestValue(dataKey), QVariant(0LL));
     QVERIFY(!viewer.link().memoryInterface());
     viewer.errors.clear();
-    viewer.watch({QStringLiteral("B")});
+    viewer.display({QStringLiteral("B")});
     QCOMPARE(viewer.errors, QStringList({QStringLiteral("Not connected to a robot: Cannot retrieve memory value if no "
                                                         "robot is connected.")}));
 
@@ -373,9 +374,9 @@ void TestRedisReconnection::theModelsStateFollowsALoss()
     RedisTestClient(server.port()).command({"MSET", "mem:{arm1}:v:A", "7", "mem:{arm1}:v:B", "8"});
     QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(7LL), patience);
     QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("B")), QVariant(8LL), patience);
-    QCOMPARE(viewer.changes.mid(4), QStringList({QStringLiteral("robotConnected true")}));
+    QCOMPARE(viewer.states.mid(4), QStringList({QStringLiteral("robotConnected true")}));
     viewer.link().close();
-    QCOMPARE(viewer.changes.mid(5), QStringList({QStringLiteral("robotConnected false")}));
+    QCOMPARE(viewer.states.mid(5), QStringList({QStringLiteral("robotConnected false")}));
 }
 
 QTEST_GUILESS_MAIN(TestRedisReconnection)

@@ -9,18 +9,6 @@
 
 using namespace Velk;
 
-namespace {
-
-QByteArrayList names(int count)
-{
-    QByteArrayList list;
-    for (int i = 0; i < count; ++i)
-        list.append("Key/" + QByteArray::number(i));
-    return list;
-}
-
-} // namespace
-
 class TestRedisSampling : public RedisRobotTest
 {
     Q_OBJECT
@@ -47,14 +35,14 @@ void TestRedisSampling::everyTickIsASampleWithTheServersTime()
     QVERIFY(viewer.connectToRobot());
 
     viewer.watch({"Arm/Angle"});
-    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("Arm/Angle").size() >= 5, patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.texts("Arm/Angle").size() >= 5, patienceMs);
     m_robot->client().command({"SET", "mem:{arm1}:v:Arm/Angle", "2"});
     QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Arm/Angle"), (QStringList{"1", "2"}), patienceMs);
 
     const double after = m_robot->client().list({"TIME"}).first().toDouble() + 1.0;
-    QVERIFY(viewer.samples("Arm/Angle").firstKey() >= before);
-    QVERIFY(viewer.samples("Arm/Angle").lastKey() <= after);
-    QVERIFY(!viewer.hasDisorder());
+    QVERIFY(viewer.stamps("Arm/Angle").constFirst() >= before);
+    QVERIFY(viewer.stamps("Arm/Angle").constLast() <= after);
+    QCOMPARE(viewer.disorder(), QString());
 }
 
 void TestRedisSampling::keysHaveTheirOwnPeriodsWhenTheWatcherHasNone()
@@ -88,15 +76,15 @@ void TestRedisSampling::anUnwatchedKeyIsDeliveredNoMore()
     RedisViewer viewer(m_robot->url());
     QVERIFY(viewer.connectToRobot());
     viewer.watch({"A", "B"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty() && !viewer.values("B").isEmpty(), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.texts("A").isEmpty() && !viewer.texts("B").isEmpty(), patienceMs);
 
     viewer.memory()->unwatchKey("A");
     viewer.memory()->unwatchKey("never watched");
-    const qsizetype countA = viewer.values("A").size();
-    const qsizetype countB = viewer.values("B").size();
-    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("B").size() >= countB + 10, patienceMs);
+    const qsizetype countA = viewer.texts("A").size();
+    const qsizetype countB = viewer.texts("B").size();
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.texts("B").size() >= countB + 10, patienceMs);
 
-    QCOMPARE(viewer.values("A").size(), countA);
+    QCOMPARE(viewer.texts("A").size(), countA);
 }
 
 void TestRedisSampling::aWatcherThatDoesNotRunDeliversNothing()
@@ -105,7 +93,7 @@ void TestRedisSampling::aWatcherThatDoesNotRunDeliversNothing()
     RedisViewer viewer(m_robot->url());
     QVERIFY(viewer.connectToRobot());
     viewer.watch({"A"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty(), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.texts("A").isEmpty(), patienceMs);
 
     viewer.memory()->stopWatcher();
     const int batches = viewer.batchCount();
@@ -124,7 +112,7 @@ void TestRedisSampling::aBatchIsDeliveredAlsoWhenThereIsNothing()
     viewer.watch({"unknown to the robot"});
 
     QTRY_VERIFY_WITH_TIMEOUT(viewer.batchCount() >= 3, patienceMs);
-    QCOMPARE(viewer.values("unknown to the robot"), QStringList());
+    QCOMPARE(viewer.texts("unknown to the robot"), QStringList());
 }
 
 void TestRedisSampling::aKeyThatAppearsLaterIsDelivered()
@@ -140,8 +128,8 @@ void TestRedisSampling::aKeyThatAppearsLaterIsDelivered()
     m_robot->client().command({"XADD", "mem:{arm1}:v:Stream", "*", "v", "3"});
 
     QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Value"), QStringList{"1"}, patienceMs);
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Event"), QStringList{"2"}, patienceMs);
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Stream"), QStringList{"3"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Event"), QStringList{"2"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Stream"), QStringList{"3"}, patienceMs);
 }
 
 void TestRedisSampling::aKeyOfAnotherTypeIsReportedAndTheOthersGoOn()
@@ -156,19 +144,19 @@ void TestRedisSampling::aKeyOfAnotherTypeIsReportedAndTheOthersGoOn()
     QVERIFY(viewer.connectToRobot());
 
     viewer.watch({"Good", "Bad", "Worse", "Bumper"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Good").isEmpty(), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.texts("Good").isEmpty(), patienceMs);
     m_robot->raise("Bumper", "2");
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"2"}, patienceMs);
-    QCOMPARE(viewer.messages().size(), 2);
-    QVERIFY2(viewer.messages().at(0).contains("mem:{arm1}:v:Bad"), qPrintable(viewer.messages().at(0)));
-    QVERIFY2(viewer.messages().at(1).contains("mem:{arm1}:e:Worse"), qPrintable(viewer.messages().at(1)));
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), QStringList{"2"}, patienceMs);
+    QCOMPARE(viewer.failures().size(), 2);
+    QVERIFY2(viewer.failures().at(0).contains("mem:{arm1}:v:Bad"), qPrintable(viewer.failures().at(0)));
+    QVERIFY2(viewer.failures().at(1).contains("mem:{arm1}:e:Worse"), qPrintable(viewer.failures().at(1)));
     QVERIFY(viewer.link().isConnected());
 
     // One that changes its type while it is read is found as well.
     m_robot->client().command({"DEL", "mem:{arm1}:e:Bumper"});
     m_robot->client().command({"SET", "mem:{arm1}:e:Bumper", "1"});
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.messages().size(), 3, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.failures().size(), 3, patienceMs);
 }
 
 void TestRedisSampling::aValueThatIsTooLongIsReportedAndTheOthersGoOn()
@@ -178,13 +166,13 @@ void TestRedisSampling::aValueThatIsTooLongIsReportedAndTheOthersGoOn()
     RedisViewer viewer(m_robot->url());
     QVERIFY(viewer.connectToRobot());
     viewer.watch({"Good", "Image"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Image").isEmpty(), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.texts("Image").isEmpty(), patienceMs);
 
     // The largest value that the server takes.
     m_robot->client().command({"SETRANGE", "mem:{arm1}:v:Image", QByteArray::number(512 * 1024 * 1024 - 1), "1"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.messages().isEmpty(), patienceMs);
-    QVERIFY2(viewer.messages().first().contains("\"Image\""), qPrintable(viewer.messages().first()));
-    QVERIFY2(viewer.messages().first().contains("512 MiB"), qPrintable(viewer.messages().first()));
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.failures().isEmpty(), patienceMs);
+    QVERIFY2(viewer.failures().first().contains("\"Image\""), qPrintable(viewer.failures().first()));
+    QVERIFY2(viewer.failures().first().contains("512 MiB"), qPrintable(viewer.failures().first()));
     QVERIFY(viewer.link().isConnected());
     m_robot->client().command({"SET", "mem:{arm1}:v:Good", "2"});
     QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Good"), (QStringList{"1", "2"}), patienceMs);
@@ -195,7 +183,7 @@ void TestRedisSampling::aValueThatIsTooLongIsReportedAndTheOthersGoOn()
 
 void TestRedisSampling::moreKeysThanOneCommandTakesAreAllSampled()
 {
-    const QByteArrayList keys = names(2500);
+    const QByteArrayList keys = keyNames(2500);
     QByteArrayList command = {"MSET"};
     for (const QByteArray& key : keys)
         command << "mem:{arm1}:v:" + key << key;
@@ -209,7 +197,7 @@ void TestRedisSampling::moreKeysThanOneCommandTakesAreAllSampled()
 
     viewer.watch(watched, 100);
 
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values(watched.last()).isEmpty() && !viewer.values(watched.first()).isEmpty(),
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.texts(watched.last()).isEmpty() && !viewer.texts(watched.first()).isEmpty(),
                              patienceMs);
     for (const QString& name : watched)
         QTRY_COMPARE_WITH_TIMEOUT(viewer.changes(name), QStringList{name}, patienceMs);
@@ -222,7 +210,7 @@ void TestRedisSampling::aTickWithoutAnswerToTheOneBeforeIsSkippedAndCounted()
     RedisViewer viewer(proxy.url());
     QVERIFY(viewer.connectToRobot());
     viewer.watch({"A"}, 20);
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty(), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.texts("A").isEmpty(), patienceMs);
 
     proxy.setSwallowing(true);
     QTRY_VERIFY_WITH_TIMEOUT(viewer.link().losses().skippedTicks >= 5, patienceMs);
@@ -239,7 +227,7 @@ void TestRedisSampling::ticksThatABusyProgramMissesAreCounted()
     RedisViewer viewer(m_robot->url());
     QVERIFY(viewer.connectToRobot());
     viewer.watch({"A"}, 10);
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("A").isEmpty(), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!viewer.texts("A").isEmpty(), patienceMs);
     const qint64 before = viewer.link().losses("A").missedTicks;
 
     QThread::msleep(500); // the program is busy

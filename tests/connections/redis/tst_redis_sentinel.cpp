@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/model_viewer.h"
 #include "support/redis_sentinel_set.h"
 #include "support/redis_test_client.h"
-#include "support/viewer.h"
 
 #include <QTest>
 
@@ -37,9 +37,9 @@ private Q_SLOTS:
         RedisSentinelSet set;
         QVERIFY2(set.start(), qPrintable(set.errorString()));
         QVERIFY(write(set.server(0), 0));
-        Viewer viewer(set.url());
+        ModelViewer viewer(set.url());
         viewer.link().open();
-        viewer.watch({dataKey, eventKey});
+        viewer.display({dataKey, eventKey});
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(0LL), patience);
         viewer.model().startRecording();
         QVERIFY(write(set.server(0), 1));
@@ -57,9 +57,9 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(2LL), patience);
         QCOMPARE(viewer.values(eventKey), QList<QVariant>({1LL, 2LL}));
         QCOMPARE(viewer.disorder(), QString());
-        QCOMPARE(viewer.changes, QStringList({QStringLiteral("robotConnected true"), QStringLiteral("recording true"),
-                                              QStringLiteral("recording false"), QStringLiteral("robotConnected false"),
-                                              QStringLiteral("robotConnected true")}));
+        QCOMPARE(viewer.states, QStringList({QStringLiteral("robotConnected true"), QStringLiteral("recording true"),
+                                             QStringLiteral("recording false"), QStringLiteral("robotConnected false"),
+                                             QStringLiteral("robotConnected true")}));
     }
 
     // The old master lives on as a replica: nobody closes the connection to it in earnest.
@@ -68,9 +68,9 @@ private Q_SLOTS:
         RedisSentinelSet set;
         QVERIFY2(set.start(), qPrintable(set.errorString()));
         QVERIFY(write(set.server(0), 0));
-        Viewer viewer(set.url());
+        ModelViewer viewer(set.url());
         viewer.link().open();
-        viewer.watch({dataKey, eventKey});
+        viewer.display({dataKey, eventKey});
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(0LL), patience);
         QVERIFY(set.waitForReplication());
 
@@ -93,20 +93,20 @@ private Q_SLOTS:
         QVERIFY(write(set.server(0), 0));
         set.sentinel(0).kill();
         set.sentinel(1).kill();
-        Viewer viewer(set.url());
+        ModelViewer viewer(set.url());
 
         viewer.link().open();
-        viewer.watch({dataKey});
+        viewer.display({dataKey});
 
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(dataKey), QVariant(0LL), patience);
-        QCOMPARE(viewer.failures, QStringList());
+        QCOMPARE(viewer.failures(), QStringList());
     }
 
     void aServiceThatTheSentinelsDoNotKnowIsExplained()
     {
         RedisSentinelSet set;
         QVERIFY2(set.start(), qPrintable(set.errorString()));
-        Viewer viewer(set.url().replace(QStringLiteral("/main/"), QStringLiteral("/mean/")));
+        ModelViewer viewer(set.url().replace(QStringLiteral("/main/"), QStringLiteral("/mean/")));
 
         viewer.link().open();
 

@@ -23,7 +23,20 @@ private Q_SLOTS:
     void eventsThatAreTrimmedBetweenTicksAreCounted();
     void aStoppedWatcherDoesNotCatchUp();
     void aServerWithOtherDataIsReadFromItsStart();
+
+private:
+    bool connectAndWatch(RedisViewer& viewer, const QStringList& names);
 };
+
+// Connects the viewer. When it has a value of the key Value, it knows all keys: occurrences count from then on.
+bool TestRedisStreams::connectAndWatch(RedisViewer& viewer, const QStringList& names)
+{
+    m_robot->put("Value", "1");
+    if (!viewer.connectToRobot())
+        return false;
+    viewer.watch(names);
+    return QTest::qWaitFor([&viewer] { return !viewer.values("Value").isEmpty(); }, patienceMs);
+}
 
 void TestRedisStreams::aStreamDataKeyStartsWithItsNewestValueAndKeepsEverySample()
 {
@@ -33,7 +46,7 @@ void TestRedisStreams::aStreamDataKeyStartsWithItsNewestValueAndKeepsEverySample
     RedisViewer viewer(m_robot->url());
     QVERIFY(viewer.connectToRobot());
     viewer.watch({"Angle"}, 200);
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Angle"), QStringList{"2"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Angle"), QStringList{"2"}, patienceMs);
 
     QList<QByteArrayList> commands;
     QStringList expected = {"2"};
@@ -43,9 +56,9 @@ void TestRedisStreams::aStreamDataKeyStartsWithItsNewestValueAndKeepsEverySample
     }
     QCOMPARE(m_robot->client().pipeline(commands), 3000);
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Angle").size(), expected.size(), patienceMs);
-    QCOMPARE(viewer.values("Angle"), expected);
-    QVERIFY(!viewer.hasDisorder());
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Angle").size(), expected.size(), patienceMs);
+    QCOMPARE(viewer.texts("Angle"), expected);
+    QCOMPARE(viewer.disorder(), QString());
     QCOMPARE(viewer.link().losses(), SampleLosses());
 }
 
@@ -53,18 +66,15 @@ void TestRedisStreams::eventsAreDeliveredOnceFromTheWatchOn()
 {
     m_robot->raise("Bumper", "\"before\"");
     RedisViewer viewer(m_robot->url());
-    QVERIFY(viewer.connectToRobot());
-    m_robot->put("Value", "1");
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
 
     m_robot->raise("Bumper", "\"left\"");
     m_robot->raise("Bumper", "\"right\"");
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"left", "right"}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), (QStringList{"left", "right"}), patienceMs);
     const int batches = viewer.batchCount();
     QTRY_VERIFY_WITH_TIMEOUT(viewer.batchCount() > batches + 3, patienceMs);
 
-    QCOMPARE(viewer.values("Bumper"), (QStringList{"left", "right"}));
+    QCOMPARE(viewer.texts("Bumper"), (QStringList{"left", "right"}));
 }
 
 void TestRedisStreams::aNameThatIsEventAndMicroEventGetsBoth()
@@ -80,43 +90,37 @@ void TestRedisStreams::aNameThatIsEventAndMicroEventGetsBoth()
     m_robot->raise("Touch", "1");
     m_robot->client().command({"XADD", "mem:{arm1}:m:Touch", "*", "v", "2"});
 
-    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("Touch").contains("1") && viewer.values("Touch").contains("2"), patienceMs);
-    QVERIFY(!viewer.hasDisorder());
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.texts("Touch").contains("1") && viewer.texts("Touch").contains("2"), patienceMs);
+    QCOMPARE(viewer.disorder(), QString());
 }
 
 void TestRedisStreams::theProducersTimeIsTheTimeStamp()
 {
     m_robot->raise("Bumper", "0");
     RedisViewer viewer(m_robot->url());
-    QVERIFY(viewer.connectToRobot());
-    m_robot->put("Value", "1");
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
 
     m_robot->raise("Bumper", "1", "12.5");
     m_robot->raise("Bumper", "2", "13.25");
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.samples("Bumper").keys(), (QList<double>{12.5, 13.25}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.stamps("Bumper"), (QList<double>{12.5, 13.25}), patienceMs);
 
     // Without a time of the producer's, the server's counts.
     m_robot->client().command({"XADD", "mem:{arm1}:e:Bumper", "4000000000500-0", "v", "3", "t", "noon"});
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.samples("Bumper").keys(), (QList<double>{12.5, 13.25, 4000000000.5}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.stamps("Bumper"), (QList<double>{12.5, 13.25, 4000000000.5}), patienceMs);
 }
 
 void TestRedisStreams::timeStampsAscendWhateverTheProducerSays()
 {
     m_robot->raise("Bumper", "0");
     RedisViewer viewer(m_robot->url());
-    QVERIFY(viewer.connectToRobot());
-    m_robot->put("Value", "1");
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
 
     for (const char* time : {"5", "5", "4", "1e300", "6", "nan", "inf"})
         m_robot->raise("Bumper", time, time);
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper").size(), 7, patienceMs);
-    QVERIFY(!viewer.hasDisorder());
-    QCOMPARE(viewer.values("Bumper"), (QStringList{"5", "5", "4", "1e+300", "6", "nan", "inf"}));
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper").size(), 7, patienceMs);
+    QCOMPARE(viewer.disorder(), QString());
+    QCOMPARE(viewer.texts("Bumper"), (QStringList{"5", "5", "4", "1e+300", "6", "nan", "inf"}));
 }
 
 void TestRedisStreams::eventsOfALossAreDeliveredAfterIt()
@@ -124,21 +128,18 @@ void TestRedisStreams::eventsOfALossAreDeliveredAfterIt()
     m_robot->raise("Bumper", "0");
     FaultProxy proxy(m_robot->server().port());
     RedisViewer viewer(proxy.url());
-    QVERIFY(viewer.connectToRobot());
-    m_robot->put("Value", "1");
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
     m_robot->raise("Bumper", "1");
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"1"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), QStringList{"1"}, patienceMs);
 
     proxy.closeAll();
     m_robot->raise("Bumper", "2");
     m_robot->raise("Bumper", "3");
     QTRY_COMPARE_WITH_TIMEOUT(viewer.connectionSignals(), (QStringList{"connected", "lost", "connected"}), patienceMs);
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"1", "2", "3"}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), (QStringList{"1", "2", "3"}), patienceMs);
     QCOMPARE(viewer.link().losses("Bumper").trimmed, 0);
-    QVERIFY(!viewer.hasDisorder());
+    QCOMPARE(viewer.disorder(), QString());
 }
 
 void TestRedisStreams::eventsOfALossAreDeliveredAlsoWhenAnotherKeyHasJustChangedItsType()
@@ -147,12 +148,9 @@ void TestRedisStreams::eventsOfALossAreDeliveredAlsoWhenAnotherKeyHasJustChanged
     m_robot->raise("Other", "0");
     FaultProxy proxy(m_robot->server().port());
     RedisViewer viewer(proxy.url());
-    QVERIFY(viewer.connectToRobot());
-    m_robot->put("Value", "1");
-    viewer.watch({"Bumper", "Other", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Other", "Value"}));
     m_robot->raise("Bumper", "1");
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"1"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), QStringList{"1"}, patienceMs);
 
     // Streams are read together: the error does not name the one that is no stream any more.
     m_robot->client().command({"DEL", "mem:{arm1}:e:Other"});
@@ -164,8 +162,8 @@ void TestRedisStreams::eventsOfALossAreDeliveredAlsoWhenAnotherKeyHasJustChanged
     m_robot->raise("Bumper", "3");
     QTRY_COMPARE_WITH_TIMEOUT(viewer.connectionSignals(), (QStringList{"connected", "lost", "connected"}), patienceMs);
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"1", "2", "3"}), patienceMs);
-    QVERIFY(!viewer.hasDisorder());
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), (QStringList{"1", "2", "3"}), patienceMs);
+    QCOMPARE(viewer.disorder(), QString());
 }
 
 void TestRedisStreams::eventsThatWereTrimmedDuringALossAreCounted()
@@ -173,19 +171,16 @@ void TestRedisStreams::eventsThatWereTrimmedDuringALossAreCounted()
     m_robot->raise("Bumper", "0");
     FaultProxy proxy(m_robot->server().port());
     RedisViewer viewer(proxy.url());
-    QVERIFY(viewer.connectToRobot());
-    m_robot->put("Value", "1");
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
     m_robot->raise("Bumper", "1");
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"1"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), QStringList{"1"}, patienceMs);
 
     proxy.closeAll();
     QTRY_COMPARE_WITH_TIMEOUT(viewer.link().state(), RobotLink::Lost, patienceMs);
     for (int i = 2; i <= 11; ++i)
         m_robot->client().command({"XADD", "mem:{arm1}:e:Bumper", "MAXLEN", "3", "*", "v", QByteArray::number(i)});
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"1", "9", "10", "11"}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), (QStringList{"1", "9", "10", "11"}), patienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(viewer.link().losses("Bumper").trimmed, 7, patienceMs);
     QCOMPARE(viewer.link().losses().trimmed, 7);
 }
@@ -194,10 +189,7 @@ void TestRedisStreams::eventsThatAreTrimmedBetweenTicksAreCounted()
 {
     m_robot->raise("Bumper", "0");
     RedisViewer viewer(m_robot->url());
-    QVERIFY(viewer.connectToRobot());
-    m_robot->put("Value", "1");
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
 
     // In one transaction no tick comes in between.
     QList<QByteArrayList> commands = {{"MULTI"}};
@@ -206,39 +198,33 @@ void TestRedisStreams::eventsThatAreTrimmedBetweenTicksAreCounted()
     commands.append({"EXEC"});
     QCOMPARE(m_robot->client().pipeline(commands), 102);
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper").size(), 10, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper").size(), 10, patienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(viewer.link().losses("Bumper").trimmed, 90, patienceMs);
 }
 
 void TestRedisStreams::aStoppedWatcherDoesNotCatchUp()
 {
     m_robot->raise("Bumper", "0");
-    m_robot->put("Value", "1");
     RedisViewer viewer(m_robot->url());
-    QVERIFY(viewer.connectToRobot());
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
 
     viewer.memory()->stopWatcher();
     m_robot->raise("Bumper", "1");
-    const qsizetype count = viewer.values("Value").size();
+    const qsizetype count = viewer.texts("Value").size();
     viewer.memory()->startWatcher(20, 10);
-    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("Value").size() > count, patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.texts("Value").size() > count, patienceMs);
     m_robot->raise("Bumper", "2");
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"2"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), QStringList{"2"}, patienceMs);
 }
 
 void TestRedisStreams::aServerWithOtherDataIsReadFromItsStart()
 {
     m_robot->raise("Bumper", "0");
-    m_robot->put("Value", "1");
     RedisViewer viewer(m_robot->url());
-    QVERIFY(viewer.connectToRobot());
-    viewer.watch({"Bumper", "Value"});
-    QTRY_VERIFY_WITH_TIMEOUT(!viewer.values("Value").isEmpty(), patienceMs);
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
     m_robot->raise("Bumper", "1");
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), QStringList{"1"}, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), QStringList{"1"}, patienceMs);
 
     m_robot->server().kill();
     QVERIFY(m_robot->server().start());
@@ -246,10 +232,10 @@ void TestRedisStreams::aServerWithOtherDataIsReadFromItsStart()
     m_robot->client().command({"XADD", "mem:{arm1}:e:Bumper", "1-1", "v", "2"});
     m_robot->put("Value", "2");
 
-    QTRY_COMPARE_WITH_TIMEOUT(viewer.values("Bumper"), (QStringList{"1", "2"}), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), (QStringList{"1", "2"}), patienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Value"), (QStringList{"1", "2"}), patienceMs);
     QCOMPARE(viewer.link().losses("Bumper").trimmed, 0);
-    QVERIFY(!viewer.hasDisorder());
+    QCOMPARE(viewer.disorder(), QString());
 }
 
 QTEST_GUILESS_MAIN(TestRedisStreams)

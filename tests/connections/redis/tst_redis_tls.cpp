@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/model_viewer.h"
 #include "support/redis_server.h"
 #include "support/redis_test_client.h"
 #include "support/tls_arguments.h"
-#include "support/viewer.h"
 
 #include <QTest>
 
@@ -42,14 +42,14 @@ private Q_SLOTS:
     {
         QFETCH(QString, host);
         QFETCH(QString, options);
-        Viewer viewer(url(host, options));
+        ModelViewer viewer(url(host, options));
 
         viewer.link().open();
-        viewer.watch({QStringLiteral("A")});
+        viewer.display({QStringLiteral("A")});
 
         QTRY_VERIFY2_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("A")) == QVariant(1LL),
-                                  qPrintable(viewer.failures.join(QLatin1Char('\n'))), patience);
-        QCOMPARE(viewer.failures, QStringList());
+                                  qPrintable(viewer.failures().join(QLatin1Char('\n'))), patience);
+        QCOMPARE(viewer.failures(), QStringList());
     }
 
     void whatKeepsTlsFromWorkingIsExplained_data()
@@ -80,34 +80,34 @@ private Q_SLOTS:
     {
         QFETCH(QString, options);
         QFETCH(QString, expected);
-        Viewer viewer(url(QStringLiteral("127.0.0.1"), options));
+        ModelViewer viewer(url(QStringLiteral("127.0.0.1"), options));
 
         viewer.link().open();
 
-        QTRY_VERIFY_WITH_TIMEOUT(!viewer.failures.isEmpty(), patience);
-        QVERIFY2(viewer.hasFailure(expected), qPrintable(viewer.failures.join(QLatin1Char('\n'))));
-        QCOMPARE(viewer.changes, QStringList());
+        QTRY_VERIFY_WITH_TIMEOUT(!viewer.failures().isEmpty(), patience);
+        QVERIFY2(viewer.hasFailure(expected), qPrintable(viewer.failures().join(QLatin1Char('\n'))));
+        QCOMPARE(viewer.states, QStringList());
     }
 
     void aPlainConnectionToAPortThatSpeaksTlsIsExplained()
     {
-        Viewer viewer(QStringLiteral("redis://127.0.0.1:%1/arm1").arg(m_tlsPort.port()));
+        ModelViewer viewer(QStringLiteral("redis://127.0.0.1:%1/arm1").arg(m_tlsPort.port()));
 
         viewer.link().open();
 
         QTRY_VERIFY2_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("TLS")),
-                                  qPrintable(viewer.failures.join(QLatin1Char(10))), patience);
+                                  qPrintable(viewer.failures().join(QLatin1Char(10))), patience);
         QVERIFY(!viewer.link().isConnected());
     }
 
     void aTlsConnectionToAPortThatDoesNotSpeakItIsExplained()
     {
-        Viewer viewer(QStringLiteral("rediss://127.0.0.1:%1/arm1").arg(m_server.port()));
+        ModelViewer viewer(QStringLiteral("rediss://127.0.0.1:%1/arm1").arg(m_server.port()));
 
         viewer.link().open();
 
         QTRY_VERIFY2_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("TLS")),
-                                  qPrintable(viewer.failures.join(QLatin1Char(10))), patience);
+                                  qPrintable(viewer.failures().join(QLatin1Char(10))), patience);
         QVERIFY(!viewer.link().isConnected());
     }
 

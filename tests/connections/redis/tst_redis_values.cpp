@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/model_viewer.h"
 #include "support/redis_server.h"
 #include "support/redis_test_client.h"
-#include "support/viewer.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
 
@@ -109,10 +109,10 @@ private Q_SLOTS:
         RedisTestClient robot(server.port());
         robot.command({"SADD", "mem:{arm1}:data", "A"});
         robot.command({"SET", "mem:{arm1}:v:A", stored});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
 
         viewer.link().open();
-        viewer.watch({QStringLiteral("A")});
+        viewer.display({QStringLiteral("A")});
 
         QTRY_VERIFY_WITH_TIMEOUT(!viewer.values(QStringLiteral("A")).isEmpty(), patience);
         const QVariant value = viewer.values(QStringLiteral("A")).constFirst();
@@ -127,10 +127,10 @@ private Q_SLOTS:
         RedisServer server;
         QVERIFY2(server.start(), qPrintable(server.errorString()));
         RedisTestClient(server.port()).command({"SET", "mem:{arm1}:v:A", "null"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
 
         viewer.link().open();
-        viewer.watch({QStringLiteral("A")});
+        viewer.display({QStringLiteral("A")});
 
         QTRY_VERIFY_WITH_TIMEOUT(!viewer.values(QStringLiteral("A")).isEmpty(), patience);
         QCOMPARE(text(viewer.values(QStringLiteral("A")).constFirst()), QStringLiteral("invalid"));
@@ -143,9 +143,9 @@ private Q_SLOTS:
         RedisTestClient robot(server.port());
         robot.command({"SET", "mem:{arm1}:v:Ready", "1"});
         robot.command({"SADD", "mem:{arm1}:event", "Bumper"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
-        viewer.watch({ready, QStringLiteral("Bumper")});
+        viewer.display({ready, QStringLiteral("Bumper")});
         QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(ready).isValid(), patience);
 
         robot.command({"XADD", "mem:{arm1}:e:Bumper", "1-1", "t", "100.25", "v", "\"left\""});
@@ -167,9 +167,9 @@ private Q_SLOTS:
         QVERIFY2(server.start(), qPrintable(server.errorString()));
         RedisTestClient robot(server.port());
         robot.command({"SET", "mem:{arm1}:v:Ready", "1"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
-        viewer.watch({ready, QStringLiteral("A")});
+        viewer.display({ready, QStringLiteral("A")});
         QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(ready).isValid(), patience);
 
         robot.pipeline({{"MULTI"},
@@ -192,22 +192,22 @@ private Q_SLOTS:
         QVERIFY2(server.start(), qPrintable(server.errorString()));
         RedisTestClient robot(server.port());
         robot.command({"MSET", "mem:{arm1}:v:Big", "1", "mem:{arm1}:v:Small", "1"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
-        viewer.watch({QStringLiteral("Big"), QStringLiteral("Small")});
+        viewer.display({QStringLiteral("Big"), QStringLiteral("Small")});
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("Big")), QVariant(1LL), patience);
         const int memoryBefore = peakMemoryMib();
 
         QCOMPARE(robot.command({"SETRANGE", "mem:{arm1}:v:Big", "536870911", "x"}), QByteArray("536870912"));
         QTRY_VERIFY2_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("512 MiB")),
-                                  qPrintable(viewer.failures.join(QLatin1Char('\n'))), patience);
+                                  qPrintable(viewer.failures().join(QLatin1Char('\n'))), patience);
         robot.command({"SET", "mem:{arm1}:v:Small", "2"});
 
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("Small")), QVariant(2LL), patience);
-        QVERIFY2(viewer.hasFailure(QStringLiteral("Big")), qPrintable(viewer.failures.join(QLatin1Char('\n'))));
+        QVERIFY2(viewer.hasFailure(QStringLiteral("Big")), qPrintable(viewer.failures().join(QLatin1Char('\n'))));
         QVERIFY2(peakMemoryMib() - memoryBefore < farFromAHeldValueMib,
                  qPrintable(QString::number(peakMemoryMib() - memoryBefore)));
-        QCOMPARE(viewer.changes, QStringList({QStringLiteral("robotConnected true")}));
+        QCOMPARE(viewer.states, QStringList({QStringLiteral("robotConnected true")}));
 
         robot.command({"SET", "mem:{arm1}:v:Big", "3"});
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("Big")), QVariant(3LL), patience);
@@ -220,9 +220,9 @@ private Q_SLOTS:
         RedisTestClient robot(server.port());
         robot.command({"SET", "mem:{arm1}:v:Ready", "1"});
         robot.command({"SADD", "mem:{arm1}:event", "E"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
-        viewer.watch({ready, QStringLiteral("E")});
+        viewer.display({ready, QStringLiteral("E")});
         QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(ready).isValid(), patience);
         const int memoryBefore = peakMemoryMib();
 
@@ -250,10 +250,10 @@ private Q_SLOTS:
         robot.command({"LPUSH", "mem:{arm1}:v:A", "1"});
         robot.command({"SET", "mem:{arm1}:e:E", "1"});
         robot.command({"SET", "mem:{arm1}:v:B", "1"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
 
         viewer.link().open();
-        viewer.watch({QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("E")});
+        viewer.display({QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("E")});
 
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("B")), QVariant(1LL), patience);
         QTRY_VERIFY_WITH_TIMEOUT(viewer.hasFailure(QStringLiteral("mem:{arm1}:v:A")), patience);
@@ -273,9 +273,9 @@ private Q_SLOTS:
         QVERIFY2(server.start(), qPrintable(server.errorString()));
         RedisTestClient robot(server.port());
         robot.command({"MSET", "mem:{arm1}:v:A", "1", "mem:{arm1}:v:B", "1"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
-        viewer.watch({QStringLiteral("A"), QStringLiteral("B")});
+        viewer.display({QStringLiteral("A"), QStringLiteral("B")});
         QTRY_COMPARE_WITH_TIMEOUT(viewer.newestValue(QStringLiteral("A")), QVariant(1LL), patience);
 
         robot.pipeline({{"MULTI"}, {"DEL", "mem:{arm1}:v:A"}, {"XADD", "mem:{arm1}:v:A", "*", "v", "2"}, {"EXEC"}});
@@ -299,7 +299,7 @@ private Q_SLOTS:
         robot.command({"SET", "mem:{arm1}:data", "1"});
         robot.command({"SADD", "mem:{arm1}:event", "E"});
         robot.command({"SADD", "mem:{arm1}:microevent", "M"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
         QTRY_VERIFY_WITH_TIMEOUT(viewer.link().isConnected(), patience);
 
@@ -324,7 +324,7 @@ private Q_SLOTS:
             expected << name;
         }
         QCOMPARE(RedisTestClient(server.port()).pipeline(commands), 12);
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
         QTRY_VERIFY_WITH_TIMEOUT(viewer.link().isConnected(), patience);
 
@@ -332,7 +332,7 @@ private Q_SLOTS:
 
         QTRY_VERIFY_WITH_TIMEOUT(catalogue.isReady(), patience);
         QCOMPARE(names(catalogue.keys(DataNature)), expected);
-        QCOMPARE(viewer.failures, QStringList());
+        QCOMPARE(viewer.failures(), QStringList());
     }
 
     // 300 000 entries are written at once, more than are kept between two deliveries, into a stream that is trimmed
@@ -345,9 +345,9 @@ private Q_SLOTS:
         RedisTestClient robot(server.port());
         robot.command({"SET", "mem:{arm1}:v:Ready", "1"});
         robot.command({"SADD", "mem:{arm1}:event", "E"});
-        Viewer viewer(server.url());
+        ModelViewer viewer(server.url());
         viewer.link().open();
-        viewer.watch({ready, QStringLiteral("E")});
+        viewer.display({ready, QStringLiteral("E")});
         QTRY_VERIFY_WITH_TIMEOUT(viewer.newestValue(ready).isValid(), patience);
 
         QCOMPARE(robot.command({"EVAL",

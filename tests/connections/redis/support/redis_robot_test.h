@@ -6,6 +6,7 @@
 
 #include "redis_robot.h"
 
+#include <QByteArrayList>
 #include <QObject>
 #include <QTest>
 
@@ -24,6 +25,15 @@ protected:
         auto robot = std::make_unique<RedisRobot>();
         QVERIFY2(robot->start(), qPrintable(robot->server().errorString()));
         m_robot = std::move(robot);
+    }
+
+    /// "Key/0", "Key/1" …
+    static QByteArrayList keyNames(int count)
+    {
+        QByteArrayList names;
+        for (int i = 0; i < count; ++i)
+            names.append("Key/" + QByteArray::number(i));
+        return names;
     }
 
     std::unique_ptr<RedisRobot> m_robot;

@@ -19,19 +19,21 @@ RedisViewer::RedisViewer(const QString& url, int pongTimeoutMs)
         qFatal("%s: %s", qPrintable(url), qPrintable(error));
 
     // First of all slots: what the connection delivers at once must find its receiver.
-    connect(m_link.get(), &RedisLink::connectionEstablished, this, [this] {
-        m_connectionSignals.append(QStringLiteral("connected"));
-        startWatching();
-    });
+    connect(m_link.get(), &RedisLink::connectionEstablished, this, &RedisViewer::onConnected);
     connect(m_link.get(), &RedisLink::connectionLost, this,
             [this] { m_connectionSignals.append(QStringLiteral("lost")); });
     connect(m_link.get(), &RedisLink::disconnected, this,
             [this] { m_connectionSignals.append(QStringLiteral("disconnected")); });
     connect(m_link.get(), &RedisLink::failed, this, [this](const QString& title, const QString& message) {
-        const QString text = title + QStringLiteral(" | ") + message;
-        if (!m_messages.contains(text))
-            m_messages.append(text);
+        const QString failure = title + QStringLiteral(": ") + message;
+        if (!m_failures.contains(failure))
+            m_failures.append(failure);
     });
+}
+
+RedisViewer::~RedisViewer()
+{
+    m_link->disconnect(this);
 }
 
 bool RedisViewer::connectToRobot()
@@ -48,14 +50,19 @@ void RedisViewer::watch(const QStringList& names, int samplingPeriodMs)
         startWatching();
 }
 
+void RedisViewer::onConnected()
+{
+    m_connectionSignals.append(QStringLiteral("connected"));
+    connect(memory().get(), &MemoryInterface::dataGathered, this, &RedisViewer::onDataGathered);
+    if (!m_watched.isEmpty())
+        startWatching();
+}
+
 void RedisViewer::startWatching()
 {
-    if (m_watched.isEmpty())
-        return;
     const boost::shared_ptr<MemoryInterface> interface = memory();
-    connect(interface.get(), &MemoryInterface::dataGathered, this, &RedisViewer::onDataGathered, Qt::UniqueConnection);
     interface->unwatchAll();
-    for (const QString& name : m_watched)
+    for (const QString& name : std::as_const(m_watched))
         interface->watchKey(name, 100);
     interface->startWatcher(20, m_samplingPeriodMs);
 }
@@ -64,28 +71,39 @@ void RedisViewer::onDataGathered(const QMap<QString, QMap<double, QVariant>>& da
 {
     ++m_batchCount;
     for (auto key = data.cbegin(); key != data.cend(); ++key) {
-        QMap<double, QVariant>& samples = m_samples[key.key()];
+        Samples& samples = m_samples[key.key()];
         for (auto sample = key->cbegin(); sample != key->cend(); ++sample) {
-            m_hasDisorder = m_hasDisorder || (!samples.isEmpty() && samples.lastKey() >= sample.key());
-            samples.insert(sample.key(), sample.value());
+            if (!samples.stamps.isEmpty() && sample.key() <= samples.stamps.constLast() && m_disorder.isEmpty())
+                m_disorder = QStringLiteral("%1 %2 after %3")
+                                 .arg(key.key())
+                                 .arg(sample.key(), 0, 'f', 6)
+                                 .arg(samples.stamps.constLast(), 0, 'f', 6);
+            samples.stamps.append(sample.key());
+            samples.values.append(sample.value());
         }
     }
 }
 
-QStringList RedisViewer::values(const QString& name) const
+QStringList RedisViewer::texts(const QString& name) const
 {
-    QStringList texts;
-    const QMap<double, QVariant> samples = m_samples.value(name);
-    for (const QVariant& value : samples)
-        texts.append(value.toString());
-    return texts;
+    QStringList result;
+    const QList<QVariant> all = values(name);
+    for (const QVariant& value : all)
+        result.append(value.toString());
+    return result;
 }
 
 QStringList RedisViewer::changes(const QString& name) const
 {
-    QStringList texts = values(name);
-    texts.erase(std::unique(texts.begin(), texts.end()), texts.end());
-    return texts;
+    QStringList result = texts(name);
+    result.erase(std::unique(result.begin(), result.end()), result.end());
+    return result;
+}
+
+bool RedisViewer::hasFailure(const QString& text) const
+{
+    return std::any_of(m_failures.cbegin(), m_failures.cend(),
+                       [&text](const QString& failure) { return failure.contains(text); });
 }
 
 QStringList RedisViewer::names(QFuture<QStringList> future)

@@ -44,7 +44,8 @@ public:
     QString url() const override;
 
     /// Finds out about the server and calls `done`, once, from the event loop; nothing when the link is not connected,
-    /// or when the connection is lost meanwhile.
+    /// or when the connection is lost meanwhile. When a cluster moves the connection to another node meanwhile, the
+    /// report is about that node.
     void requestServerReport(std::function<void(const RedisServerReport&)> done);
     /// The same as lines.
     void requestReport(std::function<void(const LinkReport&)> done) override;

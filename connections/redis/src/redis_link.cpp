@@ -74,6 +74,8 @@ void RedisLink::endService(MemoryInterface& service, Ending ending)
 {
     // What a former service answers is not the connection's answer.
     disconnect(&service, nullptr, this, nullptr);
+    // Callers may keep the service: a report that is not complete ends with the connection all the same.
+    qDeleteAll(service.findChildren<RedisServerInspection*>(QString(), Qt::FindDirectChildrenOnly));
     static_cast<RedisMemoryInterface&>(service).end(ending == Ending::Lost);
 }
 
@@ -90,7 +92,7 @@ void RedisLink::requestServerReport(std::function<void(const RedisServerReport&)
     const auto memory = boost::static_pointer_cast<RedisMemoryInterface>(memoryInterface());
     if (!memory)
         return;
-    // A child of the memory service: it ends with the connection.
+    // A child of the memory service: endService() deletes it.
     auto* const inspection = new RedisServerInspection(d->connection.session(), memory.get());
     inspection->start(d->metadata, memory->neededCommands(), std::move(done));
 }

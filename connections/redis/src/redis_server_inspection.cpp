@@ -29,18 +29,26 @@ RedisServerInspection::RedisServerInspection(RedisSession* session, QObject* par
     , m_roundTrips(session)
     , m_inquiry(session, RedisSession::ProbeGranted)
 {
-    connect(session, &RedisSession::replaced, this, &QObject::deleteLater);
     connect(&m_inquiry, &RedisInquiry::finished, this, &RedisServerInspection::finish);
+    connect(&m_inquiry, &RedisInquiry::interrupted, this, &RedisServerInspection::measure);
 }
 
 void RedisServerInspection::start(const RedisMetadata& metadata, std::vector<QByteArrayList> neededCommands,
                                   std::function<void(const RedisServerReport&)> done)
 {
     m_neededCommands = std::move(neededCommands);
+    m_neededCommands.insert(m_neededCommands.begin(), {"TIME"});
     m_done = std::move(done);
-    m_report.address = m_session->server();
-    m_report.robotName = metadata.robotName;
+    m_robotName = metadata.robotName;
+    measure();
+}
+
+void RedisServerInspection::measure()
+{
     m_roundTrips.measure([this](const std::vector<double>& timesMs) {
+        m_report = RedisServerReport();
+        m_report.address = m_session->server();
+        m_report.robotName = m_robotName;
         m_report.roundTripMedianMs = (timesMs[timesMs.size() / 2 - 1] + timesMs[timesMs.size() / 2]) / 2;
         m_report.roundTripLongestMs = timesMs.back();
         askTime();
@@ -77,7 +85,6 @@ void RedisServerInspection::askGrants()
 {
     // The commands are tried: only administrators may list permissions. Where the key is of another type than the
     // command expects, the server finds the permission first, and does no work.
-    m_neededCommands.insert(m_neededCommands.begin(), {"TIME"});
     for (const QByteArrayList& command : m_neededCommands) {
         m_inquiry.ask(command, [this, name = command.front()](const RedisReply& reply) {
             const bool isRefused = reply.isError() && RedisError::of(reply.view()).kind == RedisError::Permission;
@@ -89,8 +96,10 @@ void RedisServerInspection::askGrants()
 void RedisServerInspection::finish()
 {
     deleteLater();
-    // Last statement on purpose: the receiver may delete the link, and this object with it.
-    m_done(m_report);
+    const auto done = std::move(m_done);
+    const RedisServerReport report = m_report;
+    // Last statement on purpose: the receiver may close or delete the link, and this object with it.
+    done(report);
 }
 
 } // namespace Velk

@@ -17,8 +17,8 @@
 
 namespace Velk {
 
-/// Finds out what the server is, how far away it is, what its clock says and what it grants the user. Deletes itself
-/// when it is done, and when the connection is replaced.
+/// Finds out the server's version and role, the round trip, the clock offset and the user's permissions. Begins again
+/// when the connection moves to another node. Deletes itself when it is done.
 class RedisServerInspection : public QObject
 {
     Q_OBJECT
@@ -31,6 +31,7 @@ public:
                std::function<void(const RedisServerReport&)> done);
 
 private:
+    void measure();
     void askTime();
     void askServer();
     void askGrants();
@@ -40,6 +41,7 @@ private:
     RedisRoundTrips m_roundTrips;
     RedisInquiry m_inquiry;
     std::vector<QByteArrayList> m_neededCommands;
+    QString m_robotName;
     RedisServerReport m_report;
     std::function<void(const RedisServerReport&)> m_done;
 };

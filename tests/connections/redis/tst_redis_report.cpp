@@ -1,10 +1,24 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/fault_proxy.h"
+#include "support/parsed_reply.h"
 #include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
+#include "support/scripted_server.h"
 
 using namespace Velk;
+
+namespace {
+
+QByteArray answerAsServer(const QByteArrayList& sent)
+{
+    if (sent.front() == "HMGET")
+        return list({"$-1\r\n", "$-1\r\n"});
+    return sent.front() == "TIME" ? list({bulk("1700000000"), bulk("0")}) : QByteArray("+OK\r\n");
+}
+
+} // namespace
 
 class TestRedisReport : public RedisRobotTest
 {
@@ -13,6 +27,9 @@ class TestRedisReport : public RedisRobotTest
 private Q_SLOTS:
     void aRefusedPermissionIsReportedOnce();
     void theReportStatesTheServerAndItsPermissions();
+    void aReportIsAboutTheNodeToWhichTheConnectionMoves_data();
+    void aReportIsAboutTheNodeToWhichTheConnectionMoves();
+    void aReportEndsWithItsConnection();
 };
 
 void TestRedisReport::aRefusedPermissionIsReportedOnce()
@@ -59,6 +76,52 @@ void TestRedisReport::theReportStatesTheServerAndItsPermissions()
     QVERIFY(report.clockOffsetSeconds > -3600.0 && report.clockOffsetSeconds < 3600.0);
     // The question is no error of the user's.
     QCOMPARE(viewer.failures(), QStringList());
+}
+
+void TestRedisReport::aReportIsAboutTheNodeToWhichTheConnectionMoves_data()
+{
+    QTest::addColumn<QByteArray>("lastCommand");
+    QTest::newRow("while round trips are measured") << QByteArray("HMGET mem:{arm1}:meta realtime name");
+    QTest::newRow("while the server is asked") << QByteArray("INFO server");
+}
+
+void TestRedisReport::aReportIsAboutTheNodeToWhichTheConnectionMoves()
+{
+    QFETCH(QByteArray, lastCommand);
+    ScriptedServer target(answerAsServer);
+    bool hasMoved = false;
+    ScriptedServer source([&](const QByteArrayList& sent) -> QByteArray {
+        if (hasMoved)
+            return "-MOVED 1 127.0.0.1:" + QByteArray::number(target.serverPort()) + "\r\n";
+        hasMoved = sent.join(' ') == lastCommand;
+        return answerAsServer(sent);
+    });
+    RedisViewer viewer(QStringLiteral("redis://127.0.0.1:%1/arm1").arg(source.serverPort()));
+    QVERIFY(viewer.connectToRobot());
+    QStringList addresses;
+
+    viewer.link().requestServerReport([&](const RedisServerReport& report) { addresses << report.address; });
+
+    QTRY_COMPARE_WITH_TIMEOUT(addresses, QStringList{QStringLiteral("127.0.0.1:%1").arg(target.serverPort())},
+                              patienceMs);
+    QCOMPARE(viewer.connectionSignals(), QStringList{"connected"});
+}
+
+void TestRedisReport::aReportEndsWithItsConnection()
+{
+    FaultProxy proxy(m_robot->server().port());
+    RedisViewer viewer(proxy.url());
+    QVERIFY(viewer.connectToRobot());
+    const boost::shared_ptr<MemoryInterface> keptService = viewer.memory();
+    QStringList reports;
+
+    viewer.link().requestServerReport([&](const RedisServerReport&) { reports << "of the lost connection"; });
+    proxy.closeAll();
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.connectionSignals(), (QStringList{"connected", "lost", "connected"}), patienceMs);
+    viewer.link().requestServerReport([&](const RedisServerReport&) { reports << "of the new connection"; });
+    QTRY_VERIFY_WITH_TIMEOUT(reports.contains("of the new connection"), patienceMs);
+
+    QCOMPARE(reports, QStringList{"of the new connection"});
 }
 
 QTEST_GUILESS_MAIN(TestRedisReport)

@@ -87,7 +87,7 @@ void RedisSampler::halt()
     m_schedule.stop();
     m_resolveTimer.stop();
     m_groups.clear();
-    m_streams.setSources({});
+    m_streams.clear();
     m_resolver.clear();
 }
 

@@ -38,6 +38,12 @@ void RedisStreamReader::setSources(const std::vector<RedisSourceRef>& sources)
     }
 }
 
+void RedisStreamReader::clear()
+{
+    m_chunks.clear();
+    m_inquiry.cancel();
+}
+
 void RedisStreamReader::read()
 {
     if (m_inquiry.isActive())

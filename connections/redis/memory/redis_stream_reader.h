@@ -28,6 +28,8 @@ public:
     RedisStreamReader(RedisSession* session, RedisSampleIntake* intake);
 
     void setSources(const std::vector<RedisSourceRef>& sources);
+    /// Drops the sources, and the replies that are due for them.
+    void clear();
 
     /// Fetches what is new. Nothing while an earlier fetch goes on.
     void read();

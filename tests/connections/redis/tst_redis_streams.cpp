@@ -22,6 +22,7 @@ private Q_SLOTS:
     void eventsThatWereTrimmedDuringALossAreCounted();
     void eventsThatAreTrimmedBetweenTicksAreCounted();
     void aStoppedWatcherDoesNotCatchUp();
+    void aReplyThatComesAfterTheStopIsDropped();
     void aServerWithOtherDataIsReadFromItsStart();
 
 private:
@@ -216,6 +217,33 @@ void TestRedisStreams::aStoppedWatcherDoesNotCatchUp()
     m_robot->raise("Bumper", "2");
 
     QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), QStringList{"2"}, patienceMs);
+}
+
+void TestRedisStreams::aReplyThatComesAfterTheStopIsDropped()
+{
+    m_robot->raise("Bumper", "0");
+    FaultProxy proxy(m_robot->server().port());
+    RedisViewer viewer(proxy.url());
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
+    const auto readCount = [this] {
+        const QByteArray statistics = m_robot->client().command({"INFO", "commandstats"});
+        const QByteArray calls = "cmdstat_xread:calls=";
+        return statistics.mid(statistics.indexOf(calls) + calls.size()).split(',').first().toInt();
+    };
+
+    // The reply to the next read has the occurrence, and is on its way for a second.
+    proxy.setDelay(1000);
+    m_robot->raise("Bumper", "1");
+    const int before = readCount();
+    QVERIFY(QTest::qWaitFor([&] { return readCount() > before; }, patienceMs));
+    viewer.memory()->stopWatcher();
+    const qsizetype count = viewer.values("Value").size();
+    viewer.memory()->startWatcher(20, 10);
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.values("Value").size() > count, patienceMs);
+    m_robot->raise("Bumper", "2");
+
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.texts("Bumper").contains("2"), patienceMs);
+    QCOMPARE(viewer.texts("Bumper"), QStringList{"2"});
 }
 
 void TestRedisStreams::aServerWithOtherDataIsReadFromItsStart()

@@ -20,7 +20,7 @@ namespace Velk {
 /// Why something was not delivered. SampleLosses has a count for each.
 enum class LossCause
 {
-    SkippedTick, ///< a sampling tick was skipped because the previous one had no answer yet
+    SkippedTick, ///< a sampling tick was refused, or skipped because the previous one had no answer yet
     MissedTick,  ///< this program was busy or stopped when a sampling tick was due
     Dropped,     ///< the buffer was full
     Trimmed      ///< the robot had discarded it

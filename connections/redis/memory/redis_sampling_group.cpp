@@ -8,8 +8,11 @@
 
 #include <connections/link/unix_time.h>
 
+#include <QSet>
+
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace Velk {
 
@@ -34,7 +37,10 @@ RedisSamplingGroup::RedisSamplingGroup(RedisSession* session, RedisSampleIntake*
     , m_intake(intake)
     , m_carryOver(std::move(carryOver))
     , m_keysPerCommand(maxKeysPerCommand)
-{}
+{
+    connect(&m_inquiry, &RedisInquiry::finished, this, &RedisSamplingGroup::endTick);
+    connect(&m_inquiry, &RedisInquiry::interrupted, this, &RedisSamplingGroup::endTick);
+}
 
 void RedisSamplingGroup::setKeys(const std::vector<RedisWatchedKeyPtr>& keys)
 {
@@ -119,29 +125,31 @@ void RedisSamplingGroup::countTicks(LossCause cause, qint64 count, double from, 
 
 void RedisSamplingGroup::sample()
 {
-    const auto tick = std::make_shared<Tick>();
-    m_inquiry.ask({"TIME"}, [this, tick](const RedisReply& reply) { onTime(*tick, reply); });
-    for (const std::shared_ptr<Chunk>& chunk : m_chunks) {
-        m_inquiry.askFormatted(chunk->command,
-                               [this, tick, chunk](const RedisReply& reply) { onValues(*tick, *chunk, reply); });
-    }
+    m_tick = {0.0, m_chunks};
+    m_inquiry.ask({"TIME"}, [this](const RedisReply& reply) { onTime(reply); });
+    for (const std::shared_ptr<Chunk>& chunk : m_tick.unanswered)
+        m_inquiry.askFormatted(chunk->command, [this, chunk](const RedisReply& reply) { onValues(chunk, reply); });
 }
 
-void RedisSamplingGroup::onTime(Tick& tick, const RedisReply& reply)
+void RedisSamplingGroup::onTime(const RedisReply& reply)
 {
     if (reply.size() == 2)
-        tick.stamp = double(reply.at(0).integer()) + double(reply.at(1).integer()) / 1e6;
+        m_tick.stamp = double(reply.at(0).integer()) + double(reply.at(1).integer()) / 1e6;
 }
 
-void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const RedisReply& reply)
+void RedisSamplingGroup::onValues(const std::shared_ptr<Chunk>& sampled, const RedisReply& reply)
 {
-    if (tick.stamp == 0.0)
+    const Chunk& chunk = *sampled;
+    if (m_tick.stamp == 0.0)
         return; // without the server's time there is no sample, and the refusal has been reported
-    if (reply.isError()) {
-        if (RedisError::of(reply.view()).kind == RedisError::WrongType) {
-            for (const RedisSourceRef& ref : chunk.sources)
-                ref.source().type = RedisSource::Unresolved;
-        }
+    const bool isOfAnotherType = reply.isError() && RedisError::of(reply.view()).kind == RedisError::WrongType;
+    if (reply.isError() && !isOfAnotherType)
+        return;
+    m_tick.unanswered.erase(std::remove(m_tick.unanswered.begin(), m_tick.unanswered.end(), sampled),
+                            m_tick.unanswered.end());
+    if (isOfAnotherType) {
+        for (const RedisSourceRef& ref : chunk.sources)
+            ref.source().type = RedisSource::Unresolved;
         return;
     }
     bool wasCut = false;
@@ -151,14 +159,14 @@ void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const Re
             continue;
         const RedisReply value = reply.at(qsizetype(i));
         if (value.isError()) {
-            m_intake->countDropped(*ref.key, tick.stamp);
+            m_intake->countDropped(*ref.key, m_tick.stamp);
             // A value that is too long is resolved again before it is fetched again. Otherwise the reply was too long.
             if (RedisError::of(value.view()).valueBytes > RedisKeyResolver::maxValueBytes)
                 ref.source().type = RedisSource::Unresolved;
             else
                 wasCut = true;
         } else {
-            takeValue(tick, ref, value);
+            takeValue(ref, value);
         }
     }
     if (wasCut && m_keysPerCommand > 1) {
@@ -167,7 +175,7 @@ void RedisSamplingGroup::onValues(const Tick& tick, const Chunk& chunk, const Re
     }
 }
 
-void RedisSamplingGroup::takeValue(const Tick& tick, const RedisSourceRef& ref, const RedisReply& reply)
+void RedisSamplingGroup::takeValue(const RedisSourceRef& ref, const RedisReply& reply)
 {
     RedisSource& source = ref.source();
     if (reply.isNull()) {
@@ -182,7 +190,23 @@ void RedisSamplingGroup::takeValue(const Tick& tick, const RedisSourceRef& ref, 
         source.newestBytes = reply.bytes();
         source.newestValue = redisValue(reply.view());
     }
-    m_intake->add(*ref.key, tick.stamp, source.newestValue, isSame ? 0 : source.newestBytes.size());
+    m_intake->add(*ref.key, m_tick.stamp, source.newestValue, isSame ? 0 : source.newestBytes.size());
+}
+
+// All replies are in, or those that are missing do not come.
+void RedisSamplingGroup::endTick()
+{
+    QSet<LossAccount*> keys;
+    for (const std::shared_ptr<Chunk>& chunk : std::exchange(m_tick.unanswered, {})) {
+        for (const RedisSourceRef& ref : chunk->sources) {
+            if (ref.key->isWatched)
+                keys.insert(ref.key->carried->losses);
+        }
+    }
+    if (keys.isEmpty())
+        return;
+    const double now = unixTime();
+    m_carryOver->ledger->recordTicks(keys.values().toVector(), LossCause::SkippedTick, 1, now, now);
 }
 
 } // namespace Velk

@@ -18,40 +18,42 @@
 namespace Velk {
 
 /// The keys whose values are sampled with one period. Every tick asks the server for its time and for all values in one
-/// pipeline. A tick that finds the answers to the one before outstanding is left out and counted, so a slow server is
-/// never asked for more than it can give.
+/// pipeline. A tick is skipped and counted while the answers to the previous one are outstanding: requests do not pile
+/// up on a slow server. A tick that the server refuses, or leaves unanswered, counts as skipped for the keys concerned.
 class RedisSamplingGroup : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The session and the queue outlive this object.
+    /// The session and the intake outlive this object.
     RedisSamplingGroup(RedisSession* session, RedisSampleIntake* intake, std::shared_ptr<RedisCarryOver> carryOver);
 
     /// Samples the keys once, or counts the tick as skipped. `missed` ticks of the period were left out before it.
     void tick(int periodMs, qint64 missed);
-    /// So many ticks of the period came due and sampled nothing.
+    /// `count` ticks of the period were missed.
     void countMissedTicks(int periodMs, qint64 count);
     /// The keys to sample from now on; also to be called when their sources have become others.
     void setKeys(const std::vector<RedisWatchedKeyPtr>& keys);
 
 private:
-    struct Tick
-    {
-        double stamp = 0.0; ///< seconds since the Unix epoch; 0: the server has not answered its time
-    };
     struct Chunk
     {
         QByteArray command;
         std::vector<RedisSourceRef> sources;
     };
+    struct Tick
+    {
+        double stamp = 0.0; ///< seconds since the Unix epoch; 0: the server has not answered its time
+        std::vector<std::shared_ptr<Chunk>> unanswered; ///< refused ones too
+    };
 
     void countTicks(LossCause cause, qint64 count, double from, double to);
     void sample();
     void buildChunks();
-    void onTime(Tick& tick, const RedisReply& reply);
-    void onValues(const Tick& tick, const Chunk& chunk, const RedisReply& reply);
-    void takeValue(const Tick& tick, const RedisSourceRef& ref, const RedisReply& reply);
+    void onTime(const RedisReply& reply);
+    void onValues(const std::shared_ptr<Chunk>& chunk, const RedisReply& reply);
+    void takeValue(const RedisSourceRef& ref, const RedisReply& reply);
+    void endTick();
 
     RedisSession* m_session;
     RedisInquiry m_inquiry;
@@ -59,6 +61,7 @@ private:
     std::shared_ptr<RedisCarryOver> m_carryOver;
     std::vector<RedisWatchedKeyPtr> m_keys;
     std::vector<std::shared_ptr<Chunk>> m_chunks;
+    Tick m_tick;                         // the latest one
     QVector<LossAccount*> m_sampledKeys; // those with a source in a chunk
     std::size_t m_keysPerCommand;
 };

@@ -106,11 +106,10 @@ void TestRedisLink::aRefusedConnectionSaysWhereAndIsTriedAgain()
 
     viewer.link().open();
     QTRY_COMPARE_WITH_TIMEOUT(viewer.failures().size(), 1, patienceMs);
-    QCOMPARE(
-        viewer.failures().first(),
-        QString("Redis: cannot connect: 127.0.0.1:%1 refuses the connection. Check that the server is running and "
-                "that host and port are right.")
-            .arg(m_robot->server().port()));
+    QCOMPARE(viewer.failures().first(),
+             QString("Redis: cannot connect: 127.0.0.1:%1 refuses the connection. Check that the server is running and "
+                     "that host and port are right.")
+                 .arg(m_robot->server().port()));
     QCOMPARE(viewer.link().state(), RobotLink::Connecting);
 
     QVERIFY(m_robot->server().start());

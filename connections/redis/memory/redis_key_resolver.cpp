@@ -5,6 +5,10 @@
 
 #include "redis_stream_entry.h"
 
+#include <connections/link/unix_time.h>
+
+#include <QDateTime>
+
 #include <algorithm>
 #include <utility>
 
@@ -146,6 +150,7 @@ void RedisKeyResolver::finishPortion()
     for (const RedisWatchedKeyPtr& key : m_portion)
         key->wasResolved = true;
     m_portion.clear();
+    reportOlderStreams();
     emit resolved();
     startPortion();
 }
@@ -189,6 +194,11 @@ void RedisKeyResolver::onStreamInfo(RedisWatchedKey& key, RedisSource& source, c
         key.carried->positions.erase(carried);
     }
     if (source.hasPosition) {
+        if (source.position.isAheadOf(info)) {
+            const double readUntil = streamIdSeconds(source.position.id);
+            m_olderSince = m_olderNames.isEmpty() ? readUntil : std::min(m_olderSince, readUntil);
+            m_olderNames.append(key.name);
+        }
         m_intake->countTrimmed(key, source.position.countTrimmed(info));
         return;
     }
@@ -222,6 +232,23 @@ void RedisKeyResolver::reportUnusable(const RedisSource& source, const QByteArra
              ? tr("The key %1 on %2 holds a %3; an event's key is a stream. Check which program writes it.")
              : tr("The key %1 on %2 holds a %3; a data key's is a string or a stream. Check which program writes it."))
             .arg(QString::fromUtf8(source.key), m_session->server(), QString::fromUtf8(type)));
+}
+
+void RedisKeyResolver::reportOlderStreams()
+{
+    const QStringList names = std::exchange(m_olderNames, {});
+    if (names.isEmpty())
+        return;
+    const auto timeText = [](double seconds) {
+        return QDateTime::fromMSecsSinceEpoch(qint64(seconds * 1000)).toString(Qt::ISODateWithMs);
+    };
+    m_session->report(
+        tr("Redis: older data"),
+        tr("%1 has come back with older data: of %2, occurrences and samples from %3 to %4 may be missing.")
+            .arg(m_session->server(),
+                 names.size() == 1 ? QLatin1Char('"') + names.first() + QLatin1Char('"')
+                                   : tr("%1 keys").arg(names.size()),
+                 timeText(m_olderSince), timeText(unixTime())));
 }
 
 } // namespace Velk

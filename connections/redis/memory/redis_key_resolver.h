@@ -10,6 +10,7 @@
 #include <connections/redis/client/redis_inquiry.h>
 
 #include <QObject>
+#include <QStringList>
 
 #include <deque>
 #include <utility>
@@ -61,6 +62,7 @@ private:
     void onStreamInfo(RedisWatchedKey& key, RedisSource& source, const RedisReply& info);
     void onLength(RedisWatchedKey& key, RedisSource& source, qint64 length, bool isKnown);
     void reportUnusable(const RedisSource& source, const QByteArray& type);
+    void reportOlderStreams();
 
     RedisSession* m_session;
     RedisSampleIntake* m_intake;
@@ -69,6 +71,8 @@ private:
     std::vector<RedisWatchedKeyPtr> m_portion; // empty: nothing is asked at present
     Phase m_phase = AskingTypes;
     std::vector<std::pair<RedisSourceRef, QByteArray>> m_types; // of the portion's sources
+    QStringList m_olderNames;                                   // of the portion's streams that came back older
+    double m_olderSince = 0.0;                                  // what was read before is not missing
 };
 
 } // namespace Velk

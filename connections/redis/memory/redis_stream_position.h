@@ -16,13 +16,19 @@ namespace Velk {
 struct RedisStreamPosition
 {
     QByteArray id = "0-0";
-    qint64 entriesAdded = 0; ///< -1: the server does not count
+    qint64 entriesAdded = 0; ///< -1: not known, or the server does not count
 
     /// The end of the stream, from the reply to XINFO STREAM.
     static RedisStreamPosition endOf(const RedisReply& streamInfo);
 
+    /// Whether the server has come back with an older state of the stream, such as a snapshot, or a replica that lacks
+    /// the newest entries. A stream that was deleted and created again is not meant: its ids, which are made from the
+    /// server's clock, are newer than those that were read.
+    bool isAheadOf(const RedisReply& streamInfo) const;
+
     /// Moves on to the state in the reply to XINFO STREAM and returns how many entries were discarded before they could
-    /// be read. A stream that was deleted and begun anew is read from its start.
+    /// be read. A stream that was deleted and created again is read from its start. One that came back older is read on
+    /// from its newest entry, and nothing is counted: how many entries it lacks is not known.
     qint64 countTrimmed(const RedisReply& streamInfo);
 };
 

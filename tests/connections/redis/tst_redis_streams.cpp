@@ -24,6 +24,8 @@ private Q_SLOTS:
     void aStoppedWatcherDoesNotCatchUp();
     void aReplyThatComesAfterTheStopIsDropped();
     void aServerWithOtherDataIsReadFromItsStart();
+    void aServerThatComesBackOlderRepeatsNothing_data();
+    void aServerThatComesBackOlderRepeatsNothing();
 
 private:
     bool connectAndWatch(RedisViewer& viewer, const QStringList& names);
@@ -263,6 +265,47 @@ void TestRedisStreams::aServerWithOtherDataIsReadFromItsStart()
     QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), (QStringList{"1", "2"}), patienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(viewer.changes("Value"), (QStringList{"1", "2"}), patienceMs);
     QCOMPARE(viewer.link().losses("Bumper").trimmed, 0);
+    QCOMPARE(viewer.disorder(), QString());
+}
+
+void TestRedisStreams::aServerThatComesBackOlderRepeatsNothing_data()
+{
+    QTest::addColumn<bool>("isRaisedBeforeTheViewerIsBack");
+    QTest::newRow("nothing is new") << false;
+    QTest::newRow("one occurrence is new") << true;
+}
+
+void TestRedisStreams::aServerThatComesBackOlderRepeatsNothing()
+{
+    QFETCH(bool, isRaisedBeforeTheViewerIsBack);
+    // Trimmed before the watch, so that the counts of the stream differ from its length.
+    for (int i = 0; i < 50; ++i)
+        m_robot->client().command({"XADD", "mem:{arm1}:e:Bumper", "MAXLEN", "20", "*", "v", "\"before\""});
+    m_robot->client().command({"SADD", "mem:{arm1}:event", "Bumper"});
+    FaultProxy proxy(m_robot->server().port());
+    RedisViewer viewer(proxy.url());
+    QVERIFY(connectAndWatch(viewer, {"Bumper", "Value"}));
+    m_robot->raise("Bumper", "1");
+    QCOMPARE(m_robot->client().command({"SAVE"}), QByteArray("OK"));
+    m_robot->raise("Bumper", "2");
+    m_robot->raise("Bumper", "3");
+    QTRY_COMPARE_WITH_TIMEOUT(viewer.texts("Bumper"), (QStringList{"1", "2", "3"}), patienceMs);
+
+    proxy.setSwallowing(true);
+    m_robot->server().kill();
+    QVERIFY(m_robot->server().start());
+    if (isRaisedBeforeTheViewerIsBack)
+        m_robot->raise("Bumper", "4");
+    proxy.setSwallowing(false);
+    proxy.closeAll();
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.hasFailure("has come back with older data"), patienceMs);
+    m_robot->raise("Bumper", "5");
+
+    const QStringList expected =
+        isRaisedBeforeTheViewerIsBack ? QStringList{"1", "2", "3", "4", "5"} : QStringList{"1", "2", "3", "5"};
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.texts("Bumper").contains("5"), patienceMs);
+    QCOMPARE(viewer.texts("Bumper"), expected);
+    QCOMPARE(viewer.link().losses("Bumper").trimmed, qint64(0));
     QCOMPARE(viewer.disorder(), QString());
 }
 

@@ -11,12 +11,14 @@ using namespace Velk;
 namespace {
 
 // The reply to XINFO STREAM; -1: a server that does not count what was added.
-ParsedReply info(const QByteArray& newestId, int added, int length)
+ParsedReply info(const QByteArray& newestId, int added, int length, const QByteArray& oldestId = "")
 {
     QByteArrayList fields = {bulk("length"), ':' + QByteArray::number(length) + "\r\n", bulk("last-generated-id"),
                              bulk(newestId)};
     if (added != -1)
         fields << bulk("entries-added") << ':' + QByteArray::number(added) + "\r\n";
+    if (!oldestId.isEmpty())
+        fields << bulk("first-entry") << list({bulk(oldestId), list({bulk("v"), bulk("1")})});
     return ParsedReply(list(fields));
 }
 
@@ -104,9 +106,47 @@ private Q_SLOTS:
     {
         RedisStreamPosition old = position("30-0", 9);
 
+        QVERIFY(!old.isAheadOf(info("20-0", 3, 3).reply()));
         QCOMPARE(old.countTrimmed(info("20-0", 3, 3).reply()), qint64(0));
         QCOMPARE(old.id, QByteArray("0-0"));
         QCOMPARE(old.entriesAdded, qint64(0));
+    }
+
+    void aStreamThatComesBackOlderIsReadOnFromItsNewestEntry()
+    {
+        RedisStreamPosition ahead = position("1700000000900-0", 1000);
+        const ParsedReply older = info("1700000000500-0", 996, 100);
+
+        QVERIFY(ahead.isAheadOf(older.reply()));
+        QCOMPARE(ahead.countTrimmed(older.reply()), qint64(0));
+
+        QCOMPARE(ahead.id, QByteArray("1700000000500-0"));
+        QCOMPARE(ahead.entriesAdded, qint64(996));
+        QVERIFY(!ahead.isAheadOf(older.reply()));
+        QCOMPARE(ahead.countTrimmed(info("1700000002000-0", 1099, 100).reply()), qint64(3));
+    }
+
+    void aStreamThatCameBackOlderAndHasNewEntriesCountsNoLoss()
+    {
+        RedisStreamPosition ahead = position("1700000000900-0", 1000);
+        const ParsedReply older = info("1700000001200-0", 998, 100, "1700000000100-0");
+
+        QVERIFY(ahead.isAheadOf(older.reply()));
+        QCOMPARE(ahead.countTrimmed(older.reply()), qint64(0));
+
+        QCOMPARE(ahead.id, QByteArray("1700000000900-0"));
+        ahead.id = "1700000001200-0"; // what is new was read
+        QCOMPARE(ahead.countTrimmed(older.reply()), qint64(0));
+        QCOMPARE(ahead.entriesAdded, qint64(998));
+    }
+
+    void aStreamThatWasCreatedAgainIsNotTakenForAnOlderOne()
+    {
+        RedisStreamPosition old = position("1700000000900-0", 1000);
+        const ParsedReply created = info("1700000001200-0", 7, 3, "1700000001000-0");
+
+        QVERIFY(!old.isAheadOf(created.reply()));
+        QCOMPARE(old.countTrimmed(created.reply()), qint64(4));
     }
 };
 

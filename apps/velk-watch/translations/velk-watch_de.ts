@@ -924,6 +924,18 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <source>The key %1 on %2 holds a %3; a data key&apos;s is a string or a stream. Check which program writes it.</source>
         <translation>Der Schlüssel %1 auf %2 enthält %3; der eines Datums ist ein String oder ein Stream. Prüfen Sie, welches Programm ihn schreibt.</translation>
     </message>
+    <message>
+        <source>Redis: older data</source>
+        <translation>Redis: ältere Daten</translation>
+    </message>
+    <message>
+        <source>%1 has come back with older data: of %2, occurrences and samples from %3 to %4 may be missing.</source>
+        <translation>%1 ist mit älteren Daten zurückgekommen: Von %2 fehlen vielleicht Ereignisse und Werte von %3 bis %4.</translation>
+    </message>
+    <message>
+        <source>%1 keys</source>
+        <translation>%1 Schlüsseln</translation>
+    </message>
 </context>
 <context>
     <name>Velk::RedisReplyLimiter</name>

@@ -924,6 +924,18 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <source>The key %1 on %2 holds a %3; a data key&apos;s is a string or a stream. Check which program writes it.</source>
         <translation>La clé %1 de %2 contient : %3 ; celle d’une donnée est une chaîne (string) ou un flux (stream). Vérifiez quel programme l’écrit.</translation>
     </message>
+    <message>
+        <source>Redis: older data</source>
+        <translation>Redis : données plus anciennes</translation>
+    </message>
+    <message>
+        <source>%1 has come back with older data: of %2, occurrences and samples from %3 to %4 may be missing.</source>
+        <translation>%1 est revenu avec des données plus anciennes : pour %2, des occurrences et des valeurs du %3 au %4 manquent peut-être.</translation>
+    </message>
+    <message>
+        <source>%1 keys</source>
+        <translation>%1 clés</translation>
+    </message>
 </context>
 <context>
     <name>Velk::RedisReplyLimiter</name>

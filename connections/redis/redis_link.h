@@ -47,7 +47,7 @@ public:
     /// or when the connection is lost meanwhile. When a cluster moves the connection to another node meanwhile, the
     /// report is about that node.
     void requestServerReport(std::function<void(const RedisServerReport&)> done);
-    /// The same as lines.
+    /// requestServerReport() as printable lines.
     void requestReport(std::function<void(const LinkReport&)> done) override;
 
 protected:

@@ -36,7 +36,7 @@ public:
     void declare(const KeyNames& names) override;
     void setRealTimeSupported(bool isSupported) override;
     void put(const QString& name, const QVariant& value, Done done = {}) override;
-    /// The newest 10 000 occurrences, about, are kept on the server.
+    /// The server keeps about 10 000 of the newest occurrences.
     void raise(const QString& name, const QVariant& value, std::optional<double> timeStamp = {},
                Done done = {}) override;
     void remove(const QStringList& names, Done done = {}) override;

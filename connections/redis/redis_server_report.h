@@ -20,7 +20,7 @@ struct RedisServerReport
     double roundTripMedianMs = 0;  ///< of 20 round trips
     double roundTripLongestMs = 0; ///< of the same
     double clockOffsetSeconds = 0; ///< the server's clock minus this machine's, half a round trip allowed for
-    QString user;                  ///< as whom the server takes the link; empty when it does not report it
+    QString user;                  ///< the user that the link is logged in as; empty when the server does not report it
     QStringList granted;           ///< what the link needs and may run: "GET", "XREAD", …
     QStringList refused;           ///< what it needs and may not run
 };

@@ -1022,7 +1022,7 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <translation>%1 hat die Verbindung geschlossen.</translation>
     </message>
     <message>
-        <source>%1 has closed the connection before it stood. Check whether the server expects TLS, or a client certificate.</source>
+        <source>%1 has closed the connection before it was established. Check whether the server expects TLS, or a client certificate.</source>
         <translation>%1 hat die Verbindung geschlossen, bevor sie stand. Prüfen Sie, ob der Server TLS oder ein Client-Zertifikat erwartet.</translation>
     </message>
     <message>

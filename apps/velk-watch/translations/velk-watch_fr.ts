@@ -1022,7 +1022,7 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <translation>%1 a fermé la connexion.</translation>
     </message>
     <message>
-        <source>%1 has closed the connection before it stood. Check whether the server expects TLS, or a client certificate.</source>
+        <source>%1 has closed the connection before it was established. Check whether the server expects TLS, or a client certificate.</source>
         <translation>%1 a fermé la connexion avant qu’elle soit établie. Vérifiez si le serveur attend TLS ou un certificat client.</translation>
     </message>
     <message>

@@ -43,12 +43,12 @@ public:
     bool isOpen() const { return m_isOpen; }
     bool isEstablished() const { return m_isEstablished; }
 
-    /// Up whenever the connection is established, but for the moments in which it moves to another node of a cluster.
+    /// Up whenever the connection is established, except while it moves to another node of a cluster.
     RedisSession* session() { return &m_session; }
 
 Q_SIGNALS:
     void established();
-    /// The connection is not there any more; it will be made again.
+    /// The connection was lost; another attempt follows.
     void lost(const QString& title, const QString& message);
     /// An attempt to connect failed; there will be others.
     void attemptFailed(const QString& title, const QString& message);

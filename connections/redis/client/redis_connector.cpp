@@ -207,8 +207,8 @@ void RedisConnector::onAddressFailed(const QString& title, const QString& messag
 
 std::unique_ptr<RedisSocket> RedisConnector::socketTo(const RedisUrl& url, const NetworkAddress& address)
 {
-    // The connection that was made before has shown that the files and the password can be read; should that have
-    // changed, the server's refusals are as good as any.
+    // The connection that was made before has shown that the files and the password can be read. If they cannot be
+    // read any more, the server refuses the commands, and that is reported.
     QString error;
     const std::optional<QSslConfiguration> tls =
         url.isTls() ? url.tls().configuration(&error) : std::optional<QSslConfiguration>();

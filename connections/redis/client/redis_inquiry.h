@@ -31,9 +31,9 @@ public:
     void cancel();
 
 Q_SIGNALS:
-    /// No reply is due any more, and those to all commands have come. Emitted after the last callback.
+    /// All replies have come. Emitted after the last callback.
     void finished();
-    /// The connection was replaced while `due` replies were due: they do not come. isActive() is false.
+    /// The connection was replaced while `due` replies were outstanding. They will not come. isActive() is false.
     void interrupted(int due);
 
 private:
@@ -42,7 +42,7 @@ private:
     RedisSession* m_session;
     const RedisSession::Permissions m_permissions;
     int m_due = 0;
-    int m_generation = 0; // counts what ended the replies that were due
+    int m_generation = 0; // incremented by cancel() and by a replaced connection
 };
 
 } // namespace Velk

@@ -11,9 +11,9 @@
 
 namespace Velk {
 
-/// Bounds what a reply can cost: a filter between the socket and the protocol reader, which keeps a reply in memory
-/// until it is complete. A value that is too long is taken out of the stream while it arrives. The reader gets the
-/// error "OVERSIZE <length>" in its place, so that the rest of the reply can be used.
+/// Limits the memory that a reply takes: a filter between the socket and the protocol reader, since the reader keeps a
+/// reply until it is complete. A value that is too long is taken out of the stream while it arrives. The reader gets
+/// the error "OVERSIZE <length>" in its place, so that the rest of the reply can be used.
 class RedisReplyLimiter
 {
 public:
@@ -56,7 +56,7 @@ private:
     QByteArray m_line;
     qint64 m_valueBytesLeft = 0;
     qint64 m_replyBytes = 0;
-    std::vector<qint64> m_openLists; // how many elements each list around the present position still waits for
+    std::vector<qint64> m_openLists; // for each open list, outermost first: how many elements are still to come
     QString m_errorString;
 };
 

@@ -27,7 +27,7 @@ public:
     void measure(std::function<void(const std::vector<double>&)> done);
 
     static constexpr int count = 20;
-    /// The smallest of the sorted times that 99 of 100 do not exceed: the longest of up to 100.
+    /// The 99th percentile (nearest rank). Of up to 100 times it is the longest.
     static double percentile99(const std::vector<double>& sortedMs);
 
 private:

@@ -238,8 +238,8 @@ QString RedisSocket::errorMessage() const
                       "it expects TLS, or a client certificate.")
                 .arg(m_server);
         return m_wasConnected ? tr("%1 has closed the connection.").arg(m_server)
-                              : tr("%1 has closed the connection before it stood. Check whether the server expects "
-                                   "TLS, or a client certificate.")
+                              : tr("%1 has closed the connection before it was established. Check whether the "
+                                   "server expects TLS, or a client certificate.")
                                     .arg(m_server);
     case QAbstractSocket::SslHandshakeFailedError:
         return tr("No TLS connection to %1 (%2). Check that the server's port speaks TLS.")

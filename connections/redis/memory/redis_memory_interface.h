@@ -18,21 +18,21 @@
 
 namespace Velk {
 
-/// The memory service of one connection. After end() it answers every call with what the contract allows of a service
-/// that fails, for callers that still hold it.
+/// The memory service of one connection. After end() every call is safe and has no effect; lists are empty, and
+/// sampling in real time is not supported.
 class RedisMemoryInterface : public MemoryInterface
 {
     Q_OBJECT
 
 public:
-    /// The session outlives this object's use: end() comes before the session goes. `metadata` is what the robot says
+    /// end() has to be called before the session is deleted. `metadata` is what the robot says
     /// about itself.
     RedisMemoryInterface(RedisSession* session, const RedisUrl& url, const RedisMetadata& metadata,
                          std::shared_ptr<RedisCarryOver> carryOver);
     ~RedisMemoryInterface() override;
 
-    /// The connection is lost or closed. Unfinished lists finish empty. When it is to come back, what was gathered is
-    /// delivered first, and streams will be read on where they are.
+    /// The connection is lost or closed. Unfinished lists finish empty. If the link will reconnect, what was gathered
+    /// is delivered first, and streams will be read on where they are.
     void end(bool comesBack);
 
     /// As RedisKeySpace::neededCommands(); none after end().

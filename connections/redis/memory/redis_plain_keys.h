@@ -31,14 +31,14 @@ public:
     /// Finishes what is being fetched.
     ~RedisPlainKeys() override;
 
-    /// The lists come from one walk through the server's keys, which a list that is asked for meanwhile joins. There
-    /// are no micro-events.
+    /// One SCAN fills all lists; a list that is requested meanwhile gets the result of the same SCAN. There are no
+    /// micro-events.
     QFuture<QStringList> fetchNames(KeyKind kind) override;
     void finishLists() override;
 
-    /// The bytes of a name that is not UTF-8 are remembered: its text does not say them.
+    /// The bytes of a name that is not UTF-8 are remembered: the text does not preserve them.
     QByteArray rawName(const QString& name) const override { return m_rawNames.value(name, name.toUtf8()); }
-    /// Either the key itself or, with a separator in the name, a field of a hash as well.
+    /// The key of that name, and for a name with a separator also the field of a hash.
     std::vector<RedisSource> sourcesOf(const QByteArray& rawName) const override;
     std::vector<QByteArrayList> neededCommands() const override;
 

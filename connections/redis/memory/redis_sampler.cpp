@@ -11,7 +11,7 @@ namespace Velk {
 namespace {
 
 constexpr int resolvePeriodMs = 1000;
-// What is read between two deliveries is delivered late anyway; more often than that keeps the replies short.
+// Streams are read twice per delivery, which keeps the replies short; reading more often would deliver nothing earlier.
 constexpr int minStreamPeriodMs = 10;
 constexpr int maxStreamPeriodMs = 100;
 // Keys that are looked for again in one go.
@@ -211,7 +211,7 @@ void RedisSampler::group()
     m_streams.setSources(streams);
 
     std::vector<int> periods = m_keys.group();
-    // A group of a period that no key has any more takes on a new one: the replies that are due to it still count.
+    // A group whose period is no longer used gets a new period, so that its outstanding replies are still used.
     std::map<int, std::unique_ptr<RedisSamplingGroup>> unused = std::exchange(m_groups, {});
     std::vector<int> newPeriods;
     for (const int period : periods) {

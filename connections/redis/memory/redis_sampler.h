@@ -23,8 +23,8 @@
 
 namespace Velk {
 
-/// Samples the watched keys and delivers what was gathered: one sampling group for each period. Streams have a period
-/// of their own whatever those of their keys are, since each of their entries counts.
+/// Samples the watched keys and delivers what was gathered: one sampling group for each period. Streams are read
+/// with a period of their own: all their entries are delivered, whatever the sampling period.
 class RedisSampler : public QObject
 {
     Q_OBJECT
@@ -41,7 +41,7 @@ public:
     void start(int gatherPeriodMs, int samplingPeriodMs);
     /// No longer samples; what was gathered stays. The ledger is not used afterwards.
     void halt();
-    /// What was gathered and not delivered is dropped; streams that are watched on begin anew with the next start().
+    /// Discards what was gathered. Streams that are still watched are read from their end with the next start().
     void stop();
     bool isRunning() const { return m_schedule.isRunning(); }
     void setGatherPeriod(int periodMs);

@@ -25,10 +25,10 @@ struct RedisSource
     };
 
     QByteArray key;
-    QByteArray field;            ///< of the hash `key`, when isHashField
-    QByteArray index;            ///< the set in which the robot lists the name; empty: whatever exists is listed
-    bool isHashField = false;    ///< the source is a field of a hash
-    bool isAlwaysStream = false; ///< of an event: nothing else than a stream is of use
+    QByteArray field;         ///< of the hash `key`, when isHashField
+    QByteArray index;         ///< the set in which the robot lists the name; empty: every existing key counts as listed
+    bool isHashField = false; ///< the source is a field of a hash
+    bool isAlwaysStream = false; ///< of an event: only a stream is accepted
 
     Type type = Unresolved;
     bool isListed = false;
@@ -40,7 +40,7 @@ struct RedisSource
     // Of a stream.
     RedisStreamPosition position;
     bool hasPosition = false;
-    bool hasUncountedEntries = false; ///< read since it was last checked what the server had discarded
+    bool hasUncountedEntries = false; ///< entries were read since trimmed entries were last counted
 
     /// Whether the robot lists the names of such keys.
     bool hasIndex() const { return !index.isEmpty(); }

@@ -17,8 +17,7 @@
 
 namespace Velk {
 
-/// Reads on in a number of streams, each from where it is. What does not fit in the queue is left on the server until
-/// there is room.
+/// Reads the new entries of streams. Entries for which the intake has no room stay on the server until there is.
 class RedisStreamReader : public QObject
 {
     Q_OBJECT

@@ -152,7 +152,7 @@ void RedisTransactions::onFinished()
 // False when a callback has deleted this object.
 bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText)
 {
-    // What was interrupted by a callback is not outstanding any more.
+    // A callback may have ended the connection, which resets the counts.
     m_outstanding = std::max(0, m_outstanding - 1);
     if (write.content == RedisWrite::Value)
         m_outstandingValues = std::max(0, m_outstandingValues - 1);

@@ -22,7 +22,7 @@ struct RedisWrite
 {
     enum Content
     {
-        Declaration, ///< names of keys, and other things that are no loss
+        Declaration, ///< names of keys and metadata: not counted as lost
         Value,
         Occurrence
     };
@@ -51,7 +51,7 @@ public:
     /// when the connection was replaced. The session and the counts outlive this object.
     RedisTransactions(RedisSession* session, WriteLosses* losses);
 
-    /// Runs the writes, in one transaction as long as they are not very many. Each one's `done` gets an empty text or
+    /// Runs the writes, up to 10 000 per transaction. Each one's `done` gets an empty text or
     /// an error; not when the connection is replaced before the server has answered. Transactions that run already come
     /// first.
     void run(const std::vector<RedisWrite>& writes);

@@ -9,7 +9,7 @@ namespace Velk {
 
 namespace {
 
-// Writes that wait or are not answered: beyond them the network is slower than the robot.
+// Limits for waiting and unanswered writes. Above them the server does not keep up.
 constexpr std::size_t maxWrites = 20000;
 constexpr qint64 maxBytes = 64 * 1024 * 1024;
 constexpr int namesPerCommand = 1000;
@@ -280,7 +280,7 @@ void RedisWriteQueue::flush()
         emit idle();
 }
 
-// What was declared, and declared no more, since it was last written.
+// The declarations and removals since the last write.
 RedisWrite RedisWriteQueue::declarations()
 {
     RedisWrite write;

@@ -22,15 +22,21 @@ void addRobotOptions(CLI::App& command, RobotOptions& options)
         ->check(seconds());
 }
 
+bool requireRobot(CommandContext& context, const RobotOptions& options)
+{
+    if (!options.url.empty())
+        return true;
+    context.console.message(QStringLiteral("No robot: name one with --robot URL or the variable VELK_ROBOT.\n"
+                                           "`velk robots` lists the kinds."));
+    return false;
+}
+
 int runRobotTask(
     CommandContext& context, const RobotOptions& options,
     const std::function<std::unique_ptr<RobotTask>(std::unique_ptr<RobotLink> link, int timeoutMs)>& makeTask)
 {
-    if (options.url.empty()) {
-        context.console.message(QStringLiteral("No robot: name one with --robot URL or the variable VELK_ROBOT.\n"
-                                               "`velk robots` lists the kinds."));
+    if (!requireRobot(context, options))
         return UsageError;
-    }
     QString error;
     std::unique_ptr<RobotLink> link = context.createLink(toQString(options.url), &error);
     if (!link) {

@@ -22,6 +22,9 @@ struct RobotOptions
 /// Declares --robot and --timeout.
 void addRobotOptions(CLI::App& command, RobotOptions& options);
 
+/// Whether a robot is named; if not, a message has been printed.
+bool requireRobot(CommandContext& context, const RobotOptions& options);
+
 /// Runs the task that `makeTask` makes for the robot's link, and returns its status.
 int runRobotTask(
     CommandContext& context, const RobotOptions& options,

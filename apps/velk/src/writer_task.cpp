@@ -6,8 +6,8 @@
 #include "argument_values.h"
 #include "console.h"
 #include "exit_status.h"
+#include "json_argument.h"
 
-#include <connections/link/json_value.h>
 #include <connections/links/robot_links.h>
 
 #include <optional>
@@ -68,21 +68,14 @@ void WriterTask::finish(int status)
 int runWriterTask(CommandContext& context, const RobotOptions& options, const std::string& json,
                   const std::function<void(RobotWriter& writer, const QVariant& value, RobotWriter::Done done)>& write)
 {
-    if (options.url.empty()) {
-        context.console.message(QStringLiteral("No robot: name one with --robot URL or the variable VELK_ROBOT.\n"
-                                               "`velk robots` lists the kinds."));
+    if (!requireRobot(context, options))
         return UsageError;
-    }
-    const QByteArray text = QByteArray::fromStdString(json);
-    const std::optional<QVariant> value = JsonValue::parse(text);
-    if (!value) {
-        context.console.message(QStringLiteral("The value is not JSON: %1\n"
-                                               "Text needs quotation marks, which the shell leaves alone in "
-                                               "apostrophes: '\"open\"'.")
-                                    .arg(QString::fromUtf8(text.left(200))));
-        return UsageError;
-    }
     QString error;
+    const std::optional<QVariant> value = jsonArgument(json.c_str(), &error);
+    if (!value) {
+        context.console.message(error);
+        return UsageError;
+    }
     std::unique_ptr<RobotWriter> writer = RobotLinks::createWriter(toQString(options.url), &error);
     if (!writer) {
         context.console.message(error);

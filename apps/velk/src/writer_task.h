@@ -44,8 +44,8 @@ private:
     bool m_isFinished = false;
 };
 
-/// Runs a task that writes one value. `json` is what was typed: text that is not JSON is reported, and nothing is
-/// written.
+/// Runs a task that writes one value. `json` is what was typed: text that jsonArgument() refuses is reported, and
+/// nothing is written.
 int runWriterTask(CommandContext& context, const RobotOptions& options, const std::string& json,
                   const std::function<void(RobotWriter& writer, const QVariant& value, RobotWriter::Done done)>& write);
 

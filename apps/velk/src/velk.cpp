@@ -8,9 +8,37 @@
 #include "exit_status.h"
 #include "unix_signals.h"
 
+#include <algorithm>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace Velk {
+
+namespace {
+
+// The parser splits "[a,b]" into two values. With the end of the text as a last character it is one, as typed; what
+// reads the text stops there.
+//
+// The last argument comes first, as the parser takes them.
+std::vector<std::string> argumentsOf(int argc, char** argv)
+{
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        arguments.emplace_back(argv[i]);
+        if (!arguments.back().empty() && arguments.back().back() == ']')
+            arguments.back() += '\0';
+    }
+    return arguments;
+}
+
+std::string withoutEnds(std::string text)
+{
+    text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
+    return text;
+}
+
+} // namespace
 
 int runVelk(int argc, char** argv, const CreateLink& createLink)
 {
@@ -25,7 +53,7 @@ int runVelk(int argc, char** argv, const CreateLink& createLink)
     addCommands(context);
 
     try {
-        parser.parse(argc, argv);
+        parser.parse(argumentsOf(argc, argv));
         return context.run();
     } catch (const CLI::ParseError& error) {
         std::ostringstream help;
@@ -40,7 +68,7 @@ int runVelk(int argc, char** argv, const CreateLink& createLink)
             console.message(QStringLiteral("velk has no command or option %1.\n`velk --help` lists them.")
                                 .arg(toQString(unknown.front())));
         else
-            console.message(toQString(message.str()).trimmed());
+            console.message(toQString(withoutEnds(message.str())).trimmed());
         return UsageError;
     }
 }

@@ -45,6 +45,8 @@ void TestVelkKeys::keysAreListedSortedWithTheirNatures_data()
     row("a pattern without a match", "--filter Foot*", "");
     row("names that the robot does not list", "--nature unknown Foot Base/Odometer Tail",
         "UNKNOWN  Foot\nUNKNOWN  Tail\n");
+    row("names in brackets", "--nature unknown [Foot,Tail] [Toe]", "UNKNOWN  [Foot,Tail]\nUNKNOWN  [Toe]\n");
+    row("a pattern in brackets", "--filter=[Foot,B*]", "");
     row("JSON without a key", "--filter Foot* --json", "[\n]\n");
 }
 

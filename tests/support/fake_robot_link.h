@@ -36,6 +36,7 @@ public:
     }
     void lose() { RobotLink::lose(QStringLiteral("Lost"), QStringLiteral("The test took the robot away.")); }
     void giveUp() { RobotLink::giveUp(QStringLiteral("Given up"), QStringLiteral("The robot cannot be reached.")); }
+    using RobotLink::ledger;
     using RobotLink::reportFailure;
     /// Answers the last isRealTimeSupported(), and reports the answer from the event loop. Nothing without a
     /// connection.

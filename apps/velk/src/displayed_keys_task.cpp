@@ -25,20 +25,7 @@ void DisplayedKeysTask::finish(int status)
 {
     if (isFinished())
         return;
-    const SampleLosses losses = link().losses();
-    if (losses.total() > 0) {
-        QStringList causes;
-        if (losses.skippedTicks > 0)
-            causes << QStringLiteral("%1 sampling ticks skipped, the robot was too slow").arg(losses.skippedTicks);
-        if (losses.dropped > 0)
-            causes << QStringLiteral("%1 occurrences dropped, they came too fast").arg(losses.dropped);
-        if (losses.trimmed > 0)
-            causes << QStringLiteral("%1 occurrences discarded by the robot").arg(losses.trimmed);
-        if (losses.missedTicks > 0)
-            causes
-                << QStringLiteral("%1 sampling ticks missed, this program was busy or stopped").arg(losses.missedTicks);
-        report(QStringLiteral("Not everything was delivered"), causes.join(QStringLiteral("; ")));
-    }
+    reportLosses();
     RobotTask::finish(status);
 }
 

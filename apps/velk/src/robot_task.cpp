@@ -58,6 +58,22 @@ void RobotTask::report(const QString& title, const QString& text)
     report(title + QStringLiteral(": ") + text);
 }
 
+void RobotTask::reportLosses()
+{
+    const SampleLosses losses = link().losses();
+    QStringList causes;
+    if (losses.skippedTicks > 0)
+        causes << QStringLiteral("%1 sampling ticks skipped, the robot was too slow").arg(losses.skippedTicks);
+    if (losses.dropped > 0)
+        causes << QStringLiteral("%1 samples and occurrences dropped, they came too fast").arg(losses.dropped);
+    if (losses.trimmed > 0)
+        causes << QStringLiteral("%1 occurrences discarded by the robot").arg(losses.trimmed);
+    if (losses.missedTicks > 0)
+        causes << QStringLiteral("%1 sampling ticks missed, this program was busy or stopped").arg(losses.missedTicks);
+    if (!causes.isEmpty())
+        report(QStringLiteral("Not everything was delivered"), causes.join(QStringLiteral("; ")));
+}
+
 void RobotTask::finish(int status)
 {
     if (m_isFinished)

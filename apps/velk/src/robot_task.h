@@ -17,8 +17,8 @@ namespace Velk {
 
 class Console;
 
-/// The work of a command on a robot: opens the robot, waits until it has answered every question of a connection, and
-/// works from then on until it is done, interrupted or stopped by a failure.
+/// The work of a command on a robot: opens the robot, waits until the session is ready, and works from then on until it
+/// is done, interrupted or stopped by a failure.
 ///
 /// It is a failure when the robot is not ready within the time-out, or when the link gives up. What happens when the
 /// connection is lost after that is decided by the derived class.
@@ -39,7 +39,7 @@ protected:
     RobotLink& link() { return *m_session.link(); }
     Console& console() { return m_console; }
     bool isFinished() const { return m_isFinished; }
-    /// Whether the preparations are over and the time-out with them.
+    /// True after setWorking(): the time-out does not run any more.
     bool isWorking() const { return m_isWorking; }
     /// The preparations are over, and the session's catalogue is not needed any more.
     void setWorking();
@@ -49,6 +49,8 @@ protected:
     /// Prints what is missing when the preparations have taken so many seconds.
     virtual void reportTimeout(const QString& seconds);
     void reportNotConnected(const QString& url, const QString& seconds);
+    /// Prints what the robot's connection could not deliver.
+    void reportLosses();
     /// Ends the task; only the first call counts.
     virtual void finish(int status);
 

@@ -129,9 +129,8 @@ void ServeTask::onListFinished()
     m_isAnnounced = true;
 }
 
-// The names with those that only this listing lacks: a name has left when two listings in a row lack it. An empty list
-// may be one that cannot be read, as after a lost permission: the contract has no other answer then. So the names of
-// that list stay.
+// Removes a name only when two listings in a row lack it. An empty list may mean that it cannot be read, as after a
+// lost permission: the contract has no other answer then. So the served names of that list stay.
 KeyNames ServeTask::confirmed(const KeyNames& listed)
 {
     KeyNames names = listed;
@@ -197,6 +196,7 @@ void ServeTask::end()
 {
     if (isFinished())
         return;
+    reportLosses();
     const WriteLosses losses = m_writer->losses();
     const qint64 openCount = m_writer->openCount();
     QStringList causes;

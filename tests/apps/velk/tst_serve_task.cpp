@@ -126,6 +126,7 @@ private Q_SLOTS:
     void everyLossIsPrintedByItsCause_data();
     void everyLossIsPrintedByItsCause();
     void aSignalBeforeItsTimeIsOverKeepsItsStatus();
+    void whatTheRobotLostIsPrinted();
     void theTimeOutReportsTheSideThatIsMissing_data();
     void theTimeOutReportsTheSideThatIsMissing();
 };
@@ -254,6 +255,20 @@ void TestServeTask::aSignalBeforeItsTimeIsOverKeepsItsStatus()
 
     QCOMPARE(serving.statuses, QList<int>({128 + SIGTERM}));
     QVERIFY2(serving.messages().contains("Not everything was written"), qPrintable(serving.messages()));
+}
+
+void TestServeTask::whatTheRobotLostIsPrinted()
+{
+    Serving serving;
+    QVERIFY(serving.serve());
+    LossLedger& ledger = serving.link->ledger();
+    ledger.record(ledger.account("A"), LossCause::Dropped, 2, 0.0, 1.0);
+
+    serving.task->interrupt(SIGINT);
+
+    QCOMPARE(serving.statuses, QList<int>({Success}));
+    QVERIFY2(serving.messages().contains("Not everything was delivered: 2 samples and occurrences dropped"),
+             qPrintable(serving.messages()));
 }
 
 void TestServeTask::theTimeOutReportsTheSideThatIsMissing_data()

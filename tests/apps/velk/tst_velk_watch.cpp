@@ -217,7 +217,8 @@ void TestVelkWatch::lossesAreReportedAtTheEnd()
     velk.sendSignal(SIGINT);
 
     QCOMPARE(velk.end(), 0);
-    QVERIFY2(velk.messages().contains(QRegularExpression(QStringLiteral("delivered: [1-9]\\d* occurrences dropped"))),
+    QVERIFY2(velk.messages().contains(
+                 QRegularExpression(QStringLiteral("delivered: [1-9]\\d* samples and occurrences dropped"))),
              qPrintable(velk.messages()));
 }
 

@@ -20,9 +20,9 @@ namespace Velk {
 /// CatalogueTreeModel shows it as a tree; both read these rows and keep none of their own.
 ///
 /// A catalogue belongs to one connection, and the catalogue of a displayed key set is deleted as soon as it is ready.
-/// The application therefore creates a catalogue of its own whenever its robot connects, and sets it here when it is
-/// ready: until then the keys of the former one stay shown. A catalogue may be deleted or replaced at any time, also in
-/// a slot of its own signals.
+/// RobotSession creates one for each connection; set it here when the session emits catalogueReady(). Until then the
+/// keys of the former one stay shown. A catalogue may be deleted or replaced at any time, also in a slot of its own
+/// signals.
 ///
 /// The first column has check boxes: the catalogue's selection, which data() reads and setData() writes. The catalogue
 /// emits no signal when its selection changes; after a change by others call refreshSelection(). keysOf() gives the

@@ -95,7 +95,7 @@ public:
 
     /// The samples of the key; empty when it is not displayed or none came.
     HistorySpan samples(const QString& name) const;
-    /// Those from `from` to `to`, and the next one on either side, with which a line enters and leaves the picture.
+    /// The samples between the two times, and one more on each side, so that a line reaches both edges of a plot.
     HistorySpan samples(const QString& name, double from, double to) const;
     /// The newest time stamp of all samples; 0 when there is none.
     double newestTime() const { return m_newestTime; }

@@ -32,8 +32,8 @@ class WatchTimers;
 ///
 /// The colour and the display flag of a key are kept here, by name: the displayed key set resets its own copies when
 /// a connection comes up. Here they stay across connections, also of another displayed key set. A key without a chosen
-/// colour gets the first of the DistinctColors that fewest rows have. A lost connection leaves the newest value shown,
-/// with its age, until the next value comes or the key is removed.
+/// colour gets the least used one of the DistinctColors. A lost connection leaves the newest value shown, with its age,
+/// until the next value comes or the key is removed.
 ///
 /// Sort with WatchSortModel. Lives on the displayed key set's thread.
 class ITEMMODELS_EXPORT WatchModel : public QAbstractTableModel

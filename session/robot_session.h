@@ -30,11 +30,11 @@ class SampleStream;
 ///     session.watch({MemoryKey("Arm/Position", QString(), UnknownNature)});
 ///     session.link()->open();
 ///
-/// Keys can be watched and unwatched, and a period can be asked for, in any state of the connection. After a connection
-/// the displayed key set rebuilds its keys and drops what was changed meanwhile; the session makes such changes when it
-/// is done. After every reconnection the same keys are watched again with the same period, and the watcher runs again.
-/// Keys may also be added to the displayed key set and removed from it directly; its watcher and its sampling period
-/// are the session's.
+/// Keys can be watched and unwatched, and a period can be asked for, in any state of the connection. When the robot is
+/// connected, the displayed key set rebuilds its keys, and changes made until then are lost in it. The session keeps
+/// such changes and applies them after the rebuild. After every reconnection the same keys are watched with the same
+/// period, and the watcher runs again. Keys may also be added to the displayed key set and removed from it directly;
+/// its watcher and its sampling period are the session's.
 ///
 /// Everything runs, and every signal arrives, on the session's thread, which is the link's. Nothing blocks, nothing
 /// throws. A slot may call any operation; it must not delete the session, but may call deleteLater().
@@ -66,8 +66,7 @@ public:
     /// All batches of the robot. Valid as long as the session.
     SampleStream* samples() const { return m_samples; }
 
-    /// Whether the robot has answered all that it is asked after a connection: catalogue() is of this connection, the
-    /// displayed keys have their natures, and grantedPeriod() is final.
+    /// True when the catalogue, the natures of the displayed keys and the granted period of this connection are known.
     bool isReady() const { return m_isReady; }
 
     /// The newest catalogue that became ready, of this connection or of one before; null before the first one.
@@ -90,11 +89,11 @@ public:
     const QSet<MemoryKey>& watchedKeys() const { return m_watchedKeys; }
 
     /// The sampling period that was asked for, in milliseconds; at first the displayed key set's own, and 0 in a
-    /// session that only lists keys. It is asked for again when the robot has answered how fast it can sample.
+    /// session that only lists keys. It is applied again when the minimum of the robot is known.
     int wantedPeriod() const { return m_wantedPeriod; }
     void setWantedPeriod(int periodMs);
-    /// The sampling period in force, in milliseconds: the wanted one within the limits of the robot. Until the robot
-    /// has answered it is the one that was in force before, or one that every robot can keep.
+    /// The sampling period in force, in milliseconds: the wanted one within the limits of the robot. Until these are
+    /// known, it is the former period, or one that every robot can keep.
     int grantedPeriod() const;
 
     /// Whether the watcher is to run, which it does while the robot is connected and any key is watched. True at first.

@@ -19,9 +19,9 @@ class DisplayedMemoryKeyListModel;
 
 /// Every batch of values that a robot delivers, over all its connections.
 ///
-/// The displayed key set keeps the newest value of each key; receivers of this stream get all of them. The stream
-/// attaches itself to the memory service of each connection, and to one that appears later than its connection as soon
-/// as the displayed key set uses it.
+/// The displayed key set keeps the newest value of each key; receivers of this stream get all values. The stream
+/// receives from the memory service of each connection. A service that appears later than its connection is found when
+/// the displayed key set uses it.
 ///
 /// Between two batches something may be missing: the robot was disconnected, or its watcher was stopped. The stream
 /// reports such a gap when the connection ends or begins, when the watcher of the displayed key set delivers nothing
@@ -65,7 +65,7 @@ private:
 
     QPointer<ConnectionManager> m_connectionManager;
     QPointer<DisplayedMemoryKeyListModel> m_displayedKeys;
-    QPointer<MemoryInterface> m_attachedTo; // compared only, never called
+    QPointer<MemoryInterface> m_attachedTo; // the service whose batches are received
     QTimer m_silenceTimer;
     bool m_hasBatchSinceGap = false;
 };

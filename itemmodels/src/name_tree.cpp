@@ -60,8 +60,8 @@ const std::vector<int>& NameTree::children(int item) const
     return m_items[size_t(item)].children;
 }
 
-// The end of the rows that have `segment` at this place, as the row `begin` has. Steps that double find it fast: most
-// often it is a few rows away, or it is `end`.
+// The end of the rows that have `segment` at this place, as the row `begin` has. A galloping search: the end is usually
+// near, or it is `end`.
 int NameTree::endOfSegment(int begin, int end, int segmentBegin, QStringView segment) const
 {
     const auto hasSegment = [&](int row) {

@@ -29,8 +29,8 @@ public:
         // The shown rows [begin, end).
         int begin;
         int end;
-        // The last segment of the path, in code units of the name in the row `begin`. The path ends where it ends. That
-        // of the root ends one before the names begin.
+        // The last segment of the path, in code units of the name in the row `begin`. The path ends at segmentEnd,
+        // which is -1 for the root.
         int segmentBegin;
         int segmentEnd;
         bool hasChildList = false;
@@ -56,8 +56,7 @@ public:
     /// The item that is the key in this row; -1 when it was not made yet.
     int madeItem(int shownRow) const;
 
-    /// What a new row changes. The tree contains the row when this is returned, but for the item that is still to be
-    /// made by addItem().
+    /// What a new row changes. The row is counted already; addItem() makes its item.
     struct Insertion
     {
         std::vector<int> changed; ///< items that contain one row more or have become a key; from the root down

@@ -13,8 +13,7 @@ namespace Velk {
 
 namespace {
 
-// Dropped samples stay in front of the others until they are as many as those: each is then moved once, on average,
-// in its life.
+// Dropped samples are erased when they are as many as the others: so each sample is moved once on average.
 constexpr size_t minUnusedCount = 64;
 
 } // namespace

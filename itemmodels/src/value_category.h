@@ -9,8 +9,8 @@
 
 namespace Velk {
 
-/// What a value of a robot's memory is to a reader, whatever its type. The order of the enumerators is the order of the
-/// values; the three categories of numbers are ordered together.
+/// The category by which a value is shown and sorted, whatever its type. The order of the enumerators is the order of
+/// the values; the three categories of numbers are ordered together.
 enum class ValueCategory
 {
     None,

@@ -34,7 +34,7 @@ public:
     public:
         ColorUses();
         void add(const QColor& color);
-        /// The first one of those that fewest rows have.
+        /// The least used colour; the first one if there are several.
         QColor leastUsed() const;
 
     private:

@@ -67,7 +67,7 @@ public:
     int indexOf(const QString& name) const;
     /// The rows of the keys of these names, ascending; neighbours are one range.
     std::vector<Range> rangesOf(const QSet<QString>& names) const;
-    /// Those of the keys that have no row, in the order of their name paths. They point into `keys`.
+    /// The keys without a row, in the order of their name paths. The pointers point into `keys`.
     std::vector<const DisplayedMemoryKey*> missing(const QSet<DisplayedMemoryKey>& keys) const;
 
     void reserve(int count) { m_rows.reserve(size_t(count)); }
@@ -81,7 +81,7 @@ public:
 
     /// Takes the key and its newest value, and notes what changed. Returns whether the key has a value.
     bool update(int row, const DisplayedMemoryKey& displayed, qint64 nowMs);
-    /// Notes the rows whose age text is another one now.
+    /// Notes the rows whose age text has changed.
     void noteAges(qint64 nowMs);
 
     bool isFrozen() const { return m_isFrozen; }
@@ -94,7 +94,7 @@ public:
         Range rows;
         WatchChange change;
     };
-    /// The first run at or after the row `from`. What was noted of its rows is cleared.
+    /// The first run at or after the row `from`. Clears the changes of its rows.
     std::optional<Run> takeRun(int from);
 
 private:

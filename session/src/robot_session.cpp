@@ -225,9 +225,8 @@ void RobotSession::onKeysRemoved(const QSet<DisplayedMemoryKey>& keys)
 
 void RobotSession::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
 {
-    // A key that is updated by a batch has a value. The keys of a rebuilt set have none, and an empty one leaves
-    // nothing displayed. It is rebuilt from the catalogue of this connection, or from one that is late, of a connection
-    // before.
+    // A batch reports keys with a value only; the keys of a rebuilt set have none. A late catalogue of a former
+    // connection rebuilds the set, too.
     const bool isRebuilt =
         keys.isEmpty() ? m_displayedKeys->displayedKeys().isEmpty() : keys.cbegin()->valueHistory().isEmpty();
     if (!isRebuilt)
@@ -246,7 +245,7 @@ void RobotSession::xSetWatchedKeys(const QSet<MemoryKey>& keys)
     emit watchedKeysChanged();
 }
 
-// Does what could not be done before: called whenever something has happened that it may have waited for.
+// Does what was postponed. Called after every event that can end a wait.
 void RobotSession::proceed()
 {
     if (m_displayedKeys && !m_isRebuilding && !m_fetchingCatalogue)

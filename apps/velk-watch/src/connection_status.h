@@ -12,7 +12,7 @@
 
 namespace Velk {
 
-/// The state of the connection in words, with the time since when: "Connected for 3 min 20 s".
+/// The state of the connection and its duration in words: "Connected for 3 min 20 s".
 class ConnectionStatus
 {
     Q_DECLARE_TR_FUNCTIONS(Velk::ConnectionStatus)

@@ -30,12 +30,12 @@ CurvePoint gapAt(double time);
 /// highest value of each column, so that no peak is lost, and the gaps. Several gaps within a column become one. The
 /// points before and after a gap are never joined.
 ///
-/// `points` ascend in time. The neighbours on both sides of the range are kept, so that the curve enters and leaves it.
+/// `points` ascend in time. The neighbours on both sides of the range are kept, so that the curve reaches both edges.
 /// Returns at most pointsPerColumn points for each column, and two neighbours. Returns all points of the range when
 /// there are at most two for each column. Empty without a column, or when `to` is not after `from`.
 QVector<CurvePoint> decimated(const QVector<CurvePoint>& points, double from, double to, int columns);
 
-/// Two stretches of two points, each followed by a gap.
+/// At most two pairs of points and two gaps.
 constexpr int pointsPerColumn = 6;
 
 } // namespace Velk

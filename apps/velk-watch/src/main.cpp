@@ -13,7 +13,6 @@
 #include <QApplication>
 
 #include <cstdio>
-#include <memory>
 
 using namespace Velk;
 

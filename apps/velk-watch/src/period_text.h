@@ -11,7 +11,7 @@ namespace Velk {
 
 class RobotSession;
 
-/// The sampling period that the user asked for, and what the robot makes of it, in a sentence.
+/// The sampling period that the user asked for, and the period in force, in a sentence.
 class PeriodText
 {
     Q_DECLARE_TR_FUNCTIONS(Velk::PeriodText)

@@ -42,7 +42,7 @@ public:
     void setColors(const QPalette& colors, const QFont& font);
     /// Takes the edges of both axes.
     void setRange(const TimeAxis& time, const ValueAxis& values);
-    /// Hands what is visible of the curves to the widget, for the next refresh(). Returns the number of points.
+    /// Passes the visible points of the curves to the widget, for the next refresh(). Returns their number.
     int setCurves(const QVector<PlotCurve>& curves, const TimeAxis& time);
     /// The reading line, at a horizontal position in pixels; none without one.
     void setReadingLine(std::optional<double> x);

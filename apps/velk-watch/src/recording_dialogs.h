@@ -30,7 +30,7 @@ public:
 Q_SIGNALS:
     /// The recording was saved, completely or not.
     void saved(const QString& fileName);
-    /// What the user has to know about a recording that was saved or not.
+    /// The result of saving, for the message bar.
     void message(const QString& title, const QString& message);
 
 private:

@@ -9,7 +9,7 @@ namespace Velk {
 /// The part of the time that a plot shows, in seconds before now. Now is the time stamp of the newest sample: the clock
 /// of this machine is never compared with the robot's.
 ///
-/// While the axis follows, its right edge is now. A frozen axis keeps its now, and the plot stands still.
+/// While the axis follows, its right edge is now. A frozen axis does not move.
 class TimeAxis
 {
 public:
@@ -17,7 +17,7 @@ public:
     static constexpr double maxSpan = 86400.0; ///< seconds
     static constexpr double initialSpan = 30.0;
 
-    /// Takes the newest time stamp. It may go back: a robot that starts again starts its clock again.
+    /// Takes the newest time stamp. It may go back: the clock of a restarted robot may start again.
     void setNewest(double time);
     /// For another robot, with another clock: the next newest time stamp becomes now, also when the axis is frozen.
     void restart();
@@ -26,7 +26,7 @@ public:
     double now() const { return m_now; }
 
     bool isFollowing() const { return m_isFollowing; }
-    /// To follow again returns to the newest samples and keeps the span.
+    /// setFollowing(true) returns to the newest samples and keeps the span.
     void setFollowing(bool isFollowing);
 
     /// The edges in seconds relative to now(): -30 and 0 at first.
@@ -37,8 +37,8 @@ public:
     double from() const { return m_now + left(); }
     double to() const { return m_now + right(); }
 
-    /// Multiplies the span, within the limits. While the axis follows, its right edge stays where it is; when it is
-    /// frozen, the time `around` does, in seconds relative to now().
+    /// Multiplies the span, within the limits. If the axis follows, the right edge stays; otherwise the time `around`,
+    /// in seconds relative to now(), stays where it is.
     void zoom(double factor, double around);
     /// Moves the axis by seconds, to the past when negative but not beyond now, and freezes it.
     void pan(double seconds);

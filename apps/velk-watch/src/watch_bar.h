@@ -14,7 +14,7 @@ class QSpinBox;
 
 namespace Velk {
 
-/// The tool bar of what is done with the watched keys: sampling with its period, the frozen table, recording. Its
+/// The tool bar for the watched keys: sampling with its period, the frozen table, recording. Its
 /// actions are in the menus of the window too, and their shortcuts work in the whole window.
 class WatchBar : public QToolBar
 {

@@ -10,7 +10,7 @@
 
 namespace Velk {
 
-/// How velk-watch ends, for scripts; the numbers have the same meaning in velk.
+/// How velk-watch ends, for scripts. A number that velk uses too has the same meaning there.
 enum class WatchExit : int
 {
     Success = 0,

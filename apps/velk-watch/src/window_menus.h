@@ -18,7 +18,7 @@ class RobotBar;
 class WatchBar;
 class WatchPanel;
 
-/// The menus of the window: the actions of its parts, and those that no part has.
+/// The menus of the window: the actions of its parts and its own.
 class WindowMenus : public QObject
 {
     Q_OBJECT

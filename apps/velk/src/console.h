@@ -25,16 +25,15 @@ public:
     /// Takes the two descriptors as they are; they stay open.
     explicit Console(int outputDescriptor = 1, int messageDescriptor = 2);
 
-    /// Whether a person reads standard output on a terminal whose lines can be written again.
+    /// Whether standard output is a terminal whose cursor can be moved.
     bool isOutputTerminal() const { return m_isOutputTerminal; }
     /// The same for standard error.
     bool isMessageTerminal() const { return m_isMessageTerminal; }
     /// The present size of the output terminal; 24 by 80 if the terminal does not report it.
     Size outputSize() const;
 
-    /// Writes data. False when it could not be written, now or before: outputStatus() is then the status to end with,
-    /// and a message has been printed, except when the reader has gone. False with outputStatus() Success when the
-    /// reader has stopped reading and a signal asks velk to end.
+    /// Writes data. Returns false when that failed, now or before. outputStatus() is then the exit status, and a
+    /// message has been printed unless the reader has gone; Success means that a signal interrupted the write.
     bool write(const QByteArray& data);
     int outputStatus() const { return m_outputStatus; }
 

@@ -21,6 +21,7 @@ enum ExitStatus : int
     RecordingNotSaved = 8,
     OutputFailed = 9,
     NotWritten = 10,
+    // 11: velk-watch without a display
     BrokenPipe = 141 ///< as the shell reports a program that SIGPIPE ended
 };
 

@@ -85,7 +85,7 @@ bool KeysTask::write(const QByteArray& data)
 {
     if (console().write(data))
         return true;
-    // Without a status it was a signal, which ends the task from the event loop.
+    // No status: a signal interrupted the write, and ends the task from the event loop.
     if (console().outputStatus() != Success)
         finish(console().outputStatus());
     return false;

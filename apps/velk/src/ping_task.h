@@ -10,7 +10,7 @@
 
 namespace Velk {
 
-/// Connects once and writes what can be said about the connection, a line for each thing.
+/// Connects once and prints the report of the link, a line for each subject.
 class PingTask : public RobotTask
 {
     Q_OBJECT

@@ -137,8 +137,8 @@ void RecordTask::save()
 
 void RecordTask::showProgress()
 {
-    // The record file is a child of the displayed key set. Its position is asked and not its size, which would make it
-    // write its buffer, and a failure would be the file's instead of the recording's.
+    // The record file is a child of the displayed key set. Not its size: size() writes the buffer, and a write error
+    // would be reported by the file and not by the recording.
     const auto* file = displayedKeys().findChild<QTemporaryFile*>(QString(), Qt::FindDirectChildrenOnly);
     console().setStatusLine(QStringLiteral("recording %1 s, %2 rows, %3 keys, %4")
                                 .arg(m_elapsed.elapsed() / 1000.0, 0, 'f', 1)

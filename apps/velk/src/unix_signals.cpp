@@ -35,7 +35,7 @@ void catchSignal(int signalNumber)
     struct sigaction action = {};
     action.sa_handler = onSignal;
     sigemptyset(&action.sa_mask);
-    // Without SA_RESTART: a write to a reader that has stopped reading is to notice.
+    // Without SA_RESTART: a blocked write returns when a signal comes.
     ::sigaction(signalNumber, &action, nullptr);
 }
 

@@ -123,7 +123,7 @@ void WatchTask::finish(int status)
 
 void WatchTask::report(const QString& text)
 {
-    // Both streams may be the same terminal: the table makes room, and comes back below the message.
+    // Both streams may be the same terminal: the table is erased before the message and printed again below it.
     if (m_isInPlace)
         write(m_screen.erase());
     RobotTask::report(text);

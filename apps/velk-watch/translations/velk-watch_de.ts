@@ -1161,6 +1161,14 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <source>The connection %1 cannot be loaded: %2</source>
         <translation>Die Verbindung %1 kann nicht geladen werden: %2</translation>
     </message>
+    <message>
+        <source>It is no connection of a robot.</source>
+        <translation>Es ist keine Verbindung zu einem Roboter.</translation>
+    </message>
+    <message>
+        <source>It was built for another version of this program (%1 and not %2). Build it again.</source>
+        <translation>Es wurde für eine andere Version dieses Programms gebaut (%1 und nicht %2). Bauen Sie es neu.</translation>
+    </message>
 </context>
 <context>
     <name>Velk::SimulatedFactory</name>

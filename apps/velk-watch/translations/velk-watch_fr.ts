@@ -1161,6 +1161,14 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <source>The connection %1 cannot be loaded: %2</source>
         <translation>La connexion %1 ne peut pas être chargée : %2</translation>
     </message>
+    <message>
+        <source>It is no connection of a robot.</source>
+        <translation>Ce n’est pas une connexion à un robot.</translation>
+    </message>
+    <message>
+        <source>It was built for another version of this program (%1 and not %2). Build it again.</source>
+        <translation>Elle a été construite pour une autre version de ce programme (%1 et non %2). Reconstruisez-la.</translation>
+    </message>
 </context>
 <context>
     <name>Velk::SimulatedFactory</name>

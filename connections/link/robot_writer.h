@@ -75,12 +75,13 @@ public:
 
 Q_SIGNALS:
     void connected();
+    /// losses() and openCount() already are those of a lost connection. failed() brings the reason next.
     void connectionLost();
     /// An attempt to connect failed, the connection was lost, or a write was refused: a short title, and a sentence
     /// that says what happened and what to do. The writer goes on trying. Once for the same failure until the writer is
     /// connected or opened again, and at most 20 times a minute.
     void failed(const QString& title, const QString& message);
-    /// openCount() has become 0. May be emitted again while it is 0.
+    /// Emitted during a connection, when openCount() has become 0. May be emitted again while it is 0.
     void idle();
 
 protected:

@@ -49,7 +49,7 @@ RedisRobotWriter::RedisRobotWriter(std::unique_ptr<Private> data)
         emit connected();
     });
     connect(&d->connection, &RedisConnection::lost, this, [this](const QString& title, const QString& message) {
-        d->queue.dropWaiting();
+        d->queue.onConnectionLost();
         const QPointer<RedisRobotWriter> self(this);
         emit connectionLost();
         if (self)

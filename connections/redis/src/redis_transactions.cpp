@@ -178,11 +178,19 @@ bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText
     return self;
 }
 
-// Values are written again with the next connection; occurrences are not, for they may have been written.
+void RedisTransactions::interrupt()
+{
+    m_inquiry.cancel();
+    onInterrupted();
+}
+
+// Values are written again with the next connection. Occurrences are not: those that were sent may have been written.
 void RedisTransactions::onInterrupted()
 {
     endExecuted();
-    m_losses->unknown += m_outstandingOccurrences;
+    const int sent = m_transactions.empty() ? 0 : countOf(RedisWrite::Occurrence, m_transactions.front());
+    m_losses->unknown += sent;
+    m_losses->dropped += m_outstandingOccurrences - sent;
     m_isToBeRepeated = false;
     m_repetitions = 0;
     m_outstanding = 0;

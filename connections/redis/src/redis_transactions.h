@@ -47,14 +47,16 @@ class RedisTransactions : public QObject
     Q_OBJECT
 
 public:
-    /// Counts in `losses` the values and occurrences that the server refused, and occurrences that were not answered
-    /// when the connection was replaced. The session and the counts outlive this object.
+    /// Counts in `losses` the values and occurrences that the server refused, and the occurrences that were sent and
+    /// not answered, or not sent yet, when the connection was replaced. The session and the counts outlive this object.
     RedisTransactions(RedisSession* session, WriteLosses* losses);
 
-    /// Runs the writes, up to 10 000 per transaction. Each one's `done` gets an empty text or
-    /// an error; not when the connection is replaced before the server has answered. Transactions that run already come
-    /// first.
+    /// Runs the writes, up to 10 000 per transaction. Each one's `done` gets an empty text or an error; not when the
+    /// connection is replaced before the server has answered. Transactions that run already come first.
     void run(const std::vector<RedisWrite>& writes);
+
+    /// The connection is lost: no answer comes any more. As when the session is replaced.
+    void interrupt();
 
     /// Writes that the server has not answered yet, and their size.
     int outstanding() const { return m_outstanding; }

@@ -198,9 +198,13 @@ void RedisWriteQueue::onReplaced()
     scheduleFlush();
 }
 
-void RedisWriteQueue::dropWaiting()
+void RedisWriteQueue::onConnectionLost()
 {
+    m_transactions.interrupt();
     for (const Waiting& write : std::exchange(m_waiting, {})) {
+        // Every newest value is repeated with the next connection.
+        if (write.isRepeated)
+            continue;
         const bool isStream = !write.isOccurrence && m_types.value(write.name, String) == Stream;
         if (write.isOccurrence || isStream)
             ++m_losses.dropped;
@@ -360,7 +364,7 @@ RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
     const bool isStream = m_types.value(value.name) == Stream;
     write.content = isStream ? RedisWrite::Occurrence : RedisWrite::Value;
     write.done = value.done;
-    if (!isStream)
+    if (!isStream && !value.isRepeated)
         write.unanswered = [this, name = value.name] { keepForConnection(name); };
     addListing(&write, KeyKind::Data, value.name);
     const QByteArray key = m_layout.key(KeyKind::Data, value.name.toUtf8());

@@ -42,8 +42,8 @@ public:
     void raise(const QString& name, const QByteArray& value, std::optional<double> timeStamp, const Done& done);
     void remove(const QStringList& names, const Done& done);
 
-    /// The connection is lost: values are written again with the next one, occurrences that wait are lost.
-    void dropWaiting();
+    /// The connection is lost: values are written again with the next one, occurrences are counted as lost.
+    void onConnectionLost();
     /// Forgets everything.
     void clear();
 

@@ -43,6 +43,9 @@ private Q_SLOTS:
     void occurrencesWithoutAConnectionAreCountedAsDropped();
     void valuesThatWaitForAConnectionAreOpen();
     void aValueThatIsRemovedIsNotOpen();
+    void aLossIsCountedWhenItIsReported();
+    void occurrencesThatWereNotSentAreCountedAsDropped();
+    void aWrittenValueThatIsRepeatedIsNotOpen();
     void aCutAnywhereLeavesEveryOccurrenceCounted();
 
 private:
@@ -138,6 +141,80 @@ void TestRedisWriteCounts::aValueThatIsRemovedIsNotOpen()
     QCOMPARE(writer->openCount(), qint64(2));
     writer->remove({"Speed"});
     QCOMPARE(writer->openCount(), qint64(1));
+}
+
+void TestRedisWriteCounts::aLossIsCountedWhenItIsReported()
+{
+    FaultProxy proxy(m_robot->server().port());
+    const std::unique_ptr<RedisRobotWriter> writer = connectedWriter(proxy.url());
+    QVERIFY(writer);
+    writer->put("Angle", 1);
+    QTRY_COMPARE_WITH_TIMEOUT(writer->openCount(), qint64(0), patienceMs);
+    QStringList counts;
+    QObject::connect(writer.get(), &RobotWriter::connectionLost, writer.get(), [&] {
+        const WriteLosses losses = writer->losses();
+        counts << QString("%1 unknown, %2 dropped, %3 open")
+                      .arg(losses.unknown)
+                      .arg(losses.dropped)
+                      .arg(writer->openCount());
+    });
+    proxy.setSwallowing(true);
+    writer->raise("Bumper", 1);
+    writer->raise("Bumper", 2);
+    writer->put("Angle", 2);
+    QTest::qWait(0); // sent
+    writer->raise("Bumper", 3);
+    proxy.closeAll();
+
+    QTRY_COMPARE_WITH_TIMEOUT(counts, QStringList({"2 unknown, 1 dropped, 1 open"}), patienceMs);
+    proxy.setSwallowing(false);
+    QTRY_COMPARE_WITH_TIMEOUT(writer->openCount(), qint64(0), patienceMs);
+    QCOMPARE(writer->lostCount(), qint64(3));
+}
+
+void TestRedisWriteCounts::occurrencesThatWereNotSentAreCountedAsDropped()
+{
+    FaultProxy proxy(m_robot->server().port());
+    const std::unique_ptr<RedisRobotWriter> writer = connectedWriter(proxy.url());
+    QVERIFY(writer);
+    QSignalSpy lost(writer.get(), &RobotWriter::connectionLost);
+    proxy.setSwallowing(true);
+    for (int i = 0; i < 10001; ++i) // one more than a transaction takes
+        writer->raise("Bumper", i);
+    QTest::qWait(0); // the first transaction is sent
+    proxy.closeAll();
+
+    QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, patienceMs);
+    QCOMPARE(writer->losses().unknown, qint64(10000));
+    QCOMPARE(writer->losses().dropped, qint64(1));
+}
+
+void TestRedisWriteCounts::aWrittenValueThatIsRepeatedIsNotOpen()
+{
+    command({"XADD", "mem:{arm1}:v:Log", "*", "v", "0"});
+    FaultProxy proxy(m_robot->server().port());
+    const std::unique_ptr<RedisRobotWriter> writer = connectedWriter(proxy.url());
+    QVERIFY(writer);
+    writer->put("Log", 1);
+    writer->put("Angle", 1);
+    QTRY_COMPARE_WITH_TIMEOUT(writer->openCount(), qint64(0), patienceMs);
+    QSignalSpy lost(writer.get(), &RobotWriter::connectionLost);
+    QSignalSpy connected(writer.get(), &RobotWriter::connected);
+
+    // Lost again before the types of the keys are known.
+    QObject::connect(writer.get(), &RobotWriter::connected, &proxy, [&proxy, &connected] {
+        if (connected.count() == 1)
+            proxy.closeAll();
+    });
+    proxy.closeAll();
+    QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 2, patienceMs);
+
+    QCOMPARE(writer->openCount(), qint64(0));
+    QTRY_COMPARE_WITH_TIMEOUT(connected.count(), 2, patienceMs);
+    writer->put("Angle", 2);
+    QTRY_COMPARE_WITH_TIMEOUT(command({"GET", "mem:{arm1}:v:Angle"}), QByteArray("2"), patienceMs);
+    QCOMPARE(command({"XLEN", "mem:{arm1}:v:Log"}), QByteArray("2"));
+    QCOMPARE(writer->lostCount(), qint64(0));
 }
 
 void TestRedisWriteCounts::aCutAnywhereLeavesEveryOccurrenceCounted()

@@ -188,7 +188,8 @@ void ServeTask::finish(int status)
         return;
     }
     connect(m_writer.get(), &RobotWriter::idle, this, &ServeTask::end);
-    connect(m_writer.get(), &RobotWriter::connectionLost, this, &ServeTask::end);
+    // Queued: failed(), which brings the reason, is emitted next.
+    connect(m_writer.get(), &RobotWriter::connectionLost, this, &ServeTask::end, Qt::QueuedConnection);
     m_answerTimeout.start();
 }
 

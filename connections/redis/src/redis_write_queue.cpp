@@ -12,15 +12,7 @@ namespace {
 // Limits for waiting and unanswered writes. Above them the server does not keep up.
 constexpr std::size_t maxWrites = 20000;
 constexpr qint64 maxBytes = 64 * 1024 * 1024;
-constexpr int namesPerCommand = 1000;
-constexpr int pauseMs = 1000;
 const QByteArrayList streamLimit = {"MAXLEN", "~", "10000"};
-
-void addNames(QList<QByteArrayList>* commands, const QByteArrayList& command, const QByteArrayList& names)
-{
-    for (qsizetype i = 0; i < names.size(); i += namesPerCommand)
-        commands->append(command + names.mid(i, namesPerCommand));
-}
 
 } // namespace
 
@@ -29,12 +21,11 @@ RedisWriteQueue::RedisWriteQueue(RedisSession* session, const RedisLayout& layou
     , m_layout(layout)
     , m_transactions(session, &m_losses)
     , m_typeInquiry(session)
+    , m_declarations(layout, [this](const QString& name) { return m_newestValues.contains(name); })
 {
     m_flushTimer.setSingleShot(true);
-    m_pauseTimer.setSingleShot(true);
-    m_pauseTimer.setInterval(pauseMs);
     connect(&m_flushTimer, &QTimer::timeout, this, &RedisWriteQueue::flush);
-    connect(&m_pauseTimer, &QTimer::timeout, this, &RedisWriteQueue::scheduleFlush);
+    connect(&m_declarations, &RedisDeclarations::due, this, &RedisWriteQueue::scheduleFlush);
     connect(&m_transactions, &RedisTransactions::idle, this, &RedisWriteQueue::scheduleFlush);
     connect(&m_typeInquiry, &RedisInquiry::finished, this, &RedisWriteQueue::flush);
     connect(&m_transactions, &RedisTransactions::refused, this, &RedisWriteQueue::refused);
@@ -43,34 +34,24 @@ RedisWriteQueue::RedisWriteQueue(RedisSession* session, const RedisLayout& layou
 
 void RedisWriteQueue::declare(const KeyNames& names)
 {
-    QHash<QString, KeyKind> declared;
-    for (const KeyKind kind : keyKinds) {
-        for (const QString& name : names.of(kind))
-            declared.insert(name, kind);
-    }
-    QSet<QString> goneNames;
-    for (auto former = m_declared.cbegin(); former != m_declared.cend(); ++former) {
-        const auto now = declared.constFind(former.key());
-        if (now != declared.cend() && *now == former.value())
-            continue;
-        m_removed[std::size_t(former.value())].insert(former.key());
-        m_newestValues.remove(former.key());
-        m_unwritten.remove(former.key());
-        if (now == declared.cend())
-            goneNames.insert(former.key());
-    }
-    dropWaiting(goneNames);
-    for (auto now = declared.cbegin(); now != declared.cend(); ++now)
-        m_removed[std::size_t(now.value())].remove(now.key());
-    m_declared = declared;
+    const RedisDeclarations::Changes changes = m_declarations.declare(names);
+    for (const QSet<QString>& changed : {changes.gone, changes.moved})
+        forgetValues(changed);
+    dropWaiting(changes.gone);
     scheduleFlush();
 }
 
 void RedisWriteQueue::setRealTimeSupported(bool isSupported)
 {
-    m_isRealTimeWritten = m_isRealTimeWritten && m_isRealTime == isSupported;
-    m_isRealTime = isSupported;
+    m_declarations.setRealTimeSupported(isSupported);
     scheduleFlush();
+}
+
+void RedisWriteQueue::forgetValues(const QSet<QString>& names)
+{
+    for (const QString& name : names)
+        m_newestValues.remove(name);
+    m_unwritten.subtract(names);
 }
 
 void RedisWriteQueue::keep(const QString& name, const QByteArray& value)
@@ -103,15 +84,11 @@ void RedisWriteQueue::raise(const QString& name, const QByteArray& value, std::o
 
 void RedisWriteQueue::remove(const QStringList& names, const Done& done)
 {
-    for (const QString& name : names) {
-        m_declared.remove(name);
-        m_newestValues.remove(name);
-        m_unwritten.remove(name);
-        for (QSet<QString>& removed : m_removed)
-            removed.insert(name);
-    }
+    const QSet<QString> removed(names.begin(), names.end());
+    m_declarations.remove(names);
+    forgetValues(removed);
     // What waits would be written after the removal.
-    dropWaiting(QSet<QString>(names.begin(), names.end()));
+    dropWaiting(removed);
     if (done)
         m_removalDones.push_back(done);
     scheduleFlush();
@@ -137,13 +114,10 @@ void RedisWriteQueue::dropWaiting(const QSet<QString>& names)
 
 void RedisWriteQueue::clear()
 {
-    m_declared.clear();
-    m_removed = {};
+    m_declarations.clear();
     m_removalDones.clear();
-    m_isRealTime.reset();
     m_newestValues.clear();
     m_unwritten.clear();
-    m_pauseTimer.stop();
     m_waiting.clear();
     m_waitingBytes = 0;
 }
@@ -156,11 +130,7 @@ void RedisWriteQueue::add(const Waiting& write)
         refuse(write, tr("The server does not keep up with what is written."), &m_losses.dropped);
         return;
     }
-    // A refused removal that waits to be repeated came before this write.
-    if (m_pauseTimer.isActive()) {
-        for (QSet<QString>& removed : m_removed)
-            removed.remove(write.name);
-    }
+    m_declarations.keepWritten(write.name);
     m_waitingBytes += write.bytes.size();
     m_waiting.push_back(write);
     scheduleFlush();
@@ -177,9 +147,7 @@ void RedisWriteQueue::refuse(const Waiting& write, const QString& error, qint64*
 // Everything has to be written again: the server may have come back empty, or be another one.
 void RedisWriteQueue::onReplaced()
 {
-    for (QSet<QString>& names : m_listed)
-        names.clear();
-    m_isRealTimeWritten = false;
+    m_declarations.repeatAll();
     m_types.clear();
     m_typeErrors.clear();
     if (!m_session->isUp())
@@ -284,17 +252,13 @@ void RedisWriteQueue::flush()
         emit idle();
 }
 
-// The declarations and removals since the last write.
 RedisWrite RedisWriteQueue::declarations()
 {
-    RedisWrite write;
-    if (m_pauseTimer.isActive())
-        return write;
-    const NamesByKind removed = addRemovals(&write);
-    const NamesByKind listed = addDeclared(&write);
-    if (m_isRealTime && !std::exchange(m_isRealTimeWritten, true))
-        write.commands.append({"HSET", m_layout.metadata(), "realtime", *m_isRealTime ? "1" : "0"});
-    write.undone = [this, removed, listed] { undoDeclarations(removed, listed); };
+    if (m_declarations.isPausing())
+        return {};
+    for (const QString& name : m_declarations.removedData())
+        m_types.remove(name);
+    RedisWrite write = m_declarations.write();
     const std::vector<Done> dones = std::exchange(m_removalDones, {});
     if (!dones.empty()) {
         write.done = [dones](const QString& error) {
@@ -303,58 +267,6 @@ RedisWrite RedisWriteQueue::declarations()
         };
     }
     return write;
-}
-
-void RedisWriteQueue::undoDeclarations(const NamesByKind& removed, const NamesByKind& listed)
-{
-    for (const KeyKind kind : keyKinds) {
-        const std::size_t index = std::size_t(kind);
-        m_listed[index].subtract(listed[index]);
-        for (const QString& name : removed[index]) {
-            const auto declared = m_declared.constFind(name);
-            const bool isDeclared = declared != m_declared.cend() && *declared == kind;
-            if (!isDeclared && !(kind == KeyKind::Data && m_newestValues.contains(name)))
-                m_removed[index].insert(name);
-        }
-    }
-    m_isRealTimeWritten = false;
-    m_pauseTimer.start();
-}
-
-RedisWriteQueue::NamesByKind RedisWriteQueue::addRemovals(RedisWrite* write)
-{
-    const NamesByKind allRemoved = std::exchange(m_removed, {});
-    for (const KeyKind kind : keyKinds) {
-        QByteArrayList names;
-        QByteArrayList keys;
-        for (const QString& name : allRemoved[std::size_t(kind)]) {
-            names.append(name.toUtf8());
-            keys.append(m_layout.key(kind, name.toUtf8()));
-            m_listed[std::size_t(kind)].remove(name);
-            if (kind == KeyKind::Data)
-                m_types.remove(name);
-        }
-        addNames(&write->commands, {"SREM", m_layout.index(kind)}, names);
-        addNames(&write->commands, {"DEL"}, keys);
-    }
-    return allRemoved;
-}
-
-RedisWriteQueue::NamesByKind RedisWriteQueue::addDeclared(RedisWrite* write)
-{
-    NamesByKind names;
-    std::array<QByteArrayList, keyKinds.size()> added;
-    for (auto name = m_declared.cbegin(); name != m_declared.cend(); ++name) {
-        QSet<QString>& listed = m_listed[std::size_t(name.value())];
-        if (listed.contains(name.key()))
-            continue;
-        listed.insert(name.key());
-        names[std::size_t(name.value())].insert(name.key());
-        added[std::size_t(name.value())].append(name.key().toUtf8());
-    }
-    for (const KeyKind kind : keyKinds)
-        addNames(&write->commands, {"SADD", m_layout.index(kind)}, added[std::size_t(kind)]);
-    return names;
 }
 
 RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
@@ -366,7 +278,7 @@ RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
     write.done = value.done;
     if (!isStream && !value.isRepeated)
         write.unanswered = [this, name = value.name] { keepForConnection(name); };
-    addListing(&write, KeyKind::Data, value.name);
+    m_declarations.addListing(&write, KeyKind::Data, value.name);
     const QByteArray key = m_layout.key(KeyKind::Data, value.name.toUtf8());
     write.commands.append(isStream ? QByteArrayList{"XADD", key} + streamLimit + QByteArrayList{"*", "v", value.bytes}
                                    : QByteArrayList{"SET", key, value.bytes});
@@ -375,12 +287,12 @@ RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
 
 RedisWrite RedisWriteQueue::occurrenceWrite(const Waiting& occurrence)
 {
-    const bool isMicroEvent = m_declared.value(occurrence.name) == KeyKind::MicroEvent;
+    const bool isMicroEvent = m_declarations.kindOf(occurrence.name) == KeyKind::MicroEvent;
     const KeyKind kind = isMicroEvent ? KeyKind::MicroEvent : KeyKind::Event;
     RedisWrite write;
     write.content = RedisWrite::Occurrence;
     write.done = occurrence.done;
-    addListing(&write, kind, occurrence.name);
+    m_declarations.addListing(&write, kind, occurrence.name);
     QByteArrayList command = QByteArrayList{"XADD", m_layout.key(kind, occurrence.name.toUtf8())} + streamLimit;
     command << "*";
     if (occurrence.timeStamp)
@@ -388,17 +300,6 @@ RedisWrite RedisWriteQueue::occurrenceWrite(const Waiting& occurrence)
     command << "v" << occurrence.bytes;
     write.commands.append(command);
     return write;
-}
-
-// Lists the name with its first write: no viewer sees one without the other.
-void RedisWriteQueue::addListing(RedisWrite* write, KeyKind kind, const QString& name)
-{
-    QSet<QString>& listed = m_listed[std::size_t(kind)];
-    if (listed.contains(name))
-        return;
-    listed.insert(name);
-    write->commands.append({"SADD", m_layout.index(kind), name.toUtf8()});
-    write->undone = [this, kind, name] { m_listed[std::size_t(kind)].remove(name); };
 }
 
 } // namespace Velk

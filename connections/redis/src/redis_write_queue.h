@@ -4,6 +4,7 @@
 #ifndef CONNECTIONS_REDIS_SRC_REDIS_WRITE_QUEUE_H
 #define CONNECTIONS_REDIS_SRC_REDIS_WRITE_QUEUE_H
 
+#include "redis_declarations.h"
 #include "redis_transactions.h"
 
 #include <connections/link/robot_writer.h>
@@ -14,16 +15,13 @@
 #include <QSet>
 #include <QTimer>
 
-#include <array>
 #include <optional>
 #include <vector>
 
 namespace Velk {
 
 /// What waits to be written to a robot's memory. All that comes in one turn of the event loop, and while a transaction
-/// runs, is written in one transaction: removals and declarations first, then the writes in their order. A name is
-/// listed with its first write on a connection. Names, removals and metadata that were refused are written again after
-/// a pause, or with the next write of the key.
+/// runs, is written in one transaction: removals and declarations first, then the writes in their order.
 class RedisWriteQueue : public QObject
 {
     Q_OBJECT
@@ -76,11 +74,11 @@ private:
         bool isRepeated = false; // a value that was written on an earlier connection
         std::optional<double> timeStamp;
     };
-    using NamesByKind = std::array<QSet<QString>, keyKinds.size()>;
 
     void onReplaced();
     void add(const Waiting& write);
     void refuse(const Waiting& write, const QString& error, qint64* count);
+    void forgetValues(const QSet<QString>& names);
     void dropWaiting(const QSet<QString>& names);
     // The key's newest value is written with the next connection, unless the key was removed.
     void keepForConnection(const QString& name)
@@ -93,12 +91,8 @@ private:
     void onType(const QString& name, const RedisReply& reply);
     void flush();
     RedisWrite declarations();
-    NamesByKind addRemovals(RedisWrite* write);
-    NamesByKind addDeclared(RedisWrite* write);
-    void undoDeclarations(const NamesByKind& removed, const NamesByKind& listed);
     RedisWrite valueWrite(const Waiting& value);
     RedisWrite occurrenceWrite(const Waiting& occurrence);
-    void addListing(RedisWrite* write, KeyKind kind, const QString& name);
 
     RedisSession* m_session;
     RedisLayout m_layout;
@@ -106,20 +100,15 @@ private:
     RedisTransactions m_transactions;
     RedisInquiry m_typeInquiry;
     QTimer m_flushTimer;
-    QTimer m_pauseTimer; // runs after a refusal: declarations wait until it ends
 
-    QHash<QString, KeyKind> m_declared;
-    NamesByKind m_removed; // to be removed from the server
+    RedisDeclarations m_declarations;
     std::vector<Done> m_removalDones;
-    std::optional<bool> m_isRealTime;
     QHash<QString, QByteArray> m_newestValues;
     QSet<QString> m_unwritten; // those of them that wait for a connection
     std::vector<Waiting> m_waiting;
     qint64 m_waitingBytes = 0;
 
     // Of the present connection.
-    NamesByKind m_listed;
-    bool m_isRealTimeWritten = false;
     QHash<QString, KeyType> m_types;      // of data keys
     QHash<QString, QString> m_typeErrors; // why a key is unusable
 };

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: The memorykeymodel developers
+// SPDX-License-Identifier: Apache-2.0
+
+#ifndef CONNECTIONS_REDIS_SRC_REDIS_DECLARATIONS_H
+#define CONNECTIONS_REDIS_SRC_REDIS_DECLARATIONS_H
+
+#include "redis_transactions.h"
+
+#include <connections/link/key_kind.h>
+#include <connections/redis/memory/redis_layout.h>
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QStringList>
+#include <QTimer>
+
+#include <array>
+#include <functional>
+#include <optional>
+
+namespace Velk {
+
+/// The names that a writer lists as keys of a robot, those that it removes, and the robot's metadata: what the server
+/// has of them, and what is still to be written. What the server refused is written again after a pause, or with the
+/// next write of the key.
+class RedisDeclarations : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `isWritten` returns whether the data key of this name has a value that a connection writes. A refused removal of
+    /// such a key is not repeated: it would remove the value.
+    RedisDeclarations(const RedisLayout& layout, const std::function<bool(const QString& name)>& isWritten);
+
+    /// Names that the former call declared and this one does not declare in the same way.
+    struct Changes
+    {
+        QSet<QString> gone;  ///< declared no longer
+        QSet<QString> moved; ///< declared with another kind
+    };
+
+    /// Lists the names in place of those of the former call.
+    Changes declare(const KeyNames& names);
+    void remove(const QStringList& names);
+    void setRealTimeSupported(bool isSupported);
+    /// The kind with which the name was declared; Data when it was not.
+    KeyKind kindOf(const QString& name) const { return m_declared.value(name); }
+
+    /// The connection was replaced: the server may have come back empty, or be another one.
+    void repeatAll();
+    /// Forgets everything.
+    void clear();
+
+    /// A value or an occurrence of this name follows a refused removal, which is not repeated then.
+    void keepWritten(const QString& name);
+    /// Whether the server has refused something a moment ago. due() is emitted when the pause is over.
+    bool isPausing() const { return m_pauseTimer.isActive(); }
+    /// The data keys that the next write() removes.
+    const QSet<QString>& removedData() const { return m_removed[std::size_t(KeyKind::Data)]; }
+    /// The declarations and removals since the last write; without commands if there are none. Not during the pause.
+    RedisWrite write();
+    /// Lists the name with its first write on a connection: no viewer sees one without the other.
+    void addListing(RedisWrite* write, KeyKind kind, const QString& name);
+
+Q_SIGNALS:
+    /// The pause after a refusal is over.
+    void due();
+
+private:
+    using NamesByKind = std::array<QSet<QString>, keyKinds.size()>;
+
+    NamesByKind addRemovals(RedisWrite* write);
+    NamesByKind addDeclared(RedisWrite* write);
+    void undo(const NamesByKind& removed, const NamesByKind& listed);
+
+    RedisLayout m_layout;
+    std::function<bool(const QString& name)> m_isWritten;
+    QTimer m_pauseTimer;
+    QHash<QString, KeyKind> m_declared;
+    NamesByKind m_removed; // to be removed from the server
+    NamesByKind m_listed;  // during this connection
+    std::optional<bool> m_isRealTime;
+    bool m_isRealTimeWritten = false; // during this connection
+};
+
+} // namespace Velk
+
+#endif

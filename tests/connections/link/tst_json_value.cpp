@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/variant_types.h"
+
 #include <connections/link/json_value.h>
 
 #include <QTest>
@@ -43,6 +45,11 @@ private Q_SLOTS:
         QTest::newRow("text") << QByteArray("\"open\"") << QVariant(QString("open"));
         QTest::newRow("list") << QByteArray("[1,2.5,\"a\"]") << QVariant(QVariantList{qlonglong(1), 2.5, QString("a")});
         QTest::newRow("map") << QByteArray("{\"x\":1}") << QVariant(QVariantMap{{"x", qlonglong(1)}});
+        QTest::newRow("in a list a number with a point is whole")
+            << QByteArray("[17.0,2E3,[-1.0]]")
+            << QVariant(QVariantList{qlonglong(17), qlonglong(2000), QVariantList{qlonglong(-1)}});
+        QTest::newRow("in a map a number with a point is whole")
+            << QByteArray("{\"x\":17.0,\"y\":0.5}") << QVariant(QVariantMap{{"x", qlonglong(17)}, {"y", 0.5}});
         QTest::newRow("null") << QByteArray("null") << QVariant();
         QTest::newRow("blanks around it") << QByteArray(" \n1\t") << QVariant(qlonglong(1));
         QTest::newRow("a number beyond 64 bits is floating")
@@ -58,7 +65,7 @@ private Q_SLOTS:
 
         QVERIFY(result);
         QCOMPARE(*result, value);
-        QCOMPARE(result->userType(), value.userType());
+        QCOMPARE(typesOf(*result), typesOf(value));
     }
 
     void otherBytesAreNoValue_data()
@@ -97,7 +104,9 @@ private Q_SLOTS:
         QTest::newRow("infinite") << QVariant(-INFINITY) << QByteArray("-inf");
         QTest::newRow("text") << QVariant("a \"b\"") << QByteArray("\"a \\\"b\\\"\"");
         QTest::newRow("list") << QVariant(QVariantList{1, "a"}) << QByteArray("[1,\"a\"]");
+        QTest::newRow("a double in a list") << QVariant(QVariantList{17.0, 0.5}) << QByteArray("[17,0.5]");
         QTest::newRow("map") << QVariant(QVariantMap{{"x", 1}}) << QByteArray("{\"x\":1}");
+        QTest::newRow("a double in a map") << QVariant(QVariantMap{{"x", 17.0}}) << QByteArray("{\"x\":17}");
         QTest::newRow("no value") << QVariant() << QByteArray("null");
     }
     void aVariantIsWrittenAsJson()
@@ -125,7 +134,7 @@ private Q_SLOTS:
         const QVariant result = *JsonValue::parse(JsonValue::write(value));
 
         QCOMPARE(result, value);
-        QCOMPARE(result.userType(), value.userType());
+        QCOMPARE(typesOf(result), typesOf(value));
     }
 };
 

@@ -36,36 +36,47 @@ bool isExact(const QString& number)
            significantDigits(QString::number(value, 'e', QLocale::FloatingPointShortest)) == significantDigits(number);
 }
 
-// The first number of a JSON text that no value can hold; empty when there is none.
-QString inexactNumber(const QString& json)
+// The text with 1 in place of each number that no value can hold; *first becomes the first of these numbers. Each byte
+// is one character of the text.
+QString withoutInexactNumbers(const QString& json, QString* first)
 {
     static const QRegularExpression token(
-        QStringLiteral("\"(?:\\\\.|[^\"\\\\])*\"|-?[0-9]+(?:\\.[0-9]+)?(?:[eE][+-]?[0-9]+)?"));
+        QStringLiteral("\"(?:\\\\.|[^\"\\\\])*+\"|-?(?:0|[1-9][0-9]*)(?:\\.[0-9]+)?(?:[eE][+-]?[0-9]+)?"));
+    QString result;
+    int end = 0;
     for (auto match = token.globalMatch(json); match.hasNext();) {
-        const QString text = match.next().captured();
-        if (!text.startsWith(QLatin1Char('"')) && !isExact(text))
-            return text;
+        const QRegularExpressionMatch found = match.next();
+        const QString text = found.captured();
+        if (text.startsWith(QLatin1Char('"')) || isExact(text))
+            continue;
+        if (first->isEmpty())
+            *first = text;
+        result += json.mid(end, int(found.capturedStart()) - end) + QLatin1Char('1');
+        end = int(found.capturedEnd());
     }
-    return QString();
+    return result + json.mid(end);
 }
 
 } // namespace
 
 std::optional<QVariant> jsonArgument(const QByteArray& json, QString* error)
 {
-    const QString text = QString::fromUtf8(json);
-    const QString inexact = inexactNumber(text);
+    // The parser takes no number beyond a double, so it gets the text without such numbers.
+    QString inexact;
+    const QString exactJson = withoutInexactNumbers(QString::fromLatin1(json), &inexact);
+    const std::optional<QVariant> value = JsonValue::parse(exactJson.toLatin1());
+    if (!value) {
+        *error = QStringLiteral("The value is not JSON: %1\n"
+                                "Text needs quotation marks, which the shell leaves alone in apostrophes: '\"open\"'.")
+                     .arg(QString::fromUtf8(json).left(200));
+        return std::nullopt;
+    }
     if (!inexact.isEmpty()) {
         *error = QStringLiteral("The number %1 cannot be written without a loss: a number has 64 bits.\n"
                                 "Write fewer digits, or write it as text: '\"%1\"'.")
                      .arg(inexact.left(200));
         return std::nullopt;
     }
-    const std::optional<QVariant> value = JsonValue::parse(json);
-    if (!value)
-        *error = QStringLiteral("The value is not JSON: %1\n"
-                                "Text needs quotation marks, which the shell leaves alone in apostrophes: '\"open\"'.")
-                     .arg(text.left(200));
     return value;
 }
 

@@ -41,6 +41,7 @@ void TestJsonArgument::keepsTypeAndDigits_data()
     QTest::newRow("text") << QByteArray("\"open\"") << QVariant(QStringLiteral("open"));
     QTest::newRow("digits in a text") << QByteArray("\"\\\"12345678901234567890123\"")
                                       << QVariant(QStringLiteral("\"12345678901234567890123"));
+    QTest::newRow("not ASCII") << QByteArray("\"caf\xc3\xa9\"") << QVariant(QString::fromUtf8("caf\xc3\xa9"));
     QTest::newRow("list") << QByteArray("[0.5, 2]") << QVariant(QVariantList({0.5, 2LL}));
     QTest::newRow("whole with a point in a list") << QByteArray("[3.0]") << QVariant(QVariantList({3LL}));
     QTest::newRow("whole with a point in a map") << QByteArray("{\"a\": 3.0}") << QVariant(QVariantMap({{"a", 3LL}}));
@@ -69,6 +70,9 @@ void TestJsonArgument::refusesWhatWouldLoseDigits_data()
     QTest::newRow("beyond a double") << QByteArray("1e400") << "1e400";
     QTest::newRow("too small for a double") << QByteArray("1e-400") << "1e-400";
     QTest::newRow("in a list") << QByteArray("[\"1\", {\"a\": 18446744073709551616}]") << "18446744073709551616";
+    QTest::newRow("several") << QByteArray("[1e400, -1e400, 2e400]") << "1e400";
+    QTest::newRow("behind a long text") << QByteArray("[\"" + QByteArray(1000000, 'a') + "\", 0.12345678901234567890]")
+                                        << "0.12345678901234567890";
 }
 
 void TestJsonArgument::refusesWhatWouldLoseDigits()
@@ -89,6 +93,10 @@ void TestJsonArgument::refusesWhatIsNotJson_data()
     QTest::newRow("bare word") << QByteArray("open");
     QTest::newRow("two values") << QByteArray("1, 2");
     QTest::newRow("leading zero") << QByteArray("007");
+    QTest::newRow("words with a long number") << QByteArray("serial 12345678901234567890");
+    QTest::newRow("leading zero of a long number") << QByteArray("012345678901234567890");
+    QTest::newRow("leading zero of a large number") << QByteArray("01e400");
+    QTest::newRow("not UTF-8") << QByteArray("\"caf\xe9\"");
     QTest::newRow("closed list") << QByteArray("1], [2");
 }
 

@@ -53,7 +53,7 @@ protected:
     void step() override { memory()->setData("Count", ++steps); }
 };
 
-/// Stays in its first prepare() until the test lets it go.
+/// Stays in its first prepare() until the test lets it go. The second one reports another failure.
 class SlowFeed : public LoopFeed
 {
 public:
@@ -74,8 +74,10 @@ public:
 protected:
     void prepare() override
     {
-        if (++preparations > 1)
+        if (++preparations > 1) {
+            failed("Marker", "Reported by the second run.");
             return;
+        }
         while (!isReleased)
             std::this_thread::yield();
         inReach();
@@ -92,6 +94,13 @@ struct Session
     QSignalSpy established{&link, &RobotLink::connectionEstablished};
     QSignalSpy lost{&link, &RobotLink::connectionLost};
     QSignalSpy failed{&link, &RobotLink::failed};
+
+    /// Reports a failure and waits until the link has handled it, and so all reports before it.
+    bool waitForMarker()
+    {
+        feed->failed("Marker", "The last report.");
+        return QTest::qWaitFor([this] { return !failed.isEmpty() && failed.last().at(0) == "Marker"; }, timeoutMs);
+    }
 };
 
 } // namespace
@@ -110,6 +119,7 @@ private Q_SLOTS:
     void aFailureIsReportedAndTheLinkWaits();
     void aFloodOfFailuresIsBounded();
     void aRepeatedFailureLeavesRoomForAnotherOne();
+    void reportsWithoutAnOpenLinkHaveNoEffect_data();
     void reportsWithoutAnOpenLinkHaveNoEffect();
     void reportsOfARunThatEndedHaveNoEffect();
     void reportsComeFromAnyThread();
@@ -262,17 +272,30 @@ void TestRobotFeed::aRepeatedFailureLeavesRoomForAnotherOne()
     QCOMPARE(session.failed.at(1).at(0).toString(), QString("No brakes"));
 }
 
+void TestRobotFeed::reportsWithoutAnOpenLinkHaveNoEffect_data()
+{
+    QTest::addColumn<bool>("wasOpen");
+    QTest::newRow("before it is opened") << false;
+    QTest::newRow("after it was closed") << true;
+}
+
 void TestRobotFeed::reportsWithoutAnOpenLinkHaveNoEffect()
 {
+    QFETCH(bool, wasOpen);
     Session session;
+    if (wasOpen) {
+        session.link.open();
+        session.link.close();
+    }
     session.feed->inReach();
     session.feed->failed("No power", "Switch the robot on.");
 
     session.link.open();
-    QCoreApplication::processEvents();
 
+    QVERIFY(session.waitForMarker());
     QCOMPARE(session.link.state(), RobotLink::Connecting);
-    QCOMPARE(session.failed.count(), 0);
+    QCOMPARE(session.established.count(), 0);
+    QCOMPARE(session.failed.count(), 1);
 }
 
 void TestRobotFeed::reportsOfARunThatEndedHaveNoEffect()
@@ -280,13 +303,15 @@ void TestRobotFeed::reportsOfARunThatEndedHaveNoEffect()
     Session session;
     session.link.open();
     session.feed->inReach();
+    session.feed->failed("No power", "Switch the robot on.");
 
     session.link.close();
     session.link.open();
-    QCoreApplication::processEvents();
 
+    QVERIFY(session.waitForMarker());
     QCOMPARE(session.link.state(), RobotLink::Connecting);
     QCOMPARE(session.established.count(), 0);
+    QCOMPARE(session.failed.count(), 1);
 }
 
 void TestRobotFeed::reportsComeFromAnyThread()
@@ -351,6 +376,7 @@ void TestRobotFeed::whatAStoppedRunReportsHasNoEffect()
 {
     const auto feed = std::make_shared<SlowFeed>();
     EmbeddedLink link(feed);
+    QSignalSpy established(&link, &RobotLink::connectionEstablished);
     QSignalSpy failed(&link, &RobotLink::failed);
     link.open();
     QTRY_COMPARE_WITH_TIMEOUT(feed->preparations.load(), 1, timeoutMs);
@@ -358,12 +384,12 @@ void TestRobotFeed::whatAStoppedRunReportsHasNoEffect()
     link.open();
 
     feed->isReleased = true;
-    QTRY_COMPARE_WITH_TIMEOUT(feed->preparations.load(), 2, timeoutMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!failed.isEmpty() && failed.last().at(0) == "Marker", timeoutMs);
 
     QCOMPARE(feed->reports.load(), 1);
-    QCoreApplication::processEvents();
     QCOMPARE(link.state(), RobotLink::Connecting);
-    QCOMPARE(failed.count(), 0);
+    QCOMPARE(established.count(), 0);
+    QCOMPARE(failed.count(), 1);
 }
 
 void TestRobotFeed::onlyDestroyingTheLinkWaitsForTheFeed()

@@ -49,8 +49,10 @@ public:
     /// than `limit`. Here: true.
     virtual bool waitUntilStopped(std::chrono::milliseconds limit);
 
-    // Reports, from any thread at any time. Without an open link they have no effect. The link handles them in its
-    // event loop. If the robot went out of reach and came back before that, neither report has an effect.
+    // Reports, from any thread at any time. The link handles them in its event loop, in their order. If the robot goes
+    // out of reach and comes back before that, the link is lost and connected again, but not necessarily each time. It
+    // always follows the reach that was reported last. Without an open link nothing is handled; start(), as it is here,
+    // uses the reach that was reported last.
 
     /// The robot writes, and its keys are declared: the link connects.
     void inReach();

@@ -116,6 +116,7 @@ private Q_SLOTS:
     void theFeedRunsWhileTheLinkIsOpen();
     void theLinkFollowsTheReach();
     void reportsOfOneTurnAreFollowedToTheLastOne();
+    void aRobotThatIsBackWithinOneTurnIsConnectedAgain();
     void aFailureIsReportedAndTheLinkWaits();
     void aFloodOfFailuresIsBounded();
     void aRepeatedFailureLeavesRoomForAnotherOne();
@@ -218,6 +219,22 @@ void TestRobotFeed::reportsOfOneTurnAreFollowedToTheLastOne()
     QTRY_COMPARE_WITH_TIMEOUT(session.link.state(), RobotLink::Lost, timeoutMs);
     QCOMPARE(session.established.count(), 1);
     QCOMPARE(session.lost.count(), 1);
+}
+
+void TestRobotFeed::aRobotThatIsBackWithinOneTurnIsConnectedAgain()
+{
+    Session session;
+    session.link.open();
+    session.feed->inReach();
+    QTRY_VERIFY_WITH_TIMEOUT(session.link.isConnected(), timeoutMs);
+
+    session.feed->outOfReach();
+    session.feed->inReach();
+
+    QVERIFY(session.waitForMarker());
+    QVERIFY(session.link.isConnected());
+    QCOMPARE(session.lost.count(), 1);
+    QCOMPARE(session.established.count(), 2);
 }
 
 void TestRobotFeed::aFailureIsReportedAndTheLinkWaits()

@@ -5,8 +5,6 @@
 
 namespace Velk {
 
-namespace {} // namespace
-
 RedisLaidOutKeys::RedisLaidOutKeys(RedisSession* session, const RedisLayout& layout)
     : m_layout(layout)
     , m_lists(session)

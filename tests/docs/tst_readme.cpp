@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -185,7 +186,7 @@ void TestReadme::theChecksRunEveryOtherCommand()
     }
     QVERIFY(commands.contains("./scripts/demo"));
 
-    for (const QString& command : qAsConst(commands)) {
+    for (const QString& command : std::as_const(commands)) {
         if (!command.startsWith("velk ")) // the tests above run these
             QVERIFY2(isRun(command), qPrintable(".ci/run does not run " + command));
     }

@@ -78,10 +78,10 @@ Q_SIGNALS:
     /// An attempt to connect failed, the connection was lost, or the robot's side refuses something: a short title, and
     /// a sentence that says what happened and what to do. The link goes on trying unless state() is Disconnected.
     /// Emitted once for the same failure until the link is connected or opened again, and at most 20 times a minute:
-    /// further failures are left out. The failure that ended a connection comes after connectionLost(). The failure
-    /// that closes the link is never left out.
+    /// further failures are left out. open() begins a new count. The failure that ended a connection comes after
+    /// connectionLost(). The failure that closes the link is never left out.
     void failed(const QString& title, const QString& message);
-    /// lossLedger() has new entries. At most once per turn of the event loop.
+    /// lossLedger() has counted further losses. At most once per turn of the event loop.
     void lossesRecorded();
     /// realTimeSupport() has its answer: at most once per connection, after the first question. Emitted from the event
     /// loop, after the asker was answered.

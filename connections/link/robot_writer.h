@@ -79,7 +79,7 @@ Q_SIGNALS:
     void connectionLost();
     /// An attempt to connect failed, the connection was lost, or a write was refused: a short title, and a sentence
     /// that says what happened and what to do. The writer goes on trying. Once for the same failure until the writer is
-    /// connected or opened again, and at most 20 times a minute.
+    /// connected or opened again, and at most 20 times a minute; open() does not begin a new count.
     void failed(const QString& title, const QString& message);
     /// Emitted during a connection, when openCount() has become 0. May be emitted again while it is 0.
     void idle();

@@ -45,7 +45,9 @@ struct Reading
     std::vector<RecordRow> rows;
     qint64 errorLine = 0;
     QString error;
+    bool hasError = false;
     QByteArray unfinishedLine;
+    bool isReadAfterEnd = false; ///< readRow() returned a row after it had returned none
 };
 
 Reading read(QIODevice* device)
@@ -59,6 +61,8 @@ Reading read(QIODevice* device)
     reading.errorLine = reader.errorLine();
     reading.error = reader.errorString();
     reading.unfinishedLine = reader.unfinishedLine();
+    reading.hasError = reader.hasError();
+    reading.isReadAfterEnd = reader.readRow(&row);
     return reading;
 }
 
@@ -108,6 +112,8 @@ void compareWithFile(const Reading& reading, const QByteArray& file)
     const QList<QByteArray> fileLines = lines(file);
     const int readLines = int(reading.rows.size()) + 1;
     QCOMPARE(reading.errorLine > 0, !reading.error.isEmpty());
+    QCOMPARE(reading.hasError, !reading.error.isEmpty());
+    QVERIFY(!reading.isReadAfterEnd);
     if (reading.error.isEmpty()) {
         QCOMPARE(readLines, std::max(int(fileLines.size()), 1));
         QCOMPARE(reading.unfinishedLine, file.mid(int(fileLines.join().size())));

@@ -28,7 +28,7 @@ int milliseconds(double seconds)
 
 QString toQString(const std::string& text)
 {
-    return QString::fromLocal8Bit(text.c_str());
+    return QString::fromLocal8Bit(text.data(), int(text.size()));
 }
 
 QStringList toQStrings(const std::vector<std::string>& texts)

@@ -17,11 +17,12 @@ namespace Velk {
 
 namespace {
 
-// The parser splits "[a,b]" into two values. With the end of the text as a last character it is one, as typed; what
-// reads the text stops there.
+// The parser splits an argument that begins with "[" and ends with "]" into several values. So that it does not, each
+// argument that ends with "]" gets a null character behind it, which no typed argument contains. withoutMarks() removes
+// it from every value before a command reads it.
 //
-// The last argument comes first, as the parser takes them.
-std::vector<std::string> argumentsOf(int argc, char** argv)
+// The parser takes the arguments in reverse order.
+std::vector<std::string> markedArguments(int argc, char** argv)
 {
     std::vector<std::string> arguments;
     for (int i = argc - 1; i > 0; --i) {
@@ -32,10 +33,18 @@ std::vector<std::string> argumentsOf(int argc, char** argv)
     return arguments;
 }
 
-std::string withoutEnds(std::string text)
+std::string withoutMarks(std::string text)
 {
     text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
     return text;
+}
+
+void removeMarksFromValues(CLI::App& parser)
+{
+    for (CLI::App* const command : parser.get_subcommands([](CLI::App*) { return true; })) {
+        for (CLI::Option* const option : command->get_options())
+            option->transform(withoutMarks);
+    }
 }
 
 } // namespace
@@ -51,9 +60,10 @@ int runVelk(int argc, char** argv, const CreateLink& createLink)
     parser.require_subcommand(1);
     CommandContext context{parser, console, createLink, {}};
     addCommands(context);
+    removeMarksFromValues(parser);
 
     try {
-        parser.parse(argumentsOf(argc, argv));
+        parser.parse(markedArguments(argc, argv));
         return context.run();
     } catch (const CLI::ParseError& error) {
         std::ostringstream help;
@@ -66,9 +76,9 @@ int runVelk(int argc, char** argv, const CreateLink& createLink)
         const std::vector<std::string> unknown = parser.remaining();
         if (parser.get_subcommands().empty() && !unknown.empty())
             console.message(QStringLiteral("velk has no command or option %1.\n`velk --help` lists them.")
-                                .arg(toQString(unknown.front())));
+                                .arg(toQString(withoutMarks(unknown.front()))));
         else
-            console.message(toQString(withoutEnds(message.str())).trimmed());
+            console.message(toQString(withoutMarks(message.str())).trimmed());
         return UsageError;
     }
 }

@@ -71,7 +71,7 @@ int runWriterTask(CommandContext& context, const RobotOptions& options, const st
     if (!requireRobot(context, options))
         return UsageError;
     QString error;
-    const std::optional<QVariant> value = jsonArgument(json.c_str(), &error);
+    const std::optional<QVariant> value = jsonArgument(QByteArray::fromStdString(json), &error);
     if (!value) {
         context.console.message(error);
         return UsageError;

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void aFailureHasItsStatusAndAMessage_data();
     void aFailureHasItsStatusAndAMessage();
     void anUnknownSchemeSaysWhichExist();
+    void aUrlInBracketsIsReadAsItWasTyped();
     void theRobotsThatExistAreListed();
     void aConnectionThatCannotBeLoadedIsNamedBesideTheRobots();
     void theVariableNamesTheRobot();
@@ -110,6 +111,16 @@ void TestVelk::anUnknownSchemeSaysWhichExist()
     QVERIFY2(velk.messages().contains(QStringLiteral("toast")), qPrintable(velk.messages()));
     QVERIFY2(velk.messages().contains(QStringLiteral("sim")), qPrintable(velk.messages()));
     QVERIFY2(velk.messages().contains(QStringLiteral("host")), qPrintable(velk.messages()));
+}
+
+void TestVelk::aUrlInBracketsIsReadAsItWasTyped()
+{
+    VelkRun velk(velkProgram);
+
+    QCOMPARE(velk.run({QStringLiteral("keys"), QStringLiteral("--robot"), QStringLiteral("[toast]")}), 3);
+
+    QVERIFY2(velk.messages().contains(QStringLiteral("“[toast]” is not the URL of a robot")),
+             qPrintable(velk.messages()));
 }
 
 void TestVelk::theRobotsThatExistAreListed()

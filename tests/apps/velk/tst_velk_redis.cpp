@@ -60,6 +60,10 @@ void TestVelkRedis::whatIsPutIsAKeyWithItsValue()
     QCOMPARE(m_client->command({"GET", "mem:{arm1}:v:Arm/Angle"}), QByteArray("1.5"));
     QCOMPARE(m_client->command({"SMEMBERS", "mem:{arm1}:data"}), QByteArray("Arm/Angle"));
 
+    // Brackets and commas are the key's and the value's.
+    QCOMPARE(velk.run(onRobot({"put", "[a,b]", "[1,2]"})), 0);
+    QCOMPARE(m_client->command({"GET", "mem:{arm1}:v:[a,b]"}), QByteArray("[1,2]"));
+
     // A data key that is a stream stays one.
     m_client->command({"XADD", "mem:{arm1}:v:Speed", "*", "v", "1"});
     QCOMPARE(velk.run(onRobot({"put", "Speed", "2"})), 0);

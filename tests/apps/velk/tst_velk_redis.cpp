@@ -104,7 +104,7 @@ void TestVelkRedis::aServerThatIsNotThereEndsWithTheTimeOut()
     m_server->kill();
     VelkRun velk(velkProgram);
 
-    QCOMPARE(velk.run(onRobot({"put", "Door", "1", "--timeout", "1"})), 4);
+    QCOMPARE(velk.run(onRobot({"put", "Door", "1", "--timeout", "5"})), 4);
 
     QVERIFY2(velk.messages().contains("refuses the connection"), qPrintable(velk.messages()));
     QVERIFY2(velk.messages().contains("Not written"), qPrintable(velk.messages()));
@@ -250,7 +250,7 @@ void TestVelkRedis::aTargetThatIsMissingIsReportedAsTheTarget()
     m_server->kill();
     VelkRun velk(velkProgram);
 
-    QCOMPARE(velk.run({"serve", "--robot", "sim:", "--to", m_server->url(), "--timeout", "2"}), 4);
+    QCOMPARE(velk.run({"serve", "--robot", "sim:", "--to", m_server->url(), "--timeout", "10"}), 4);
 
     QVERIFY2(velk.messages().contains("Not connected: No connection to " + m_server->url()),
              qPrintable(velk.messages()));

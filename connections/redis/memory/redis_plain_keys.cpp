@@ -9,7 +9,7 @@ namespace Velk {
 
 namespace {
 
-const QByteArray keysPerPortion = "1000";
+const QByteArray scanCount = "1000";
 constexpr char fieldSeparator = '#';
 
 } // namespace
@@ -62,7 +62,7 @@ void RedisPlainKeys::onPortionKnown()
 
 void RedisPlainKeys::scan(const QByteArray& cursor)
 {
-    m_inquiry.ask({"SCAN", cursor, "MATCH", m_pattern, "COUNT", keysPerPortion},
+    m_inquiry.ask({"SCAN", cursor, "MATCH", m_pattern, "COUNT", scanCount},
                   [this](const RedisReply& reply) { onPortion(reply); });
 }
 
@@ -95,7 +95,7 @@ void RedisPlainKeys::askType(const QByteArray& key)
 
 void RedisPlainKeys::scanFields(const QByteArray& key, const QByteArray& cursor)
 {
-    m_inquiry.ask({"HSCAN", key, cursor, "COUNT", keysPerPortion}, [this, key](const RedisReply& reply) {
+    m_inquiry.ask({"HSCAN", key, cursor, "COUNT", scanCount}, [this, key](const RedisReply& reply) {
         const RedisReply fields = reply.at(1);
         for (qsizetype i = 0; i + 1 < fields.size(); i += 2) {
             if (fields.at(i).isText())

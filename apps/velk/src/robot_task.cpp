@@ -63,7 +63,8 @@ void RobotTask::reportLosses()
     const SampleLosses losses = link().losses();
     QStringList causes;
     if (losses.skippedTicks > 0)
-        causes << QStringLiteral("%1 sampling ticks skipped, the robot was too slow").arg(losses.skippedTicks);
+        causes << QStringLiteral("%1 sampling ticks skipped, the robot was too slow or refused them")
+                      .arg(losses.skippedTicks);
     if (losses.dropped > 0)
         causes << QStringLiteral("%1 samples and occurrences dropped, they came too fast").arg(losses.dropped);
     if (losses.trimmed > 0)

@@ -39,6 +39,7 @@ void RedisKeyResolver::clear()
 {
     m_waiting.clear();
     m_portion.clear();
+    m_olderNames.clear();
     m_inquiry.cancel();
 }
 

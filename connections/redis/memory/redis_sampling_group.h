@@ -19,7 +19,8 @@ namespace Velk {
 
 /// The keys whose values are sampled with one period. Every tick asks the server for its time and for all values in one
 /// pipeline. A tick is skipped and counted while the answers to the previous one are outstanding: requests do not pile
-/// up on a slow server. A tick that the server refuses, or leaves unanswered, counts as skipped for the keys concerned.
+/// up on a slow server. A tick counts as skipped for the keys concerned when the server refuses it, and when the
+/// connection moves to another node of a cluster before the answers.
 class RedisSamplingGroup : public QObject
 {
     Q_OBJECT

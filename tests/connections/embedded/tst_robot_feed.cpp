@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <connections/embedded/embedded_link.h>
-#include <connections/embedded/loop_feed.h>
 #include <connections/embedded/robot_memory.h>
 
 #include <QSignalSpy>
@@ -37,54 +36,6 @@ public:
     int starts = 0;
     int stops = 0;
     QList<QPair<int, std::chrono::milliseconds>> waits; // the stops before each, and its limit
-};
-
-/// Counts in the memory, as long as it may.
-class CountingFeed : public LoopFeed
-{
-public:
-    CountingFeed()
-        : LoopFeed(std::chrono::milliseconds(1))
-    {}
-
-    std::atomic<int> steps{0};
-
-protected:
-    void step() override { memory()->setData("Count", ++steps); }
-};
-
-/// Stays in its first prepare() until the test lets it go. The second one reports another failure.
-class SlowFeed : public LoopFeed
-{
-public:
-    SlowFeed()
-        : LoopFeed(std::chrono::milliseconds(1))
-    {}
-    ~SlowFeed() override
-    {
-        if (hasEnded)
-            *hasEnded = true;
-    }
-
-    std::atomic<bool> isReleased{false};
-    std::atomic<int> preparations{0};
-    std::atomic<int> reports{0};
-    std::atomic<bool>* hasEnded = nullptr;
-
-protected:
-    void prepare() override
-    {
-        if (++preparations > 1) {
-            failed("Marker", "Reported by the second run.");
-            return;
-        }
-        while (!isReleased)
-            std::this_thread::yield();
-        inReach();
-        failed("No power", "Switch the robot on.");
-        ++reports;
-    }
-    void step() override {}
 };
 
 struct Session
@@ -125,10 +76,7 @@ private Q_SLOTS:
     void reportsOfARunThatEndedHaveNoEffect();
     void reportsComeFromAnyThread();
     void aFeedMayOutliveItsLink();
-    void aLoopFeedWritesUntilTheLinkIsClosed();
-    void whatAStoppedRunReportsHasNoEffect();
     void onlyDestroyingTheLinkWaitsForTheFeed();
-    void aStepThatHangsIsLeftBehind();
     void anAppendedSampleOfAFeedIsDelivered();
 };
 
@@ -369,46 +317,6 @@ void TestRobotFeed::aFeedMayOutliveItsLink()
     QCOMPARE(feed->stops, 1);
 }
 
-void TestRobotFeed::aLoopFeedWritesUntilTheLinkIsClosed()
-{
-    const auto feed = std::make_shared<CountingFeed>();
-    EmbeddedLink link(feed);
-    link.open();
-    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
-    QVERIFY(feed->memory()->newest("Count"));
-    QTRY_VERIFY_WITH_TIMEOUT(feed->steps >= 10, timeoutMs);
-
-    link.close();
-
-    QVERIFY(feed->waitUntilStopped(std::chrono::milliseconds(timeoutMs)));
-    const int steps = feed->steps;
-    EmbeddedLink other(std::make_shared<CountingFeed>());
-    other.open();
-    QTRY_VERIFY_WITH_TIMEOUT(other.memory()->newest("Count") && other.memory()->newest("Count")->value.toInt() > 10,
-                             timeoutMs);
-    QCOMPARE(feed->steps.load(), steps);
-}
-
-void TestRobotFeed::whatAStoppedRunReportsHasNoEffect()
-{
-    const auto feed = std::make_shared<SlowFeed>();
-    EmbeddedLink link(feed);
-    QSignalSpy established(&link, &RobotLink::connectionEstablished);
-    QSignalSpy failed(&link, &RobotLink::failed);
-    link.open();
-    QTRY_COMPARE_WITH_TIMEOUT(feed->preparations.load(), 1, timeoutMs);
-    link.close();
-    link.open();
-
-    feed->isReleased = true;
-    QTRY_VERIFY_WITH_TIMEOUT(!failed.isEmpty() && failed.last().at(0) == "Marker", timeoutMs);
-
-    QCOMPARE(feed->reports.load(), 1);
-    QCOMPARE(link.state(), RobotLink::Connecting);
-    QCOMPARE(established.count(), 0);
-    QCOMPARE(failed.count(), 1);
-}
-
 void TestRobotFeed::onlyDestroyingTheLinkWaitsForTheFeed()
 {
     auto session = std::make_unique<Session>();
@@ -423,23 +331,6 @@ void TestRobotFeed::onlyDestroyingTheLinkWaitsForTheFeed()
     QCOMPARE(feed->waits.size(), 1);
     QCOMPARE(feed->waits.first().first, 2);
     QVERIFY(feed->waits.first().second == std::chrono::seconds(1));
-}
-
-void TestRobotFeed::aStepThatHangsIsLeftBehind()
-{
-    std::atomic<bool> hasEnded{false};
-    auto feed = std::make_shared<SlowFeed>();
-    feed->hasEnded = &hasEnded;
-    SlowFeed* const hanging = feed.get();
-    auto link = std::make_unique<EmbeddedLink>(std::move(feed));
-    link->open();
-    QTRY_COMPARE_WITH_TIMEOUT(hanging->preparations.load(), 1, timeoutMs);
-
-    link.reset();
-
-    QVERIFY(!hasEnded.load());
-    hanging->isReleased = true;
-    QTRY_VERIFY_WITH_TIMEOUT(hasEnded.load(), timeoutMs);
 }
 
 void TestRobotFeed::anAppendedSampleOfAFeedIsDelivered()

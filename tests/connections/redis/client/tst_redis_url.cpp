@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <connections/redis/support/url_meaning.h>
+#include <connections/redis/support/url_rows.h>
 
 #include <QTest>
 
@@ -12,11 +13,7 @@ class TestRedisUrl : public QObject
 private Q_SLOTS:
     void aUrlSaysWhereTheMemoryIs_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char* name, const char* url, const char* expected) {
-            QTest::newRow(name) << QString::fromUtf8(url) << QString::fromUtf8(expected);
-        };
+        const UrlRows row;
         row("host only", "redis://lab", "lab port 6379; robot robot");
         row("a slash that names nothing", "redis://lab/", "lab port 6379; robot robot");
         row("robot", "redis://lab/arm1", "lab port 6379; robot arm1");
@@ -69,11 +66,7 @@ private Q_SLOTS:
 
     void aWrongUrlIsExplainedInOneSentence_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char* name, const char* url, const char* expected) {
-            QTest::newRow(name) << QString::fromUtf8(url) << QString::fromUtf8(expected);
-        };
+        const UrlRows row;
         row("empty", "", "This is no URL of a Redis memory: write redis://host/robot.");
         row("no slashes", "redis:lab", "This is no URL of a Redis memory: write redis://host/robot.");
         row("another scheme", "http://lab/arm1",

@@ -4,29 +4,22 @@
 #ifndef TESTS_ITEMMODELS_TESTED_FILTER_H
 #define TESTS_ITEMMODELS_TESTED_FILTER_H
 
-#include "catalogue_robot.h"
+#include "filtered_catalogue.h"
 #include "model_text.h"
-
-#include <itemmodels/catalogue_filter_model.h>
-#include <itemmodels/catalogue_model.h>
 
 #include <QAbstractItemModelTester>
 
 namespace Velk {
 
 /// A filter of the catalogue of a robot under the test's hand.
-struct TestedFilter
+struct TestedFilter : FilteredCatalogue
 {
     explicit TestedFilter(const QStringList& data, const QStringList& events = {})
-        : catalogue(robot.readyCatalogue(data, events))
+        : FilteredCatalogue(data, events)
     {
         source.setCatalogue(catalogue);
     }
 
-    CatalogueRobot robot;
-    CatalogueModel source;
-    MemoryKeyListModel* catalogue;
-    CatalogueFilterModel filter{&source};
     QAbstractItemModelTester tester{&filter, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 

@@ -4,6 +4,7 @@
 #include <itemmodels/value_order.h>
 
 #include "model_text.h"
+#include "value_lists.h"
 
 #include <QDateTime>
 #include <QtTest>
@@ -12,18 +13,6 @@
 #include <limits>
 
 using namespace Velk;
-
-namespace {
-
-QVariantList numbers(int count)
-{
-    QVariantList list;
-    for (int i = 1; i <= count; ++i)
-        list << i;
-    return list;
-}
-
-} // namespace
 
 class TestValueOrder : public QObject
 {

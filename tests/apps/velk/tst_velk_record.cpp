@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "velk_recording.h"
-#include "velk_run.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -30,13 +29,12 @@ private Q_SLOTS:
 
 void TestVelkRecord::aRecordingIsSavedWhenItsTimeIsOver()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk;
 
-    QCOMPARE(velk.run(record(file, QStringLiteral("Arm/Elbow/Position --period 10 --for 1"))), 0);
+    QCOMPARE(velk.run(record(records.file, QStringLiteral("Arm/Elbow/Position --period 10 --for 1"))), 0);
 
-    const QByteArray content = contentOf(file);
+    const QByteArray content = contentOf(records.file);
     QVERIFY2(content.startsWith("Time;\"Arm/Elbow/Position\"\n0;1.5\n"), content.constData());
     QVERIFY(savedRows(velk.messages()) > 0);
     QCOMPARE(shapeOf(content), QStringLiteral("%1 lines of 2 cells").arg(savedRows(velk.messages()) + 1));
@@ -46,28 +44,28 @@ void TestVelkRecord::aRecordingIsSavedWhenItsTimeIsOver()
 
 void TestVelkRecord::everyRowHasAsManyCellsAsTheHeader()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk(velkProgram);
 
-    QCOMPARE(velk.run(record(file, QStringLiteral("Extra/* --period 10 --for 2"), QStringLiteral("sim:?keys=1000"))),
-             0);
+    QCOMPARE(
+        velk.run(record(records.file, QStringLiteral("Extra/* --period 10 --for 2"), QStringLiteral("sim:?keys=1000"))),
+        0);
 
-    QCOMPARE(shapeOf(contentOf(file)), QStringLiteral("%1 lines of 1001 cells").arg(savedRows(velk.messages()) + 1));
+    QCOMPARE(shapeOf(contentOf(records.file)),
+             QStringLiteral("%1 lines of 1001 cells").arg(savedRows(velk.messages()) + 1));
 }
 
 void TestVelkRecord::thisComputerIsRecorded()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk(velkProgram);
 
-    QCOMPARE(velk.run(record(file, QStringLiteral("Host/Cpu/0/Load Host/Memory/* --period 200 --for 2"),
+    QCOMPARE(velk.run(record(records.file, QStringLiteral("Host/Cpu/0/Load Host/Memory/* --period 200 --for 2"),
                              QStringLiteral("host:"))),
              0);
 
-    QVERIFY2(contentOf(file).startsWith("Time;"), contentOf(file).constData());
-    QVERIFY2(contentOf(file).contains("\"Host/Cpu/0/Load\""), contentOf(file).constData());
+    QVERIFY2(contentOf(records.file).startsWith("Time;"), contentOf(records.file).constData());
+    QVERIFY2(contentOf(records.file).contains("\"Host/Cpu/0/Load\""), contentOf(records.file).constData());
 }
 
 void TestVelkRecord::aRecordingToAnotherFileSystemIsSaved()
@@ -97,25 +95,22 @@ void TestVelkRecord::aPeriodIsKnownBeforeTheRecordingBegins()
 {
     QFETCH(QString, robot);
     QFETCH(QString, period);
-    QTemporaryDir directory;
+    const RecordDirectory records;
     VelkRun velk;
 
-    QCOMPARE(velk.run(record(directory.filePath(QStringLiteral("run.csv")),
-                             QStringLiteral("--all --period 10 --for 0.1"), robot)),
-             0);
+    QCOMPARE(velk.run(record(records.file, QStringLiteral("--all --period 10 --for 0.1"), robot)), 0);
 
     QVERIFY2(velk.messages().contains(QStringLiteral("Recording ") + period), qPrintable(velk.messages()));
 }
 
 void TestVelkRecord::aKeyThatIsNotListedHasAnEmptyColumn()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk;
 
-    QCOMPARE(velk.run(record(file, QStringLiteral("Foot Base/Odometer --period 10 --for 1"))), 0);
+    QCOMPARE(velk.run(record(records.file, QStringLiteral("Foot Base/Odometer --period 10 --for 1"))), 0);
 
-    const QVector<QStringList> lines = cellsOf(contentOf(file));
+    const QVector<QStringList> lines = cellsOf(contentOf(records.file));
     QVERIFY(lines.size() > 1);
     const int column = int(lines.at(0).indexOf(QStringLiteral("Foot")));
     QVERIFY(column > 0);
@@ -137,41 +132,39 @@ void TestVelkRecord::ctrlCLeavesAUsableFile()
 {
     QFETCH(QString, arguments);
     QFETCH(int, status);
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkTerminal velk;
-    velk.start(record(file, QStringLiteral("--all --period 10") + arguments));
+    velk.start(record(records.file, QStringLiteral("--all --period 10") + arguments));
     QVERIFY2(velk.waitFor(QStringLiteral(", [1-9]\\d* rows")), qPrintable(velk.text()));
-    QCOMPARE(filesIn(directory.path()), QStringList()); // the file is complete before its name appears
+    QCOMPARE(filesIn(records.directory.path()), QStringList()); // the file is complete before its name appears
 
     velk.typeCtrlC();
 
     QCOMPARE(velk.end(), status);
     const int rows = savedRows(velk.text());
     QVERIFY2(rows > 0, qPrintable(velk.text()));
-    QCOMPARE(shapeOf(contentOf(file)), QStringLiteral("%1 lines of 7 cells").arg(rows + 1));
+    QCOMPARE(shapeOf(contentOf(records.file)), QStringLiteral("%1 lines of 7 cells").arg(rows + 1));
 }
 
 void TestVelkRecord::aTerminationSignalLeavesAUsableFile()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk;
-    velk.start(record(file, QStringLiteral("--all --period 10")));
-    QVERIFY2(velk.waitForMessage(QStringLiteral("Recording 6 keys")), qPrintable(velk.messages()));
+    QVERIFY2(startRecording(velk, records.file), qPrintable(velk.messages()));
 
     velk.sendSignal(SIGTERM);
     velk.sendSignal(SIGINT); // an impatient user does no harm
 
     QCOMPARE(velk.end(), 0);
-    QCOMPARE(shapeOf(contentOf(file)), QStringLiteral("%1 lines of 7 cells").arg(savedRows(velk.messages()) + 1));
+    QCOMPARE(shapeOf(contentOf(records.file)),
+             QStringLiteral("%1 lines of 7 cells").arg(savedRows(velk.messages()) + 1));
 }
 
 void TestVelkRecord::aTerminalShowsTheProgress()
 {
-    QTemporaryDir directory;
+    const RecordDirectory records;
     VelkTerminal velk;
-    velk.start(record(directory.filePath(QStringLiteral("run.csv")), QStringLiteral("--all --period 10")));
+    velk.start(record(records.file, QStringLiteral("--all --period 10")));
 
     QVERIFY2(velk.waitFor(QStringLiteral(
                  "\r\x1b\\[Krecording \\d+\\.\\d s, [1-9]\\d* rows, 6 keys, [\\d.]+ k?B\r\x1b\\[Krecording")),
@@ -182,19 +175,18 @@ void TestVelkRecord::aTerminalShowsTheProgress()
 
 void TestVelkRecord::aRecordingIsSavedWhenNobodyReadsItsMessages()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     QProcess shell;
     shell.start(
         QStringLiteral("/bin/sh"),
         QStringList{QStringLiteral("-c"),
                     QStringLiteral("exec 3>&1; { \"$0\" \"$@\" 2>&1 >/dev/null; echo \"status $?\" >&3; } | true"),
                     testVelkProgram} +
-            record(file, QStringLiteral("--all --period 10 --for 0.5")));
+            record(records.file, QStringLiteral("--all --period 10 --for 0.5")));
 
     QVERIFY(shell.waitForFinished(60000));
     QCOMPARE(shell.readAllStandardOutput(), QByteArray("status 0\n"));
-    QVERIFY(contentOf(file).startsWith("Time;"));
+    QVERIFY(contentOf(records.file).startsWith("Time;"));
 }
 
 QTEST_GUILESS_MAIN(TestVelkRecord)

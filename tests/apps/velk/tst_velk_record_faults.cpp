@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "velk_recording.h"
-#include "velk_run.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,44 +39,43 @@ private Q_SLOTS:
 
 void TestVelkRecordFaults::anExistingFileIsKept()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
-    writeFile(file, "precious");
+    const RecordDirectory records;
+    writeFile(records.file, "precious");
     VelkRun velk;
 
     // A robot out of reach: the file is looked at before the robot is.
-    QCOMPARE(velk.run(record(file, QStringLiteral("--all --timeout 1000"), QStringLiteral("test:?out-of-reach"))), 8);
+    QCOMPARE(
+        velk.run(record(records.file, QStringLiteral("--all --timeout 1000"), QStringLiteral("test:?out-of-reach"))),
+        8);
 
-    QVERIFY2(velk.messages().contains(file), qPrintable(velk.messages()));
+    QVERIFY2(velk.messages().contains(records.file), qPrintable(velk.messages()));
     QVERIFY2(velk.messages().contains(QStringLiteral("--force")), qPrintable(velk.messages()));
-    QCOMPARE(contentOf(file), QByteArray("precious"));
+    QCOMPARE(contentOf(records.file), QByteArray("precious"));
 }
 
 void TestVelkRecordFaults::anExistingFileIsReplacedWithForce()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
-    writeFile(file, "old");
+    const RecordDirectory records;
+    writeFile(records.file, "old");
     VelkRun velk;
 
-    QCOMPARE(velk.run(record(file, QStringLiteral("--all --period 10 --for 0.5 --force"))), 0);
+    QCOMPARE(velk.run(record(records.file, QStringLiteral("--all --period 10 --for 0.5 --force"))), 0);
 
-    QCOMPARE(shapeOf(contentOf(file)), QStringLiteral("%1 lines of 7 cells").arg(savedRows(velk.messages()) + 1));
+    QCOMPARE(shapeOf(contentOf(records.file)),
+             QStringLiteral("%1 lines of 7 cells").arg(savedRows(velk.messages()) + 1));
 }
 
 void TestVelkRecordFaults::aFileThatComesUpMeanwhileIsKept()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk;
-    velk.start(record(file, QStringLiteral("--all --period 10")));
-    QVERIFY(velk.waitForMessage(QStringLiteral("Recording 6 keys")));
-    writeFile(file, "precious");
+    QVERIFY2(startRecording(velk, records.file), qPrintable(velk.messages()));
+    writeFile(records.file, "precious");
 
     velk.sendSignal(SIGINT);
 
     QCOMPARE(velk.end(), 8);
-    QCOMPARE(contentOf(file), QByteArray("precious"));
+    QCOMPARE(contentOf(records.file), QByteArray("precious"));
     const QStringList kept = filesIn(velk.temporaryDirectory());
     QCOMPARE(kept.size(), 1);
     QVERIFY2(velk.messages().contains(kept.first()), qPrintable(velk.messages()));
@@ -89,8 +87,7 @@ void TestVelkRecordFaults::aDirectoryThatGoesAwayLeavesTheRecordingInItsTemporar
     QTemporaryDir directory;
     QVERIFY(QDir(directory.path()).mkdir(QStringLiteral("runs")));
     VelkRun velk;
-    velk.start(record(directory.filePath(QStringLiteral("runs/run.csv")), QStringLiteral("--all --period 10")));
-    QVERIFY(velk.waitForMessage(QStringLiteral("Recording 6 keys")));
+    QVERIFY2(startRecording(velk, directory.filePath(QStringLiteral("runs/run.csv"))), qPrintable(velk.messages()));
     QVERIFY(QDir(directory.path()).rmdir(QStringLiteral("runs")));
 
     velk.sendSignal(SIGINT);
@@ -102,10 +99,9 @@ void TestVelkRecordFaults::aDirectoryThatGoesAwayLeavesTheRecordingInItsTemporar
 
 void TestVelkRecordFaults::aLostConnectionSavesWhatThereIs()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkTerminal velk;
-    velk.start(record(file, QStringLiteral("--all --period 10 --for 1000")));
+    velk.start(record(records.file, QStringLiteral("--all --period 10 --for 1000")));
     QVERIFY2(velk.waitFor(QStringLiteral(", [1-9]\\d* rows")), qPrintable(velk.text()));
 
     velk.sendSignal(SIGUSR1);
@@ -115,17 +111,15 @@ void TestVelkRecordFaults::aLostConnectionSavesWhatThereIs()
              qPrintable(velk.text()));
     const int rows = savedRows(velk.text());
     QVERIFY2(rows > 0, qPrintable(velk.text()));
-    QCOMPARE(shapeOf(contentOf(file)), QStringLiteral("%1 lines of 7 cells").arg(rows + 1));
+    QCOMPARE(shapeOf(contentOf(records.file)), QStringLiteral("%1 lines of 7 cells").arg(rows + 1));
 }
 
 void TestVelkRecordFaults::aLostConnectionAndAFailureToSaveAreBothReported()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk;
-    velk.start(record(file, QStringLiteral("--all --period 10")));
-    QVERIFY(velk.waitForMessage(QStringLiteral("Recording 6 keys")));
-    writeFile(file, "precious");
+    QVERIFY2(startRecording(velk, records.file), qPrintable(velk.messages()));
+    writeFile(records.file, "precious");
 
     velk.sendSignal(SIGUSR1);
 
@@ -136,15 +130,15 @@ void TestVelkRecordFaults::aLostConnectionAndAFailureToSaveAreBothReported()
 
 void TestVelkRecordFaults::aFullDiskSavesTheCompleteRows()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk;
     velk.setFileSizeLimit(100); // 51200 bytes, past what the file object keeps in its buffer
 
     // 200 keys fill that within a few batches; nothing but the full disk ends this recording.
-    QCOMPARE(velk.run(record(file, QStringLiteral("Extra/* --period 10"), QStringLiteral("test:?keys=200"))), 7);
+    QCOMPARE(velk.run(record(records.file, QStringLiteral("Extra/* --period 10"), QStringLiteral("test:?keys=200"))),
+             7);
 
-    const QByteArray content = contentOf(file);
+    const QByteArray content = contentOf(records.file);
     QVERIFY2(content.size() <= 51200 && content.size() > 40000, qPrintable(QString::number(content.size())));
     QCOMPARE(shapeOf(content), QStringLiteral("%1 lines of 201 cells").arg(savedRows(velk.messages()) + 1));
     QVERIFY2(velk.messages().contains(QStringLiteral("Could not write data")), qPrintable(velk.messages()));
@@ -153,12 +147,11 @@ void TestVelkRecordFaults::aFullDiskSavesTheCompleteRows()
 
 void TestVelkRecordFaults::aFullDiskThatOnlyClosingFindsSavesTheCompleteRows()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkTerminal velk(QStringLiteral("/bin/sh"));
     // 512 bytes, much less than the file object keeps in its buffer.
     velk.start(QStringList{QStringLiteral("-c"), QStringLiteral("ulimit -f 1; exec \"$0\" \"$@\""), testVelkProgram} +
-               record(file, QStringLiteral("--all --period 10")));
+               record(records.file, QStringLiteral("--all --period 10")));
     QVERIFY2(velk.waitFor(QStringLiteral(", [1-9]\\d\\d+ rows")), qPrintable(velk.text()));
 
     velk.typeCtrlC();
@@ -167,22 +160,21 @@ void TestVelkRecordFaults::aFullDiskThatOnlyClosingFindsSavesTheCompleteRows()
     QVERIFY2(velk.text().contains(QStringLiteral("Recording incomplete")), qPrintable(velk.text()));
     const int rows = savedRows(velk.text());
     QVERIFY2(rows > 0, qPrintable(velk.text()));
-    const QByteArray content = contentOf(file);
+    const QByteArray content = contentOf(records.file);
     QVERIFY(content.size() <= 512);
     QCOMPARE(shapeOf(content), QStringLiteral("%1 lines of 7 cells").arg(rows + 1));
 }
 
 void TestVelkRecordFaults::aRecordFileThatCannotBeMadeIsAnError()
 {
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("run.csv"));
+    const RecordDirectory records;
     VelkRun velk;
     velk.setVariable(QStringLiteral("TMPDIR"), QStringLiteral("/proc"));
 
-    QCOMPARE(velk.run(record(file, QStringLiteral("--all --period 10"))), 8);
+    QCOMPARE(velk.run(record(records.file, QStringLiteral("--all --period 10"))), 8);
 
     QVERIFY2(velk.messages().contains(QStringLiteral("Could not open temporary file")), qPrintable(velk.messages()));
-    QCOMPARE(filesIn(directory.path()), QStringList());
+    QCOMPARE(filesIn(records.directory.path()), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestVelkRecordFaults)

@@ -4,17 +4,34 @@
 #ifndef TESTS_APPS_VELK_VELK_RECORDING_H
 #define TESTS_APPS_VELK_VELK_RECORDING_H
 
+#include "velk_run.h"
+
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <QVector>
+
+/// A directory of the test's own, and the path of a recording in it. There is no such file yet.
+struct RecordDirectory
+{
+    QTemporaryDir directory;
+    QString file = directory.filePath(QStringLiteral("run.csv"));
+};
 
 inline QStringList record(const QString& file, const QString& arguments, const QString& robot = QStringLiteral("test:"))
 {
     return QStringList{QStringLiteral("record"), QStringLiteral("--output"), file, QStringLiteral("--robot"), robot} +
            arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+/// Starts to record all keys of the test's robot into the file, and waits until the recording runs.
+inline bool startRecording(VelkRun& velk, const QString& file)
+{
+    velk.start(record(file, QStringLiteral("--all --period 10")));
+    return velk.waitForMessage(QStringLiteral("Recording 6 keys"));
 }
 
 inline QByteArray contentOf(const QString& path)

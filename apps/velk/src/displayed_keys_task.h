@@ -37,8 +37,6 @@ public:
 protected:
     DisplayedMemoryKeyListModel& displayedKeys() { return *session().displayedKeys(); }
     const DisplayedKeysOptions& options() const { return m_options; }
-    /// Whether the command ends by itself.
-    bool hasEnd() const { return m_options.forMs > 0; }
 
     /// The keys are chosen, at least one, and none of them is displayed yet. Once.
     virtual void begin(const QVector<MemoryKey>& keys) = 0;

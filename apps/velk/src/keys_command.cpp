@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "argument_values.h"
 #include "keys_task.h"
 #include "robot_options.h"
 
@@ -49,11 +48,9 @@ void addKeysCommand(CommandContext& context)
         ->expected(1);
     command->add_flag("--json", arguments->json, "Write a JSON array of objects");
     context.onTyped(*command, [&context, arguments] {
-        return runRobotTask(context, arguments->robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
-            const KeysOptions options{toQStrings(arguments->names), toQStrings(arguments->filters),
-                                      natureMask(arguments->natures), arguments->json};
-            return std::make_unique<KeysTask>(std::move(link), context.console, timeoutMs, options);
-        });
+        const KeysOptions options{toQStrings(arguments->names), toQStrings(arguments->filters),
+                                  natureMask(arguments->natures), arguments->json};
+        return runRobotTask<KeysTask>(context, arguments->robot, options);
     });
 }
 

@@ -4,6 +4,7 @@
 #include "keys_task.h"
 
 #include "console.h"
+#include "exit_status.h"
 #include "key_choice.h"
 #include "printed_value.h"
 
@@ -79,16 +80,6 @@ void KeysTask::onListed(const MemoryKeyListModel& catalogue)
         piece += "\n]\n";
     if (write(piece))
         finish(Success);
-}
-
-bool KeysTask::write(const QByteArray& data)
-{
-    if (console().write(data))
-        return true;
-    // No status: a signal interrupted the write, and ends the task from the event loop.
-    if (console().outputStatus() != Success)
-        finish(console().outputStatus());
-    return false;
 }
 
 } // namespace Velk

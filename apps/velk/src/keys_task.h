@@ -33,8 +33,6 @@ protected:
     void onListed(const MemoryKeyListModel& catalogue) override;
 
 private:
-    bool write(const QByteArray& data);
-
     KeysOptions m_options;
 };
 

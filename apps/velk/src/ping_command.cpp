@@ -12,11 +12,7 @@ void addPingCommand(CommandContext& context)
     CLI::App* const command =
         context.parser.add_subcommand("ping", "Print whether the robot answers, how fast, and what its server grants");
     addRobotOptions(*command, *robot);
-    context.onTyped(*command, [&context, robot] {
-        return runRobotTask(context, *robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
-            return std::make_unique<PingTask>(std::move(link), context.console, timeoutMs);
-        });
-    });
+    context.onTyped(*command, [&context, robot] { return runRobotTask<PingTask>(context, *robot); });
 }
 
 } // namespace Velk

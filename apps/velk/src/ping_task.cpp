@@ -4,6 +4,7 @@
 #include "ping_task.h"
 
 #include "console.h"
+#include "exit_status.h"
 
 #include <connections/link/robot_link.h>
 #include <memorykeymodel/memory_key_list_model.h>
@@ -27,19 +28,14 @@ void PingTask::onListed(const MemoryKeyListModel& catalogue)
             return;
         for (const LinkReport::Line& line : report.lines)
             self->addLine(line.subject, line.text);
-        self->writeAndFinish();
+        if (self->write(self->m_lines.join(QLatin1Char('\n')).toUtf8() + '\n'))
+            self->finish(Success);
     });
 }
 
 void PingTask::addLine(const QString& subject, const QString& text)
 {
     m_lines.append(subject.leftJustified(12) + Console::printable(text));
-}
-
-void PingTask::writeAndFinish()
-{
-    const bool isWritten = console().write(m_lines.join(QLatin1Char('\n')).toUtf8() + '\n');
-    finish(isWritten ? Success : console().outputStatus());
 }
 
 } // namespace Velk

@@ -23,7 +23,6 @@ protected:
 
 private:
     void addLine(const QString& subject, const QString& text);
-    void writeAndFinish();
 
     QStringList m_lines;
 };

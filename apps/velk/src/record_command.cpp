@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "argument_values.h"
 #include "console.h"
 #include "displayed_keys_arguments.h"
 #include "record_task.h"
@@ -39,10 +38,7 @@ void addRecordCommand(CommandContext& context)
                 (check.outcome == RecordSaveResult::Exists ? QStringLiteral(" (--force)") : QString()));
             return int(RecordingNotSaved);
         }
-        return runRobotTask(context, arguments->robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
-            return std::make_unique<RecordTask>(std::move(link), context.console, timeoutMs, arguments->options(),
-                                                destination, existing);
-        });
+        return runRobotTask<RecordTask>(context, arguments->robot, arguments->options(), destination, existing);
     });
 }
 

@@ -33,23 +33,11 @@ RecordTask::RecordTask(std::unique_ptr<RobotLink> link, Console& console, int ti
     , m_destination(destination)
     , m_existing(existing)
 {
-    m_end.setSingleShot(true);
-    m_end.setTimerType(Qt::PreciseTimer);
-    connect(&m_end, &QTimer::timeout, this, [this] { stop(Success); });
     m_progress.setInterval(progressPeriodMs);
     connect(&m_progress, &QTimer::timeout, this, &RecordTask::showProgress);
 }
 
 RecordTask::~RecordTask() = default;
-
-void RecordTask::interrupt(int signalNumber)
-{
-    if (displayedKeys().isRecording())
-        stop(hasEnd() ? interruptedBy(signalNumber) : int(Success));
-    else if (!isWorking())
-        finish(interruptedBy(signalNumber));
-    // Otherwise the recording is being saved, and velk ends when it is.
-}
 
 void RecordTask::begin(const QVector<MemoryKey>& keys)
 {
@@ -77,8 +65,7 @@ void RecordTask::begin(const QVector<MemoryKey>& keys)
                .arg(displayedKeys().samplingPeriod())
                .arg(m_destination));
     m_elapsed.start();
-    if (hasEnd())
-        m_end.start(options().forMs);
+    workFor(options().forMs);
     if (m_rows) {
         m_progress.start();
         showProgress();
@@ -87,6 +74,11 @@ void RecordTask::begin(const QVector<MemoryKey>& keys)
 
 void RecordTask::stop(int status)
 {
+    if (!isWorking())
+        finish(status);
+    // Otherwise without a recording: it is being saved, and velk ends when it is.
+    if (!displayedKeys().isRecording())
+        return;
     m_isStopping = true;
     m_status = status;
     displayedKeys().stopRecording();
@@ -98,7 +90,6 @@ void RecordTask::onRecordingStopped()
     if (!m_isStopping && m_status == Success)
         m_status = link().isConnected() ? RecordingIncomplete : ConnectionLost;
     m_isStopping = true;
-    m_end.stop();
     m_progress.stop();
     // Not from inside this signal: the displayed key set has more to do with the batch that could not be written.
     QMetaObject::invokeMethod(

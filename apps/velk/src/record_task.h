@@ -27,22 +27,19 @@ public:
                const QString& destination, RecordFileSaver::ExistingFile existing);
     ~RecordTask() override;
 
-    void interrupt(int signalNumber) override;
-
 protected:
     void begin(const QVector<MemoryKey>& keys) override;
+    void stop(int status) override;
 
 private:
     void onRecordingStopped();
     void showProgress();
-    void stop(int status);
     void save();
 
     const QString m_destination;
     const RecordFileSaver::ExistingFile m_existing;
     qsizetype m_keyCount = 0;
     QElapsedTimer m_elapsed;
-    QTimer m_end;
     QTimer m_progress;
     std::unique_ptr<RecordedRows> m_rows; // on a terminal only
     double m_seconds = 0.0;

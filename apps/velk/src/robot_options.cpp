@@ -3,10 +3,7 @@
 
 #include "robot_options.h"
 
-#include "argument_values.h"
 #include "console.h"
-#include "exit_status.h"
-#include "robot_task.h"
 
 namespace Velk {
 
@@ -31,20 +28,10 @@ bool requireRobot(CommandContext& context, const RobotOptions& options)
     return false;
 }
 
-int runRobotTask(
-    CommandContext& context, const RobotOptions& options,
-    const std::function<std::unique_ptr<RobotTask>(std::unique_ptr<RobotLink> link, int timeoutMs)>& makeTask)
+int reportBadUrl(CommandContext& context, const QString& error)
 {
-    if (!requireRobot(context, options))
-        return UsageError;
-    QString error;
-    std::unique_ptr<RobotLink> link = context.createLink(toQString(options.url), &error);
-    if (!link) {
-        context.console.message(error);
-        return BadRobotUrl;
-    }
-    const std::unique_ptr<RobotTask> task = makeTask(std::move(link), milliseconds(options.timeoutSeconds));
-    return runTask(*task);
+    context.console.message(error);
+    return BadRobotUrl;
 }
 
 } // namespace Velk

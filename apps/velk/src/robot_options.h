@@ -4,13 +4,15 @@
 #ifndef APPS_VELK_SRC_ROBOT_OPTIONS_H
 #define APPS_VELK_SRC_ROBOT_OPTIONS_H
 
+#include "argument_values.h"
 #include "command.h"
+#include "exit_status.h"
+#include "task.h"
 
 #include <string>
+#include <utility>
 
 namespace Velk {
-
-class RobotTask;
 
 /// The options of a command that talks to a robot.
 struct RobotOptions
@@ -25,10 +27,24 @@ void addRobotOptions(CLI::App& command, RobotOptions& options);
 /// Whether a robot is named; if not, a message has been printed.
 bool requireRobot(CommandContext& context, const RobotOptions& options);
 
-/// Runs the task that `makeTask` makes for the robot's link, and returns its status.
-int runRobotTask(
-    CommandContext& context, const RobotOptions& options,
-    const std::function<std::unique_ptr<RobotTask>(std::unique_ptr<RobotLink> link, int timeoutMs)>& makeTask);
+/// Prints why a URL cannot be opened, and returns the exit status for it.
+int reportBadUrl(CommandContext& context, const QString& error);
+
+/// Runs a task on the robot, and returns its status. The task gets the robot's link, the console, the time-out and the
+/// further arguments.
+template <typename TaskType, typename... Arguments>
+int runRobotTask(CommandContext& context, const RobotOptions& options, Arguments&&... arguments)
+{
+    if (!requireRobot(context, options))
+        return UsageError;
+    QString error;
+    std::unique_ptr<RobotLink> link = context.createLink(toQString(options.url), &error);
+    if (!link)
+        return reportBadUrl(context, error);
+    TaskType task(std::move(link), context.console, milliseconds(options.timeoutSeconds),
+                  std::forward<Arguments>(arguments)...);
+    return runTask(task);
+}
 
 } // namespace Velk
 

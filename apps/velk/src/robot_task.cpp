@@ -3,59 +3,52 @@
 
 #include "robot_task.h"
 
-#include "console.h"
+#include "exit_status.h"
 
 #include <utility>
 
 namespace Velk {
 
 RobotTask::RobotTask(std::unique_ptr<RobotLink> link, RobotSession::Use use, Console& console, int timeoutMs)
-    : m_session(std::move(link), use)
-    , m_console(console)
+    : Task(console, timeoutMs)
+    , m_session(std::move(link), use)
 {
-    m_timeout.setSingleShot(true);
-    m_timeout.setInterval(timeoutMs);
-    connect(&m_timeout, &QTimer::timeout, this, &RobotTask::onTimeout);
-    connect(&m_session, &RobotSession::failed, this, [this](const QString& title, const QString& message) {
-        if (!m_isFinished)
-            report(title, message);
-    });
+    m_end.setSingleShot(true);
+    m_end.setTimerType(Qt::PreciseTimer);
+    connect(&m_end, &QTimer::timeout, this, [this] { stop(Success); });
+    connect(&m_session, &RobotSession::failed, this, &RobotTask::reportFailure);
     connect(m_session.link(), &RobotLink::failed, this, &RobotTask::onLinkFailed);
     connect(&m_session, &RobotSession::readyChanged, this, &RobotTask::onReadyChanged);
     connect(m_session.link(), &ConnectionManager::connectionEstablished, this, [this] {
-        if (m_isWorking && !m_isFinished)
+        if (m_isWorking && !isFinished())
             onConnectedAgain();
     });
 }
 
 RobotTask::~RobotTask() = default;
 
-void RobotTask::start()
+void RobotTask::open()
 {
-    m_timeout.start();
     link().open();
 }
 
 void RobotTask::interrupt(int signalNumber)
 {
-    finish(interruptedBy(signalNumber));
+    stop(m_isEndless ? Success : interruptedBy(signalNumber));
 }
 
 void RobotTask::setWorking()
 {
     m_isWorking = true;
-    m_timeout.stop();
+    stopTimeout();
     m_session.setCatalogueWanted(false);
 }
 
-void RobotTask::report(const QString& text)
+void RobotTask::workFor(int milliseconds)
 {
-    m_console.message(text);
-}
-
-void RobotTask::report(const QString& title, const QString& text)
-{
-    report(title + QStringLiteral(": ") + text);
+    m_isEndless = milliseconds == 0;
+    if (!m_isEndless)
+        m_end.start(milliseconds);
 }
 
 void RobotTask::reportLosses()
@@ -75,19 +68,9 @@ void RobotTask::reportLosses()
         report(QStringLiteral("Not everything was delivered"), causes.join(QStringLiteral("; ")));
 }
 
-void RobotTask::finish(int status)
-{
-    if (m_isFinished)
-        return;
-    m_isFinished = true;
-    m_timeout.stop();
-    m_console.setStatusLine(QString());
-    emit finished(status);
-}
-
 void RobotTask::onReadyChanged(bool isReady)
 {
-    if (isReady && !m_isFinished && !m_isWorking)
+    if (isReady && !isFinished() && !m_isWorking)
         onListed(*m_session.catalogue());
 }
 
@@ -96,12 +79,6 @@ void RobotTask::onLinkFailed()
     // The session has reported it already.
     if (link().state() == RobotLink::Disconnected)
         finish(m_isWorking ? ConnectionLost : NotConnected);
-}
-
-void RobotTask::onTimeout()
-{
-    reportTimeout(QString::number(m_timeout.interval() / 1000.0));
-    finish(NotConnected);
 }
 
 void RobotTask::reportTimeout(const QString& seconds)

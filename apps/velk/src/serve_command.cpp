@@ -1,9 +1,6 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "argument_values.h"
-#include "console.h"
-#include "exit_status.h"
 #include "robot_options.h"
 #include "serve_task.h"
 
@@ -41,14 +38,10 @@ void addServeCommand(CommandContext& context)
     context.onTyped(*command, [&context, arguments] {
         QString error;
         std::unique_ptr<RobotWriter> writer = RobotLinks::createWriter(toQString(arguments->target), &error);
-        if (!writer) {
-            context.console.message(QStringLiteral("--to: ") + error);
-            return int(BadRobotUrl);
-        }
-        return runRobotTask(context, arguments->robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
-            return std::make_unique<ServeTask>(std::move(link), context.console, timeoutMs, std::move(writer),
-                                               arguments->periodMs, milliseconds(arguments->forSeconds));
-        });
+        if (!writer)
+            return reportBadUrl(context, QStringLiteral("--to: ") + error);
+        return runRobotTask<ServeTask>(context, arguments->robot, std::move(writer), arguments->periodMs,
+                                       milliseconds(arguments->forSeconds));
     });
 }
 

@@ -23,21 +23,16 @@ ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int tim
     : RobotTask(std::move(robot), RobotSession::ListKeys, console, timeoutMs)
     , m_writer(std::move(writer))
     , m_periodMs(periodMs)
+    , m_forMs(forMs)
 {
-    m_end.setSingleShot(true);
-    m_end.setInterval(forMs);
-    connect(&m_end, &QTimer::timeout, this, [this] { finish(Success); });
     m_listTimer.setInterval(listPeriodMs);
     connect(&m_listTimer, &QTimer::timeout, this, &ServeTask::listKeys);
-    for (QFutureWatcher<QStringList>* const list : {&m_dataList, &m_eventList, &m_microEventList})
+    for (const QFutureWatcher<QStringList>* const list : {&m_dataList, &m_eventList, &m_microEventList})
         connect(list, &QFutureWatcherBase::finished, this, &ServeTask::onListFinished);
     connect(session().samples(), &SampleStream::batchReceived, this, &ServeTask::writeBatch);
     connect(&link(), &RobotLink::realTimeSupportAnswered, this,
             [this](bool isSupported) { m_writer->setRealTimeSupported(isSupported); });
-    connect(m_writer.get(), &RobotWriter::failed, this, [this](const QString& title, const QString& message) {
-        if (!isFinished())
-            report(title, message);
-    });
+    connect(m_writer.get(), &RobotWriter::failed, this, &ServeTask::reportFailure);
     connect(m_writer.get(), &RobotWriter::connected, this, &ServeTask::beginWhenReady);
     m_answerTimeout.setSingleShot(true);
     m_answerTimeout.setInterval(timeoutMs);
@@ -47,11 +42,8 @@ ServeTask::ServeTask(std::unique_ptr<RobotLink> robot, Console& console, int tim
 
 void ServeTask::interrupt(int signalNumber)
 {
-    const bool hasEnd = m_end.interval() > 0;
     if (m_isEnding)
         end();
-    else if (isWorking() && !hasEnd)
-        finish(Success);
     else
         RobotTask::interrupt(signalNumber);
 }
@@ -67,8 +59,7 @@ void ServeTask::beginWhenReady()
     if (m_isEnding || isWorking() || !session().isReady() || !m_writer->isConnected())
         return;
     setWorking();
-    if (m_end.interval() > 0)
-        m_end.start();
+    workFor(m_forMs);
     m_listTimer.start();
     startWatcher();
 }
@@ -109,7 +100,7 @@ void ServeTask::onListFinished()
     const boost::shared_ptr<MemoryInterface> memory = link().memoryInterface();
     if (!memory)
         return;
-    const KeyNames listed = confirmed({m_dataList.result(), m_eventList.result(), m_microEventList.result()});
+    const KeyNames listed = confirmNames({m_dataList.result(), m_eventList.result(), m_microEventList.result()});
     m_events = QSet<QString>(listed.events.begin(), listed.events.end());
     m_events.unite(QSet<QString>(listed.microEvents.begin(), listed.microEvents.end()));
     const QSet<QString> names = QSet<QString>(listed.data.begin(), listed.data.end()).unite(m_events);
@@ -131,26 +122,17 @@ void ServeTask::onListFinished()
 
 // Removes a name only when two listings in a row lack it. An empty list may mean that it cannot be read, as after a
 // lost permission: the contract has no other answer then. So the served names of that list stay.
-KeyNames ServeTask::confirmed(const KeyNames& listed)
+KeyNames ServeTask::confirmNames(const KeyNames& listed)
 {
-    KeyNames names = listed;
-    const auto keep = [](QStringList* now, const QStringList& before, const QStringList& served) {
-        if (now->isEmpty()) {
-            *now = served;
-            return;
-        }
-        const QSet<QString> present(now->begin(), now->end());
-        for (const QString& name : before) {
-            if (!present.contains(name))
-                now->append(name);
-        }
-    };
-    keep(&names.data, m_formerList.data, m_served.data);
-    keep(&names.events, m_formerList.events, m_served.events);
-    keep(&names.microEvents, m_formerList.microEvents, m_served.microEvents);
+    for (const KeyKind kind : keyKinds) {
+        if (listed.of(kind).isEmpty())
+            continue;
+        QStringList names = listed.of(kind) + m_formerList.of(kind);
+        names.removeDuplicates();
+        m_served.of(kind) = names;
+    }
     m_formerList = listed;
-    m_served = names;
-    return names;
+    return m_served;
 }
 
 void ServeTask::writeBatch(const GatheredData& batch)
@@ -180,7 +162,6 @@ void ServeTask::finish(int status)
     if (std::exchange(m_isEnding, true))
         return;
     m_status = status;
-    m_end.stop();
     m_listTimer.stop();
     session().samples()->disconnect(this);
     if (!m_writer->isConnected() || m_writer->openCount() == 0) {

@@ -43,12 +43,13 @@ private:
     void startWatcher();
     void listKeys();
     void onListFinished();
-    KeyNames confirmed(const KeyNames& listed);
+    KeyNames confirmNames(const KeyNames& listed);
     void writeBatch(const GatheredData& batch);
     void end();
 
     std::unique_ptr<RobotWriter> m_writer;
     const int m_periodMs;
+    const int m_forMs;
     QFutureWatcher<QStringList> m_dataList;
     QFutureWatcher<QStringList> m_eventList;
     QFutureWatcher<QStringList> m_microEventList;
@@ -58,7 +59,6 @@ private:
     QSet<QString> m_watched;
     QSet<QString> m_events; // and micro-events
     QTimer m_listTimer;
-    QTimer m_end;
     QTimer m_answerTimeout; // from the end of serving
     bool m_isAnnounced = false;
     bool m_isEnding = false;

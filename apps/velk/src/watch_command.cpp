@@ -23,10 +23,8 @@ void addWatchCommand(CommandContext& context)
     command->add_flag("--json", arguments->json, "Write a JSON object a line, also on a terminal");
     context.onTyped(*command, [&context, arguments] {
         arguments->requireKeys();
-        return runRobotTask(context, arguments->robot, [&](std::unique_ptr<RobotLink> link, int timeoutMs) {
-            return std::make_unique<WatchTask>(std::move(link), context.console, timeoutMs, arguments->options(),
-                                               arguments->json ? WatchTask::JsonLines : WatchTask::Automatic);
-        });
+        return runRobotTask<WatchTask>(context, arguments->robot, arguments->options(),
+                                       arguments->json ? WatchTask::JsonLines : WatchTask::Automatic);
     });
 }
 

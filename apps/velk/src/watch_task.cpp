@@ -39,16 +39,7 @@ WatchTask::WatchTask(std::unique_ptr<RobotLink> link, Console& console, int time
     : DisplayedKeysTask(std::move(link), console, timeoutMs, options)
     , m_format(format)
     , m_isInPlace(format == Automatic && console.isOutputTerminal())
-{
-    m_end.setSingleShot(true);
-    m_end.setTimerType(Qt::PreciseTimer);
-    connect(&m_end, &QTimer::timeout, this, [this] { finish(Success); });
-}
-
-void WatchTask::interrupt(int signalNumber)
-{
-    finish(isWorking() && !hasEnd() ? Success : interruptedBy(signalNumber));
-}
+{}
 
 void WatchTask::begin(const QVector<MemoryKey>& keys)
 {
@@ -59,8 +50,7 @@ void WatchTask::begin(const QVector<MemoryKey>& keys)
     }
     connect(&displayedKeys(), &DisplayedMemoryKeyListModel::keysUpdated, this, &WatchTask::onKeysUpdated);
     session().watch(QSet<MemoryKey>(keys.cbegin(), keys.cend()));
-    if (hasEnd())
-        m_end.start(options().forMs);
+    workFor(options().forMs);
     paint();
 }
 
@@ -113,14 +103,6 @@ void WatchTask::onConnectedAgain()
     report(QStringLiteral("Connected again."));
 }
 
-void WatchTask::finish(int status)
-{
-    if (isFinished())
-        return;
-    m_end.stop();
-    DisplayedKeysTask::finish(status);
-}
-
 void WatchTask::report(const QString& text)
 {
     // Both streams may be the same terminal: the table is erased before the message and printed again below it.
@@ -134,12 +116,6 @@ void WatchTask::paint()
 {
     if (m_isInPlace && !m_rows.isEmpty() && !isFinished())
         write(m_screen.paint(m_rows, console().outputSize()));
-}
-
-void WatchTask::write(const QByteArray& data)
-{
-    if (!console().write(data) && console().outputStatus() != Success)
-        finish(console().outputStatus());
 }
 
 } // namespace Velk

@@ -9,7 +9,6 @@
 
 #include <QHash>
 #include <QSet>
-#include <QTimer>
 
 namespace Velk {
 
@@ -31,19 +30,15 @@ public:
     WatchTask(std::unique_ptr<RobotLink> link, Console& console, int timeoutMs, const DisplayedKeysOptions& options,
               Format format);
 
-    void interrupt(int signalNumber) override;
-
 protected:
     void begin(const QVector<MemoryKey>& keys) override;
     void onConnectedAgain() override;
     using RobotTask::report;
     void report(const QString& text) override;
-    void finish(int status) override;
 
 private:
     void onKeysUpdated(const QSet<DisplayedMemoryKey>& keys);
     void paint();
-    void write(const QByteArray& data);
 
     const Format m_format;
     const bool m_isInPlace;
@@ -51,7 +46,6 @@ private:
     QVector<MemoryKey> m_keys;
     QVector<WatchRow> m_rows; // of the keys, in their order
     QHash<QString, int> m_rowOfKey;
-    QTimer m_end;
 };
 
 } // namespace Velk

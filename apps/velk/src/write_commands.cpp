@@ -1,8 +1,14 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "argument_values.h"
+#include "console.h"
+#include "json_argument.h"
+#include "robot_options.h"
 #include "writer_task.h"
+
+#include <connections/links/robot_links.h>
+
+#include <optional>
 
 namespace Velk {
 
@@ -25,14 +31,26 @@ void addWriteCommand(CommandContext& context, const std::string& name, const std
         ->required();
     addRobotOptions(*command, arguments->robot);
     context.onTyped(*command, [&context, arguments, isEvent] {
+        if (!requireRobot(context, arguments->robot))
+            return int(UsageError);
+        QString error;
+        const std::optional<QVariant> value = jsonArgument(QByteArray::fromStdString(arguments->json), &error);
+        if (!value) {
+            context.console.message(error);
+            return int(UsageError);
+        }
+        std::unique_ptr<RobotWriter> writer = RobotLinks::createWriter(toQString(arguments->robot.url), &error);
+        if (!writer)
+            return reportBadUrl(context, error);
         const QString key = toQString(arguments->name);
-        return runWriterTask(context, arguments->robot, arguments->json,
-                             [&](RobotWriter& writer, const QVariant& value, RobotWriter::Done done) {
-                                 if (isEvent)
-                                     writer.raise(key, value, std::nullopt, std::move(done));
-                                 else
-                                     writer.put(key, value, std::move(done));
-                             });
+        WriterTask task(std::move(writer), context.console, milliseconds(arguments->robot.timeoutSeconds),
+                        [&](RobotWriter& target, const RobotWriter::Done& done) {
+                            if (isEvent)
+                                target.raise(key, *value, std::nullopt, done);
+                            else
+                                target.put(key, *value, done);
+                        });
+        return runTask(task);
     });
 }
 

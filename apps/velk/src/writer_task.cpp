@@ -3,88 +3,43 @@
 
 #include "writer_task.h"
 
-#include "argument_values.h"
-#include "console.h"
 #include "exit_status.h"
-#include "json_argument.h"
 
-#include <connections/links/robot_links.h>
-
-#include <optional>
+#include <utility>
 
 namespace Velk {
 
 WriterTask::WriterTask(std::unique_ptr<RobotWriter> writer, Console& console, int timeoutMs, Write write)
-    : m_writer(std::move(writer))
-    , m_console(console)
-    , m_write(std::move(write))
+    : Task(console, timeoutMs)
+    , m_writer(std::move(writer))
 {
-    m_timeout.setSingleShot(true);
-    m_timeout.setInterval(timeoutMs);
-    connect(&m_timeout, &QTimer::timeout, this, [this] {
-        m_console.message(QStringLiteral("Not written: no answer from %1 within %2 s.\n"
-                                         "Check that the server runs and its URL, or allow more time with --timeout.")
-                              .arg(m_writer->url())
-                              .arg(m_timeout.interval() / 1000.0));
-        finish(NotConnected);
-    });
     connect(m_writer.get(), &RobotWriter::failed, this, [this](const QString& title, const QString& message) {
-        const QString failure = title + QStringLiteral(": ") + message;
-        if (!m_isFinished)
-            m_console.message(failure);
-        m_lastFailure = failure;
+        reportFailure(title, message);
+        m_lastFailure = message;
     });
-    connect(m_writer.get(), &RobotWriter::connected, this, [this] {
-        m_write(*m_writer, [this](const QString& error) {
-            if (!error.isEmpty() && !m_lastFailure.endsWith(error))
-                m_console.message(error);
-            finish(error.isEmpty() ? Success : NotWritten);
-        });
+    connect(m_writer.get(), &RobotWriter::connected, this, [this, write = std::move(write)] {
+        write(*m_writer, [this](const QString& error) { onAnswered(error); });
     });
 }
 
-WriterTask::~WriterTask() = default;
-
-void WriterTask::start()
+void WriterTask::open()
 {
-    m_timeout.start();
     m_writer->open();
 }
 
-void WriterTask::interrupt(int signalNumber)
+void WriterTask::onAnswered(const QString& error)
 {
-    finish(interruptedBy(signalNumber));
+    if (!error.isEmpty() && error != m_lastFailure)
+        report(error);
+    finish(error.isEmpty() ? Success : NotWritten);
 }
 
-void WriterTask::finish(int status)
+void WriterTask::reportTimeout(const QString& seconds)
 {
-    if (m_isFinished)
-        return;
-    m_isFinished = true;
-    m_timeout.stop();
-    emit finished(status);
-}
-
-int runWriterTask(CommandContext& context, const RobotOptions& options, const std::string& json,
-                  const std::function<void(RobotWriter& writer, const QVariant& value, RobotWriter::Done done)>& write)
-{
-    if (!requireRobot(context, options))
-        return UsageError;
-    QString error;
-    const std::optional<QVariant> value = jsonArgument(QByteArray::fromStdString(json), &error);
-    if (!value) {
-        context.console.message(error);
-        return UsageError;
-    }
-    std::unique_ptr<RobotWriter> writer = RobotLinks::createWriter(toQString(options.url), &error);
-    if (!writer) {
-        context.console.message(error);
-        return BadRobotUrl;
-    }
-
-    WriterTask task(std::move(writer), context.console, milliseconds(options.timeoutSeconds),
-                    [&](RobotWriter& target, RobotWriter::Done done) { write(target, *value, std::move(done)); });
-    return runTask(task);
+    report(QStringLiteral("Not written"),
+           QStringLiteral("no answer from %1 within %2 s.\n"
+                          "Check that the server runs and its URL, or allow more time with --timeout.")
+               .arg(m_writer->url(), seconds));
 }
 
 } // namespace Velk

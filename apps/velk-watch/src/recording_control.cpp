@@ -112,9 +112,9 @@ void RecordingControl::take()
                      tr("Not all values could be written to %1: %2\nSave what there is, and make room on that disk.")
                          .arg(m_saver->temporaryPath(), rowsText));
     else if (!m_isStopping)
-        emit message(tr("Recording ended"),
-                     tr("The recording ended because the connection was lost or the disk is full. %1 Save them now.")
-                         .arg(rowsText));
+        emit message(tr("Recording ended"), tr("The recording ended because the connection was lost or the file could "
+                                               "not be written. %1 Save them now.")
+                                                .arg(rowsText));
 }
 
 RecordSaveResult RecordingControl::save(const QString& fileName, RecordFileSaver::ExistingFile existing)

@@ -716,8 +716,8 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <translation>Aufzeichnung beendet</translation>
     </message>
     <message>
-        <source>The recording ended because the connection was lost or the disk is full. %1 Save them now.</source>
-        <translation>Die Aufzeichnung endete, weil die Verbindung verloren ging oder der Datenträger voll ist. %1 Speichern Sie jetzt.</translation>
+        <source>The recording ended because the connection was lost or the file could not be written. %1 Save them now.</source>
+        <translation>Die Aufzeichnung endete, weil die Verbindung verloren ging oder die Datei nicht geschrieben werden konnte. %1 Speichern Sie jetzt.</translation>
     </message>
 </context>
 <context>

@@ -716,8 +716,8 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <translation>Enregistrement terminé</translation>
     </message>
     <message>
-        <source>The recording ended because the connection was lost or the disk is full. %1 Save them now.</source>
-        <translation>L’enregistrement s’est arrêté parce que la connexion a été perdue ou que le disque est plein. %1 Sauvegardez maintenant.</translation>
+        <source>The recording ended because the connection was lost or the file could not be written. %1 Save them now.</source>
+        <translation>L’enregistrement s’est arrêté parce que la connexion a été perdue ou que le fichier n’a pas pu être écrit. %1 Sauvegardez maintenant.</translation>
     </message>
 </context>
 <context>

@@ -4,6 +4,7 @@
 #include <itemmodels/sample_history.h>
 
 #include <itemmodels/value_text.h>
+#include <session/rebuilt_keys.h>
 #include <session/sample_stream.h>
 
 #include <algorithm>
@@ -89,19 +90,12 @@ void SampleHistory::onKeysRemoved(const QSet<DisplayedMemoryKey>& keys)
 
 void SampleHistory::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
 {
-    // After a connection the set is rebuilt and may have gained and lost keys, which no other signal reports. The
-    // signal names all keys then, so a change shows in the count or in a name.
-    bool isChanged = m_displayedKeys && m_displayedKeys->displayedKeys().size() != m_rings.size();
-    for (auto displayed = keys.begin(); displayed != keys.end() && !isChanged; ++displayed)
-        isChanged = !m_rings.contains(displayed->key().name());
-    if (isChanged)
+    if (m_displayedKeys && isRebuilt(keys, *m_displayedKeys, int(m_rings.size())))
         synchronise();
 }
 
 void SampleHistory::synchronise()
 {
-    if (!m_displayedKeys)
-        return;
     const QSet<DisplayedMemoryKey> displayedKeys = m_displayedKeys->displayedKeys();
     QHash<QString, Ring> rings;
     for (const DisplayedMemoryKey& displayed : displayedKeys)

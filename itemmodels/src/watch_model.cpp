@@ -9,6 +9,8 @@
 #include "watch_rows.h"
 #include "watch_timers.h"
 
+#include <session/rebuilt_keys.h>
+
 #include <QMimeData>
 
 #include <vector>
@@ -90,20 +92,15 @@ void WatchModel::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
     if (!m_displayedKeys)
         return;
     const qint64 nowMs = m_cells->nowMs();
-    // After a connection the set is rebuilt: keys may have come and gone without another signal. All keys are in `keys`
-    // then, so the change shows in their count or in a name.
-    bool isRebuilt = m_displayedKeys->displayedKeys().size() != count();
     bool hasValues = false;
     for (const DisplayedMemoryKey& displayed : keys) {
         const int row = m_rows->indexOf(displayed.key().name());
-        if (row < 0)
-            isRebuilt = true;
-        else if (m_rows->update(row, displayed, nowMs))
+        if (row >= 0 && m_rows->update(row, displayed, nowMs))
             hasValues = true;
     }
     if (hasValues)
         m_timers->startAging();
-    if (isRebuilt)
+    if (isRebuilt(keys, *m_displayedKeys, count()))
         synchronise();
     if (!keys.isEmpty())
         m_timers->scheduleUpdate();

@@ -5,6 +5,7 @@
 
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <robotconnection/memory_interface.h>
+#include <session/rebuilt_keys.h>
 #include <session/sample_stream.h>
 
 #include <utility>
@@ -225,11 +226,8 @@ void RobotSession::onKeysRemoved(const QSet<DisplayedMemoryKey>& keys)
 
 void RobotSession::onKeysUpdated(const QSet<DisplayedMemoryKey>& keys)
 {
-    // A batch reports keys with a value only; the keys of a rebuilt set have none. A late catalogue of a former
-    // connection rebuilds the set, too.
-    const bool isRebuilt =
-        keys.isEmpty() ? m_displayedKeys->displayedKeys().isEmpty() : keys.cbegin()->valueHistory().isEmpty();
-    if (!isRebuilt)
+    // Also when a late catalogue of a former connection rebuilds the set.
+    if (!isRebuilt(keys, *m_displayedKeys, int(m_knownDisplayedKeys.size())))
         return;
     m_isRebuilding = false;
     m_knownDisplayedKeys = m_displayedKeys->keys();

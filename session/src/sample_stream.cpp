@@ -12,7 +12,8 @@ namespace Velk {
 
 namespace {
 
-// The watcher delivers a batch every gather period: the sampling period, and never more often than this.
+// The watcher delivers a batch every gather period: the sampling period, and never more often than this, as
+// DisplayedMemoryKeyListModel::startWatcher() requests it. The contract has no question for the gather period.
 constexpr int minGatherPeriodMs = 200;
 
 // After this many silent periods it is a gap and no delay.

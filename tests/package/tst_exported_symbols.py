@@ -46,6 +46,7 @@ EXPORTED = {
         "Velk::RecordedRows",
         "Velk::RobotSession",
         "Velk::SampleStream",
+        "Velk::isRebuilt(QSet<Velk::DisplayedMemoryKey> const&, Velk::DisplayedMemoryKeyListModel const&, int)",
     },
     "itemmodels": {
         "Velk::CatalogueFilterModel",

@@ -18,7 +18,7 @@ namespace Velk {
 
 namespace {
 
-constexpr qint64 chunkSize = 1 << 20;
+constexpr qint64 copyChunkSize = 1 << 20;
 
 QString systemError(int errorNumber)
 {
@@ -71,7 +71,7 @@ PublishResult publishCopy(QFileDevice& from, qint64 size, const QString& to, int
         return {PublishResult::Failed, copy.errorString()};
     const QString copyPath = copy.fileName();
     for (qint64 left = size; left > 0;) {
-        const QByteArray bytes = from.read(qMin(left, chunkSize));
+        const QByteArray bytes = from.read(qMin(left, copyChunkSize));
         if (bytes.isEmpty())
             return {PublishResult::Failed, from.errorString()};
         if (copy.write(bytes) != bytes.size())

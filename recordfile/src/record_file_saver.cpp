@@ -15,7 +15,7 @@ namespace Velk {
 
 namespace {
 
-constexpr qint64 chunkSize = 1 << 20;
+constexpr qint64 scanChunkSize = 1 << 20;
 
 QString shown(const QString& path)
 {
@@ -41,7 +41,7 @@ RecordFileSaver::RecordFileSaver(QTemporaryFile* file)
 
     RecordScan scan;
     if (m_file->open() && m_file->seek(0)) {
-        for (QByteArray bytes = m_file->read(chunkSize); !bytes.isEmpty(); bytes = m_file->read(chunkSize))
+        for (QByteArray bytes = m_file->read(scanChunkSize); !bytes.isEmpty(); bytes = m_file->read(scanChunkSize))
             scan.add(bytes);
     }
     if (m_lossReason.isEmpty() && m_file->error() != QFileDevice::NoError)

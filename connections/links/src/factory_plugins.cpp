@@ -3,7 +3,8 @@
 
 #include "factory_plugins.h"
 
-#include <QCoreApplication>
+#include "messages.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
@@ -15,11 +16,6 @@
 namespace Velk {
 
 namespace {
-
-struct Messages
-{
-    Q_DECLARE_TR_FUNCTIONS(Velk::RobotLinks)
-};
 
 /// The interface without its version: "MemoryKeyModel.ConnectionFactory".
 QString interfaceName(const QString& interfaceId)

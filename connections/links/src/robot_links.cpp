@@ -5,8 +5,8 @@
 
 #include "built_in_factories.h"
 #include "factory_plugins.h"
+#include "messages.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 
 #include <vector>
@@ -14,11 +14,6 @@
 namespace Velk {
 
 namespace {
-
-struct Messages
-{
-    Q_DECLARE_TR_FUNCTIONS(Velk::RobotLinks)
-};
 
 /// Everything that this program can open.
 struct Factories

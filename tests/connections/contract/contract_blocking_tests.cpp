@@ -3,8 +3,8 @@
 
 #include "contract_blocking_tests.h"
 
-#include "contract_helpers.h"
 #include "contract_list_tests.h"
+#include "contract_session.h"
 
 #include <QMetaObject>
 #include <QTest>
@@ -18,27 +18,21 @@ namespace Velk {
 
 namespace {
 
-const QString watchedKey = QStringLiteral("Contract/Watched");
-const QString otherKey = QStringLiteral("Contract/Other");
-
-/// What an application holds when it makes a call: a link that delivers the watched key, and a writer.
-struct WatchedRobot
+/// What an application has when it makes a call: a link that delivers values of `data`, and a writer.
+struct WatchedRobot : ContractSession
 {
-    explicit WatchedRobot(ContractSubject& robot)
-        : subject(robot)
-        , link(robot.createLink())
-        , writer(robot.createWriter())
-    {}
-
-    bool connect()
+    explicit WatchedRobot(const ContractSubjectFactory& createSubject)
+        : ContractSession(createSubject)
+        , writer(subject->createWriter())
     {
-        subject.setData(watchedKey, 1);
-        subject.setData(otherKey, 1);
-        if (!connectLink(*link))
-            return false;
-        memory = link->memoryInterface();
-        log = std::make_unique<BatchLog>(*memory);
-        if (!startWatching(subject, *memory, *log, {watchedKey}))
+        subject->setData(data, 1);
+        subject->setData(otherData, 1);
+    }
+
+    /// Waits until values are delivered and the writer is connected.
+    bool start()
+    {
+        if (!startWatching({data}))
             return false;
         if (!writer)
             return true;
@@ -46,12 +40,8 @@ struct WatchedRobot
         return QTest::qWaitFor([this] { return writer->isConnected(); }, contractTimeoutMs);
     }
 
-    ContractSubject& subject;
     RealTimeAsker asker;
-    std::unique_ptr<RobotLink> link;
     std::unique_ptr<RobotWriter> writer;
-    boost::shared_ptr<MemoryInterface> memory;
-    std::unique_ptr<BatchLog> log;
 };
 
 using Step = std::function<void(WatchedRobot&)>;
@@ -69,10 +59,9 @@ QMap<QString, Call> linkCalls()
         {QStringLiteral("getDataList"), {[](WatchedRobot& robot) { robot.memory->getDataList(); }}},
         {QStringLiteral("getEventList"), {[](WatchedRobot& robot) { robot.memory->getEventList(); }}},
         {QStringLiteral("getMicroEventList"), {[](WatchedRobot& robot) { robot.memory->getMicroEventList(); }}},
-        {QStringLiteral("watchKey"), {[](WatchedRobot& robot) { robot.memory->watchKey(otherKey, 30); }}},
-        {QStringLiteral("watchKey, another period"),
-         {[](WatchedRobot& robot) { robot.memory->watchKey(watchedKey, 30); }}},
-        {QStringLiteral("unwatchKey"), {[](WatchedRobot& robot) { robot.memory->unwatchKey(watchedKey); }}},
+        {QStringLiteral("watchKey"), {[](WatchedRobot& robot) { robot.memory->watchKey(otherData, 30); }}},
+        {QStringLiteral("watchKey, another period"), {[](WatchedRobot& robot) { robot.memory->watchKey(data, 30); }}},
+        {QStringLiteral("unwatchKey"), {[](WatchedRobot& robot) { robot.memory->unwatchKey(data); }}},
         {QStringLiteral("unwatchAll"), {[](WatchedRobot& robot) { robot.memory->unwatchAll(); }}},
         {QStringLiteral("startWatcher"),
          {[](WatchedRobot& robot) { robot.memory->startWatcher(200, 20); },
@@ -99,14 +88,13 @@ QMap<QString, Call> writerCalls()
 {
     return {
         {QStringLiteral("writer declare"), {[](WatchedRobot& robot) {
-             robot.writer->declare({{watchedKey}, {}, {}});
+             robot.writer->declare({{data}, {}, {}});
          }}},
         {QStringLiteral("writer setRealTimeSupported"),
          {[](WatchedRobot& robot) { robot.writer->setRealTimeSupported(true); }}},
-        {QStringLiteral("writer put"), {[](WatchedRobot& robot) { robot.writer->put(watchedKey, 2); }}},
-        {QStringLiteral("writer raise"),
-         {[](WatchedRobot& robot) { robot.writer->raise(QStringLiteral("Contract/Event"), 2); }}},
-        {QStringLiteral("writer remove"), {[](WatchedRobot& robot) { robot.writer->remove({watchedKey}); }}},
+        {QStringLiteral("writer put"), {[](WatchedRobot& robot) { robot.writer->put(data, 2); }}},
+        {QStringLiteral("writer raise"), {[](WatchedRobot& robot) { robot.writer->raise(anEvent, 2); }}},
+        {QStringLiteral("writer remove"), {[](WatchedRobot& robot) { robot.writer->remove({data}); }}},
         {QStringLiteral("writer close"), {[](WatchedRobot& robot) { robot.writer->close(); }}},
         {QStringLiteral("writer open"),
          {[](WatchedRobot& robot) { robot.writer->open(); }, [](WatchedRobot& robot) { robot.writer->close(); }}},
@@ -154,14 +142,13 @@ void ContractBlockingTests::noCallWaitsOrRunsTheEventLoop()
 {
     QFETCH(QString, name);
     const Call call = linkCalls().contains(name) ? linkCalls().value(name) : writerCalls().value(name);
-    const auto subject = m_createSubject();
 
     // The robot's threads, which write into the same memory, can hold a call up for a moment: now and then, not each
     // time. Each attempt has a robot of its own, because the second of two equal calls often has nothing to do.
     bool hasWaited = true;
     for (int attempt = 0; attempt < 10 && hasWaited; ++attempt) {
-        WatchedRobot robot(*subject);
-        QVERIFY(robot.connect());
+        WatchedRobot robot(m_createSubject);
+        QVERIFY(robot.start());
         if (call.prepare)
             call.prepare(robot);
         bool hasEventLoopRun = false;

@@ -62,13 +62,12 @@ void BatchLog::add(const QMap<QString, QMap<double, QVariant>>& batch)
 bool startWatching(ContractSubject& subject, MemoryInterface& memory, const BatchLog& log, const QStringList& names,
                    int watchPeriod, int gatherPeriod, int samplingPeriod)
 {
-    const QString probe = QStringLiteral("Contract/Probe");
     subject.setData(probe, 1);
     for (const QString& name : names)
         memory.watchKey(name, watchPeriod);
     memory.watchKey(probe, watchPeriod);
     memory.startWatcher(gatherPeriod, samplingPeriod);
-    return QTest::qWaitFor([&log, &probe] { return log.sampleCount(probe) > 0; }, contractTimeoutMs);
+    return QTest::qWaitFor([&log] { return log.sampleCount(probe) > 0; }, contractTimeoutMs);
 }
 
 bool waitForSomeBatches(ContractSubject& subject)

@@ -58,7 +58,9 @@ private:
     QList<QThread*> m_threads;
 };
 
-/// Watches the names and a data key "Contract/Probe" with the period, starts the watcher, and waits until the probe's
+inline const QString probe = QStringLiteral("Contract/Probe");
+
+/// Watches the names and the data key `probe` with the period, starts the watcher, and waits until the probe's
 /// first value is delivered: what the robot writes from then on is watched for certain.
 bool startWatching(ContractSubject& subject, MemoryInterface& memory, const BatchLog& log, const QStringList& names,
                    int watchPeriod = 20, int gatherPeriod = 200, int samplingPeriod = 0);

@@ -3,7 +3,7 @@
 
 #include "contract_model_tests.h"
 
-#include "contract_helpers.h"
+#include "contract_session.h"
 
 #include <memorykeymodel/displayed_memory_key_list_model.h>
 #include <memorykeymodel/memory_key_list_model.h>
@@ -19,9 +19,6 @@ namespace Velk {
 
 namespace {
 
-const QString data = QStringLiteral("Contract/Data");
-const QString anEvent = QStringLiteral("Contract/Event");
-const QString aMicroEvent = QStringLiteral("Contract/MicroEvent");
 const QString unknown = QStringLiteral("Contract/Unknown");
 
 MemoryKey key(const QString& name)

@@ -20,7 +20,6 @@ inline const QString data = QStringLiteral("Contract/Data");
 inline const QString otherData = QStringLiteral("Contract/Other");
 inline const QString anEvent = QStringLiteral("Contract/Event");
 inline const QString aMicroEvent = QStringLiteral("Contract/MicroEvent");
-inline const QString probe = QStringLiteral("Contract/Probe");
 
 /// A subject with a connected link and its memory service.
 struct ContractSession

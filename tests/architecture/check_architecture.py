@@ -63,12 +63,14 @@ def folder_of(path, rows):
 
 
 class Tree:
-    """The product sources, what they include and link, by the folders of the table."""
+    """The product sources, what they include and link, by the folders of the table; and the sources of tests, examples and
+    benchmarks."""
 
     def __init__(self, project, rows):
         self.project = project
         self.rows = rows
-        self.sources = source_tree.sources(project)
+        self.all_sources = source_tree.sources(project)
+        self.sources = [source for source in self.all_sources if source_tree.is_product(source.path)]
         if not self.sources:
             raise CannotCheck(f"{project} has no source file")
         headers = source_tree.Headers(project)
@@ -173,7 +175,7 @@ def include_circles(tree):
 
 
 def long_files(tree):
-    for source in tree.sources:
+    for source in tree.all_sources:
         if source.lines > MOST_LINES:
             yield f"{source.path}: {source.lines} lines, more than {MOST_LINES}: give its second responsibility a file"
 

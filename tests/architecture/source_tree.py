@@ -62,16 +62,15 @@ def files(project, pattern):
 
 
 def sources(project):
-    """The C++ files of the products: everything but tests, examples, benchmarks and scripts."""
+    """The C++ files, those of tests, examples and benchmarks too."""
     result = []
     for path in files(project, "*.h") + files(project, "*.cpp"):
-        if is_product(path):
-            source = Source(path, (project / path).read_text(encoding="utf-8"))
-            for number, line in enumerate(strip_comments(source.text).splitlines(), 1):
-                include = INCLUDE.match(line)
-                if include:
-                    source.includes.append((number, include[1]))
-            result.append(source)
+        source = Source(path, (project / path).read_text(encoding="utf-8"))
+        for number, line in enumerate(strip_comments(source.text).splitlines(), 1):
+            include = INCLUDE.match(line)
+            if include:
+                source.includes.append((number, include[1]))
+        result.append(source)
     return result
 
 

@@ -151,6 +151,14 @@ class CheckArchitecture(unittest.TestCase):
         self.assert_only_fault(
             "memorykeymodel/src/rows.h: 401 lines, more than 400: give its second responsibility a file")
 
+    def test_the_limit_of_lines_holds_for_tests_examples_and_benchmarks(self):
+        for folder in ("tests/memorykeymodel", "examples/01_first", "benchmarks/core"):
+            with self.subTest(folder):
+                path = f"{folder}/long.cpp"
+                self.write(path, "\n" * 401)
+                self.assert_only_fault(f"{path}: 401 lines, more than 400: give its second responsibility a file")
+                (self.project / path).unlink()
+
     def test_only_the_core_and_the_session_receive_batches(self):
         for receiver in ("connect(memory.get(), &MemoryInterface::dataGathered,\n    this, &Tool::take);",
                          "connect(memory, SIGNAL(dataGathered(Batch)), SLOT(take(Batch)));"):

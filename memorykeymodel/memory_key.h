@@ -37,7 +37,7 @@ enum MemoryKeyNature : int
 class MEMORYKEYMODEL_EXPORT MemoryKey
 {
 public:
-    /// Stores the three values unchanged, 31 bits of the nature: the name is neither checked nor normalised.
+    /// The name is neither checked nor normalised. Of the nature, the low 31 bits are kept.
     MemoryKey(const QString& name, const QString& description, MemoryKeyNature nature);
     MemoryKey(const MemoryKey& other) = default;
     MemoryKey(MemoryKey&& other) noexcept = default;

@@ -18,13 +18,14 @@ class RobotMemory;
 
 /// The link to a robot that writes into a RobotMemory of this process.
 ///
-/// Data keys are sampled at the watcher's sampling period, or each at the period of its own watchKey() when that is 0.
-/// Events, micro-events and appended samples of data keys are not sampled: each that comes while the watcher runs and
-/// watches the key is delivered, once. One batch is delivered per gather period while the watcher runs, an empty one if
-/// there is nothing to deliver. Stopping the watcher discards what was collected since the last delivery.
+/// Data keys are sampled at the watcher's sampling period. If that period is 0, each key is sampled at the period of
+/// its watchKey(). Events, micro-events and appended samples of data keys are not sampled: one that comes while the
+/// watcher runs and its key is watched is delivered once. One batch is delivered per gather period while the watcher
+/// runs, an empty one if there is nothing to deliver. Stopping the watcher discards what was collected since the last
+/// delivery.
 ///
-/// Calls share the memory's mutex with the robot's threads, for one write or some hundred keys at a time. Closing does
-/// not wait for a feed that is writing; only the destructor does.
+/// A call can wait for a thread of the robot that writes one value. The link itself holds the memory's mutex for some
+/// hundred keys at most. Closing does not wait for a feed that is writing; only the destructor does.
 ///
 /// Losses: samples and occurrences that did not fit in the buffer of their key are dropped, the oldest first; sampling
 /// ticks that come due while the thread is busy or the process is stopped are missed.
@@ -45,11 +46,11 @@ public:
     std::shared_ptr<RobotMemory> memory() const { return m_feed->memory(); }
     RobotFeed& feed() const { return *m_feed; }
 
-    /// The feed's.
+    /// The URL of the feed.
     QString url() const override;
 
-    /// What the robot answers when it is asked for real-time sampling, from the next connection on; the feed's at
-    /// first.
+    /// Whether the robot supports real-time sampling; at first as the feed says. A change holds from the next
+    /// connection on.
     bool isRealTimeSupported() const { return m_isRealTimeSupported; }
     void setRealTimeSupported(bool isSupported) { m_isRealTimeSupported = isSupported; }
     /// How many samples or occurrences of one key are kept for one delivery, from the next connection on, at least 1;
@@ -74,7 +75,7 @@ private:
     const std::shared_ptr<RobotFeed> m_feed;
     bool m_isRealTimeSupported;
     int m_bufferCapacity = 4096;
-    int m_run = 0; // counts the runs of the robot: a slot may have ended the one whose reports are handled
+    int m_run = 0; // counts the runs of the robot: reports of a run that a slot has ended are dropped
     std::mutex m_reportMutex;
     std::vector<RobotFeed::Report> m_reports; // of this run, from any thread, until takeReports()
 };

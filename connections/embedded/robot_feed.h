@@ -42,17 +42,17 @@ public:
     /// The link was opened: starts the robot. Reports, then or later, inReach(), outOfReach() or failed(). Here:
     /// inReach(), unless outOfReach() was reported last.
     virtual void start();
-    /// The link was closed, or is destroyed; comes after start(). What the robot writes at the moment it may finish,
-    /// and then writes nothing more until start(). A start() may come before that.
+    /// The link was closed, or is destroyed; comes after start(). The robot may finish the write that it is in. Then it
+    /// writes nothing until the next start(), which may come before that write is finished.
     virtual void stop();
     /// The link is destroyed, after stop(): waits until the robot writes nothing more. False when that takes longer
     /// than `limit`. Here: true.
     virtual bool waitUntilStopped(std::chrono::milliseconds limit);
 
     // Reports, from any thread at any time. The link handles them in its event loop, in their order. If the robot goes
-    // out of reach and comes back before that, the link is lost and connected again, but not necessarily each time. It
-    // always follows the reach that was reported last. Without an open link nothing is handled; start(), as it is here,
-    // uses the reach that was reported last.
+    // out of reach and comes back before the link has handled it, once or several times, the link is lost once and
+    // connected once, unless failed() was called in between. The link always follows the reach that was reported last.
+    // Without an open link no report is handled. start(), as it is here, uses the reach that was reported last.
 
     /// The robot writes, and its keys are declared: the link connects.
     void inReach();

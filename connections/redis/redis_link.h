@@ -20,11 +20,11 @@ class RedisUrl;
 /// The link to a robot whose memory is kept on a Redis server, by a group of servers under sentinels, or in a cluster
 /// (docs/redis-robot-memory.md says how).
 ///
-/// Data keys are sampled at the watcher's sampling period, or each at the period of its own watchKey() when that is 0;
-/// events, and data keys that are streams, are read on from where they were, across a reconnection too. Time stamps are
-/// seconds since the epoch, by the producer's clock or else by the server's, strictly ascending for each key. One batch
-/// is delivered per gather period while the watcher runs, an empty one if there is nothing to deliver; when the
-/// connection is lost, what was gathered is delivered first. Stopping the watcher discards it.
+/// Data keys are sampled at the watcher's sampling period. If that period is 0, each key is sampled at the period of
+/// its watchKey(). Events, and data keys that are streams, are read on from where they were, across a reconnection too.
+/// Time stamps are seconds since the Unix epoch, by the producer's clock or else by the server's, strictly ascending
+/// for each key. One batch is delivered per gather period while the watcher runs, an empty one if there is nothing to
+/// deliver. When the connection is lost, what was gathered is delivered first. Stopping the watcher discards it.
 ///
 /// The connection counts as established when the server has answered a PING after the authentication, and as lost on
 /// an error of the socket or when one of the link's own PINGs is not answered within the pong-timeout of the

@@ -26,7 +26,7 @@ struct Sample
     QVariant value;
 };
 
-// Links stamp their samples with seconds since the epoch.
+// Links stamp their samples with seconds since the Unix epoch.
 QString clockTime(double time)
 {
     return QDateTime::fromMSecsSinceEpoch(qint64(std::floor(time * 1000.0))).toString(QStringLiteral("hh:mm:ss.zzz"));

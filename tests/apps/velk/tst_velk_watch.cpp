@@ -65,7 +65,7 @@ void TestVelkWatch::valuesComeLineByLine()
     velk.sendSignal(SIGINT);
     QCOMPARE(velk.end(), 0);
 
-    // One time stamp, in seconds since the epoch, for what is sampled at once; in the order of the arguments.
+    // One time stamp, in seconds since the Unix epoch, for what is sampled at once; in the order of the arguments.
     const QRegularExpression twoLines(
         QStringLiteral("^(\\d{10,}\\.\\d{6})\tSpeech/Text\tsay \"a;b\"\\\\u000aand \\\\u001b\\[31mred\n"
                        "\\1\tArm/Elbow/Position\t1\\.5\n"));

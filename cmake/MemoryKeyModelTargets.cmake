@@ -66,11 +66,12 @@ endfunction()
 
 # A test program tst_<name> from tst_<name>.cpp and the given further sources, run by ctest under the name
 # <folder>/<name>. Tests run without a display, and with the variables that
-# MEMORYKEYMODEL_TEST_ENVIRONMENT lists.
+# MEMORYKEYMODEL_TEST_ENVIRONMENT lists. With EXAMPLE_OF the test can include "<header's stem>_example.inc", which is the
+# example in the comments of that header.
 #
-#   memorykeymodel_add_test(<name> [SOURCES <further source>...] LINK <target>...)
+#   memorykeymodel_add_test(<name> [SOURCES <further source>...] [EXAMPLE_OF <header>] LINK <target>...)
 function(memorykeymodel_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXAMPLE_OF" "SOURCES;LINK")
     if(arg_UNPARSED_ARGUMENTS OR arg_KEYWORDS_MISSING_VALUES)
         message(FATAL_ERROR "memorykeymodel_add_test(${name}): unknown or empty: ${arg_UNPARSED_ARGUMENTS} ${arg_KEYWORDS_MISSING_VALUES}")
     endif()
@@ -79,6 +80,21 @@ function(memorykeymodel_add_test name)
     memorykeymodel_configure_target(tst_${name})
     target_include_directories(tst_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(tst_${name} PRIVATE ${arg_LINK} ${QT}::Test)
+    if(arg_EXAMPLE_OF)
+        set(header "${PROJECT_SOURCE_DIR}/${arg_EXAMPLE_OF}")
+        set(script "${PROJECT_SOURCE_DIR}/tests/support/header_example.py")
+        cmake_path(GET header STEM stem)
+        set(example "${CMAKE_CURRENT_BINARY_DIR}/${stem}_example.inc")
+        add_custom_command(OUTPUT "${example}"
+            COMMAND ${MEMORYKEYMODEL_TEST_PYTHON} "${script}" "${header}" "${example}"
+            DEPENDS "${header}" "${script}"
+            VERBATIM)
+        # A target, and not a source of the test: moc reads it, and would wait for itself.
+        add_custom_target(tst_${name}_example DEPENDS "${example}")
+        set_property(TARGET tst_${name} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS tst_${name}_example)
+        add_dependencies(tst_${name} tst_${name}_example)
+        target_include_directories(tst_${name} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+    endif()
     if(TARGET tst_precompiled_qt)
         target_precompile_headers(tst_${name} REUSE_FROM tst_precompiled_qt)
     endif()

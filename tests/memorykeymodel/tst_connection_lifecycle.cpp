@@ -252,11 +252,9 @@ void TestConnectionLifecycle::keysAreKeptThatAreAddedWhenTheSetIsRebuilt()
     DisplayedMemoryKeyListModel& model = robot.model;
     const QSet<MemoryKey> keys = keySet({"Arm"});
 
-    // As the comment of the class shows it.
-    QObject::connect(&model, &DisplayedMemoryKeyListModel::keysUpdated, &model, [&] {
-        if (model.keys().isEmpty()) // nothing was displayed before the connection
-            model.addKeys(keys);
-    });
+    // The example in the comment of the class.
+#include "displayed_memory_key_list_model_example.inc"
+
     robot.connection.establish();
     robot.connection.memory->finishLists({"Arm"});
 

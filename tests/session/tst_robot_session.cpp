@@ -17,6 +17,8 @@ class TestRobotSession : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void theExampleOfTheClassCommentWatchesAKey();
+
     // Failures
     void aFailureOfTheLinkIsReported();
     void aLinkThatGivesUpIsReportedAndLeavesEverythingForTheNextOpening_data();
@@ -31,6 +33,24 @@ private Q_SLOTS:
     void aSessionThatListsWatchesNothing();
     void aSessionThatListsAsksWhetherTheRobotIsFastOnDemand();
 };
+
+void TestRobotSession::theExampleOfTheClassCommentWatchesAKey()
+{
+    auto link = std::make_unique<FakeRobotLink>();
+    FakeRobotLink* const robot = link.get();
+
+#include "robot_session_example.inc"
+
+    QCOMPARE(robot->state(), RobotLink::Connecting);
+    robot->establish();
+    for (int fetch = 0; fetch < robot->memory->fetchCount(); ++fetch)
+        robot->memory->finishLists({"Arm/Position"}, {}, {}, fetch);
+    robot->answerRealTimeSupported(true);
+    QTRY_VERIFY(session.isReady());
+    QCOMPARE(text(session.displayedKeys()->keys()), QStringLiteral("Arm/Position DATA"));
+    QCOMPARE(session.grantedPeriod(), 100);
+    QVERIFY(session.isWatcherRunning());
+}
 
 void TestRobotSession::aFailureOfTheLinkIsReported()
 {

@@ -7,6 +7,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTime>
 
 #include <atomic>
 #include <memory>
@@ -77,6 +78,7 @@ private Q_SLOTS:
     void aLoopFeedWritesUntilTheLinkIsClosed();
     void whatAStoppedRunReportsHasNoEffect();
     void aStepThatHangsIsLeftBehind();
+    void theExampleOfTheClassCommentWritesWhileItsLinkIsOpen();
 };
 
 void TestLoopFeed::aLoopFeedWritesUntilTheLinkIsClosed()
@@ -134,6 +136,16 @@ void TestLoopFeed::aStepThatHangsIsLeftBehind()
     QVERIFY(!hasEnded.load());
     hanging->isReleased = true;
     QTRY_VERIFY_WITH_TIMEOUT(hasEnded.load(), timeoutMs);
+}
+
+void TestLoopFeed::theExampleOfTheClassCommentWritesWhileItsLinkIsOpen()
+{
+#include "loop_feed_example.inc"
+
+    link.open();
+
+    QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), timeoutMs);
+    QVERIFY(link.memory()->newest("Clock/Second"));
 }
 
 QTEST_GUILESS_MAIN(TestLoopFeed)

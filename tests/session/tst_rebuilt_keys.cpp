@@ -120,7 +120,7 @@ private Q_SLOTS:
     {
         Receiver f;
         QObject::connect(f.keys, &DisplayedMemoryKeyListModel::keysUpdated, f.keys,
-                         [&f] { f.keys->addKeys(keySet({"A"})); });
+                         [keys = f.keys] { keys->addKeys(keySet({"A"})); });
         f.connectSlots();
         f.reconnect();
         f.keys->addKeys(keySet({"Too early"}));

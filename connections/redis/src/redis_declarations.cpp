@@ -20,10 +20,8 @@ void addNames(QList<QByteArrayList>* commands, const QByteArrayList& command, co
 
 } // namespace
 
-RedisDeclarations::RedisDeclarations(const RedisLayout& layout,
-                                     const std::function<bool(const QString& name)>& isWritten)
+RedisDeclarations::RedisDeclarations(const RedisLayout& layout)
     : m_layout(layout)
-    , m_isWritten(isWritten)
 {
     m_pauseTimer.setSingleShot(true);
     m_pauseTimer.setInterval(pauseMs);
@@ -70,58 +68,58 @@ void RedisDeclarations::repeatAll()
 {
     m_listed = {};
     m_isRealTimeWritten = false;
+    m_pauseTimer.stop();
 }
 
 void RedisDeclarations::clear()
 {
+    repeatAll();
     m_declared.clear();
     m_removed = {};
+    m_lastRemoved = {};
     m_isRealTime.reset();
-    m_pauseTimer.stop();
-}
-
-void RedisDeclarations::keepWritten(const QString& name)
-{
-    if (!isPausing())
-        return;
-    for (QSet<QString>& removed : m_removed)
-        removed.remove(name);
 }
 
 RedisWrite RedisDeclarations::write()
 {
     RedisWrite write;
-    const NamesByKind removed = addRemovals(&write);
+    addRemovals(&write);
     const NamesByKind listed = addDeclared(&write);
     if (m_isRealTime && !std::exchange(m_isRealTimeWritten, true))
         write.commands.append({"HSET", m_layout.metadata(), "realtime", *m_isRealTime ? "1" : "0"});
-    write.undone = [this, removed, listed] { undo(removed, listed); };
+    write.refused = [this, listed] { onRefused(listed); };
+    // What was written after the removals is written again after them, or counted as lost.
+    write.unanswered = [this, removed = m_lastRemoved] { removeAgain(removed); };
     return write;
 }
 
-void RedisDeclarations::undo(const NamesByKind& removed, const NamesByKind& listed)
+void RedisDeclarations::onRefused(const NamesByKind& listed)
 {
-    for (const KeyKind kind : keyKinds) {
-        const std::size_t index = std::size_t(kind);
-        m_listed[index].subtract(listed[index]);
-        for (const QString& name : removed[index]) {
-            const auto declared = m_declared.constFind(name);
-            const bool isDeclared = declared != m_declared.cend() && *declared == kind;
-            if (!isDeclared && !(kind == KeyKind::Data && m_isWritten(name)))
-                m_removed[index].insert(name);
-        }
-    }
+    for (const KeyKind kind : keyKinds)
+        m_listed[std::size_t(kind)].subtract(listed[std::size_t(kind)]);
+    removeAgain(m_lastRemoved);
     m_isRealTimeWritten = false;
     m_pauseTimer.start();
 }
 
-RedisDeclarations::NamesByKind RedisDeclarations::addRemovals(RedisWrite* write)
+void RedisDeclarations::removeAgain(const NamesByKind& names)
 {
-    NamesByKind allRemoved = std::exchange(m_removed, {});
+    for (const KeyKind kind : keyKinds) {
+        for (const QString& name : names[std::size_t(kind)]) {
+            const auto declared = m_declared.constFind(name);
+            if (declared == m_declared.cend() || *declared != kind)
+                m_removed[std::size_t(kind)].insert(name);
+        }
+    }
+}
+
+void RedisDeclarations::addRemovals(RedisWrite* write)
+{
+    m_lastRemoved = std::exchange(m_removed, {});
     for (const KeyKind kind : keyKinds) {
         QByteArrayList names;
         QByteArrayList keys;
-        for (const QString& name : std::as_const(allRemoved[std::size_t(kind)])) {
+        for (const QString& name : std::as_const(m_lastRemoved[std::size_t(kind)])) {
             names.append(name.toUtf8());
             keys.append(m_layout.key(kind, name.toUtf8()));
             m_listed[std::size_t(kind)].remove(name);
@@ -129,7 +127,6 @@ RedisDeclarations::NamesByKind RedisDeclarations::addRemovals(RedisWrite* write)
         addNames(&write->commands, {"SREM", m_layout.index(kind)}, names);
         addNames(&write->commands, {"DEL"}, keys);
     }
-    return allRemoved;
 }
 
 RedisDeclarations::NamesByKind RedisDeclarations::addDeclared(RedisWrite* write)
@@ -151,12 +148,14 @@ RedisDeclarations::NamesByKind RedisDeclarations::addDeclared(RedisWrite* write)
 
 void RedisDeclarations::addListing(RedisWrite* write, KeyKind kind, const QString& name)
 {
+    m_removed[std::size_t(kind)].remove(name);
+    m_lastRemoved[std::size_t(kind)].remove(name);
     QSet<QString>& listed = m_listed[std::size_t(kind)];
     if (listed.contains(name))
         return;
     listed.insert(name);
     write->commands.append({"SADD", m_layout.index(kind), name.toUtf8()});
-    write->undone = [this, kind, name] { m_listed[std::size_t(kind)].remove(name); };
+    write->refused = [this, kind, name] { m_listed[std::size_t(kind)].remove(name); };
 }
 
 } // namespace Velk

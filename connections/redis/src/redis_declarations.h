@@ -16,22 +16,19 @@
 #include <QTimer>
 
 #include <array>
-#include <functional>
 #include <optional>
 
 namespace Velk {
 
 /// The names that a writer lists as keys of a robot, those that it removes, and the robot's metadata: what the server
 /// has of them, and what is still to be written. What the server refused is written again after a pause, or with the
-/// next write of the key.
+/// next write of the key; what it did not answer, with the next connection.
 class RedisDeclarations : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `isWritten` returns whether the data key of this name has a value that a connection writes. A refused removal of
-    /// such a key is not repeated: it would remove the value.
-    RedisDeclarations(const RedisLayout& layout, const std::function<bool(const QString& name)>& isWritten);
+    explicit RedisDeclarations(const RedisLayout& layout);
 
     /// Names that the former call declared and this one does not declare in the same way.
     struct Changes
@@ -47,20 +44,22 @@ public:
     /// The kind with which the name was declared; Data when it was not.
     KeyKind kindOf(const QString& name) const { return m_declared.value(name); }
 
-    /// The connection was replaced: the server may have come back empty, or be another one.
+    /// The connection was replaced: the server may have come back empty, or be another one. It has refused nothing yet.
     void repeatAll();
     /// Forgets everything.
     void clear();
 
-    /// A value or an occurrence of this name follows a refused removal, which is not repeated then.
-    void keepWritten(const QString& name);
-    /// Whether the server has refused something a moment ago. due() is emitted when the pause is over.
+    /// Whether the server has refused something a moment ago, on this connection. due() is emitted when the pause is
+    /// over.
     bool isPausing() const { return m_pauseTimer.isActive(); }
     /// The data keys that the next write() removes.
     const QSet<QString>& removedData() const { return m_removed[std::size_t(KeyKind::Data)]; }
-    /// The declarations and removals since the last write; without commands if there are none. Not during the pause.
+    /// The declarations and removals since the last write; without commands if there are none. Neither during the
+    /// pause, nor before the former write is answered.
     RedisWrite write();
-    /// Lists the name with its first write on a connection: no viewer sees one without the other.
+    /// For a value or an occurrence, which is written after removals of its key: lists the name with the first one on a
+    /// connection, so that no viewer sees one without the other. A refused removal of the key is not repeated, because
+    /// it would remove what was written.
     void addListing(RedisWrite* write, KeyKind kind, const QString& name);
 
 Q_SIGNALS:
@@ -70,16 +69,17 @@ Q_SIGNALS:
 private:
     using NamesByKind = std::array<QSet<QString>, keyKinds.size()>;
 
-    NamesByKind addRemovals(RedisWrite* write);
+    void addRemovals(RedisWrite* write);
     NamesByKind addDeclared(RedisWrite* write);
-    void undo(const NamesByKind& removed, const NamesByKind& listed);
+    void onRefused(const NamesByKind& listed);
+    void removeAgain(const NamesByKind& names);
 
     RedisLayout m_layout;
-    std::function<bool(const QString& name)> m_isWritten;
     QTimer m_pauseTimer;
     QHash<QString, KeyKind> m_declared;
-    NamesByKind m_removed; // to be removed from the server
-    NamesByKind m_listed;  // during this connection
+    NamesByKind m_removed;     // to be removed from the server
+    NamesByKind m_lastRemoved; // by the last write(), except for keys that were written since
+    NamesByKind m_listed;      // during this connection
     std::optional<bool> m_isRealTime;
     bool m_isRealTimeWritten = false; // during this connection
 };

@@ -167,8 +167,8 @@ bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText
     }
     if (write.content != RedisWrite::Declaration)
         ++m_losses->refused;
-    if (write.undone)
-        write.undone();
+    if (write.refused)
+        write.refused();
     const RedisError error = RedisError::of(errorText);
     const QString message = error.message(m_session->server());
     if (write.done)
@@ -199,8 +199,6 @@ void RedisTransactions::onInterrupted()
     m_outstandingBytes = 0;
     for (const std::vector<RedisWrite>& writes : std::exchange(m_transactions, {})) {
         for (const RedisWrite& write : writes) {
-            if (write.undone)
-                write.undone();
             if (write.unanswered)
                 write.unanswered();
         }

@@ -30,8 +30,8 @@ struct RedisWrite
     Content content = Declaration;
     QList<QByteArrayList> commands;
     std::function<void(const QString& error)> done;
-    std::function<void()> undone;     ///< called when the write was refused, or not answered, before `done`
-    std::function<void()> unanswered; ///< called after it when the write was not answered
+    std::function<void()> refused;    ///< called when the server refused the write, before `done`
+    std::function<void()> unanswered; ///< called when the connection was lost before the server answered
 
     qint64 bytes() const;
 };

@@ -21,7 +21,7 @@ RedisWriteQueue::RedisWriteQueue(RedisSession* session, const RedisLayout& layou
     , m_layout(layout)
     , m_transactions(session, &m_losses)
     , m_typeInquiry(session)
-    , m_declarations(layout, [this](const QString& name) { return m_newestValues.contains(name); })
+    , m_declarations(layout)
 {
     m_flushTimer.setSingleShot(true);
     connect(&m_flushTimer, &QTimer::timeout, this, &RedisWriteQueue::flush);
@@ -130,7 +130,6 @@ void RedisWriteQueue::add(const Waiting& write)
         refuse(write, tr("The server does not keep up with what is written."), &m_losses.dropped);
         return;
     }
-    m_declarations.keepWritten(write.name);
     m_waitingBytes += write.bytes.size();
     m_waiting.push_back(write);
     scheduleFlush();

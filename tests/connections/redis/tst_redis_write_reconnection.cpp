@@ -31,6 +31,74 @@ private Q_SLOTS:
         QCOMPARE(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("0"));
     }
 
+    void aValueThatIsPutAfterAnUnansweredRemovalStays_data()
+    {
+        QTest::addColumn<bool>("isDeclaration");
+        QTest::addColumn<bool>("isPutAtLoss");
+        QTest::newRow("removed, put without a connection") << false << false;
+        QTest::newRow("removed, put when the loss is reported") << false << true;
+        QTest::newRow("declared no longer, put without a connection") << true << false;
+        QTest::newRow("declared no longer, put when the loss is reported") << true << true;
+    }
+    void aValueThatIsPutAfterAnUnansweredRemovalStays()
+    {
+        QFETCH(bool, isDeclaration);
+        QFETCH(bool, isPutAtLoss);
+        FaultProxy proxy(m_robot->server().port());
+        m_writer = writerFor(proxy.url());
+        QVERIFY(connectWriter(*m_writer));
+        m_writer->declare({{"Angle", "Goes", "Stays"}, {}, {}});
+        m_writer->put("Angle", 1);
+        m_writer->put("Goes", 1);
+        QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+        QSignalSpy lost(m_writer.get(), &RobotWriter::connectionLost);
+        if (isPutAtLoss)
+            connect(m_writer.get(), &RobotWriter::connectionLost, &proxy, [this] { m_writer->put("Angle", 2); });
+
+        proxy.setSwallowing(true);
+        if (isDeclaration)
+            m_writer->declare({{"Stays"}, {}, {}});
+        else
+            m_writer->remove({"Angle", "Goes"});
+        QCoreApplication::processEvents(); // the removal is sent, and goes nowhere
+        proxy.setSwallowing(false);
+        proxy.closeAll();
+        QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, patienceMs);
+        if (!isPutAtLoss)
+            m_writer->put("Angle", 2);
+
+        // Both keys are removed at the same time: when that is done, the value is not removed any more.
+        QTRY_COMPARE_WITH_TIMEOUT(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("0"), patienceMs);
+        QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+        QCOMPARE(command({"GET", "mem:{arm1}:v:Angle"}), QByteArray("2"));
+        QCOMPARE(members("data"), (QByteArrayList{"Angle", "Stays"}));
+        QCOMPARE(m_writer->lostCount(), qint64(0));
+    }
+
+    void whatWasNotAnsweredIsDeclaredWithTheFirstValuesOfTheNextConnection()
+    {
+        FaultProxy proxy(m_robot->server().port());
+        m_writer = writerFor(proxy.url());
+        QVERIFY(connectWriter(*m_writer));
+        m_writer->put("Goes", 1);
+        QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+        QSignalSpy lost(m_writer.get(), &RobotWriter::connectionLost);
+
+        proxy.setSwallowing(true);
+        m_writer->declare({{"Angle"}, {"Bumper"}, {}});
+        m_writer->remove({"Goes"});
+        QCoreApplication::processEvents(); // sent, and gone
+        proxy.setSwallowing(false);
+        proxy.closeAll();
+        QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, patienceMs);
+        m_writer->put("Angle", 2);
+        QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+
+        QCOMPARE(members("data"), QByteArrayList{"Angle"});
+        QCOMPARE(members("event"), QByteArrayList{"Bumper"});
+        QCOMPARE(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("0"));
+    }
+
     void occurrencesWithoutAnAnswerAreCountedAtALoss()
     {
         FaultProxy proxy(m_robot->server().port());

@@ -13,6 +13,16 @@
 
 namespace Velk {
 
+namespace {
+
+// The number that the plural of a text follows: Qt takes an int.
+int pluralNumber(qint64 count)
+{
+    return int(qMin<qint64>(count, std::numeric_limits<int>::max()));
+}
+
+} // namespace
+
 RecordingControl::RecordingControl(QObject* parent)
     : QObject(parent)
     , m_saver(std::make_unique<RecordFileSaver>(nullptr))
@@ -58,9 +68,8 @@ qint64 RecordingControl::elapsedMs() const
 QString RecordingControl::text() const
 {
     const QString duration = ConnectionStatus::durationText(elapsedMs() / 1000);
-    // Counts are grouped as the locale does; the plural is that of the number itself.
-    const int count = int(qMin<qint64>(rows(), std::numeric_limits<int>::max()));
-    const QString rowsText = tr("%L1 row(s)", nullptr, count).arg(rows());
+    // The locale groups the digits; the plural follows the number.
+    const QString rowsText = tr("%L1 row(s)", nullptr, pluralNumber(rows())).arg(rows());
     switch (state()) {
     case Idle:
         return tr("Not recording");
@@ -106,7 +115,8 @@ void RecordingControl::onRecording(bool isRecording)
 void RecordingControl::take()
 {
     m_saver = std::make_unique<RecordFileSaver>(m_displayedKeys->takeRecordFile());
-    const QString rowsText = tr("%n row(s) were recorded.", nullptr, int(m_saver->rows()));
+    const QString rowsText =
+        tr("%L1 row(s) were recorded.", nullptr, pluralNumber(m_saver->rows())).arg(m_saver->rows());
     if (m_saver->isIncomplete())
         emit message(tr("Recording incomplete"),
                      tr("Not all values could be written to %1: %2\nSave what there is, and make room on that disk.")

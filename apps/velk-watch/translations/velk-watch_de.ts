@@ -695,10 +695,10 @@ Zeigt den Speicher eines Roboters: seine Schlüssel, ihre Werte, wie sie sich ä
         <translation>Nicht gespeichert: %1, %2</translation>
     </message>
     <message numerus="yes">
-        <source>%n row(s) were recorded.</source>
+        <source>%L1 row(s) were recorded.</source>
         <translation>
-            <numerusform>%n Zeile wurde aufgezeichnet.</numerusform>
-            <numerusform>%n Zeilen wurden aufgezeichnet.</numerusform>
+            <numerusform>%L1 Zeile wurde aufgezeichnet.</numerusform>
+            <numerusform>%L1 Zeilen wurden aufgezeichnet.</numerusform>
         </translation>
     </message>
     <message>

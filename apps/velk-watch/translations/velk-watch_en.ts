@@ -31,10 +31,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n row(s) were recorded.</source>
+        <source>%L1 row(s) were recorded.</source>
         <translation>
-            <numerusform>%n row was recorded.</numerusform>
-            <numerusform>%n rows were recorded.</numerusform>
+            <numerusform>%L1 row was recorded.</numerusform>
+            <numerusform>%L1 rows were recorded.</numerusform>
         </translation>
     </message>
 </context>

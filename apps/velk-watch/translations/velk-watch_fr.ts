@@ -695,10 +695,10 @@ Montre la mémoire d’un robot : ses clés, leurs valeurs au fil des changement
         <translation>Non sauvegardé : %1, %2</translation>
     </message>
     <message numerus="yes">
-        <source>%n row(s) were recorded.</source>
+        <source>%L1 row(s) were recorded.</source>
         <translation>
-            <numerusform>%n ligne a été enregistrée.</numerusform>
-            <numerusform>%n lignes ont été enregistrées.</numerusform>
+            <numerusform>%L1 ligne a été enregistrée.</numerusform>
+            <numerusform>%L1 lignes ont été enregistrées.</numerusform>
         </translation>
     </message>
     <message>

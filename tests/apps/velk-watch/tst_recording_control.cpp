@@ -9,6 +9,8 @@
 #include <session/robot_session.h>
 
 #include <QFile>
+#include <QLocale>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -192,6 +194,24 @@ private Q_SLOTS:
 
         f.control.stop();
         QVERIFY2(f.control.text().startsWith(QStringLiteral("Not saved: ")), qPrintable(f.control.text()));
+    }
+
+    void theDigitsOfRowsAreGroupedAsTheLocaleDoes()
+    {
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+        const auto restored = qScopeGuard([] { QLocale::setDefault(QLocale::c()); });
+        Fixture f;
+        QMap<double, QVariant> samples;
+        for (int number = 0; number < 1234; ++number)
+            samples.insert(number, number);
+        f.control.start();
+        f.link->memory->deliver({{QStringLiteral("A"), samples}});
+        QVERIFY2(f.control.text().endsWith(QStringLiteral(", 1,234 row(s)")), qPrintable(f.control.text()));
+
+        f.link->lose();
+
+        const QString message = f.message.value(0).value(1).toString();
+        QVERIFY2(message.contains(QStringLiteral(" 1,234 row(s) were recorded.")), qPrintable(message));
     }
 
     void withoutASessionNothingHappens()

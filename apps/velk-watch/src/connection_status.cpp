@@ -17,7 +17,7 @@ void ConnectionStatus::setState(RobotLink::State state, const QDateTime& since)
 
 QString ConnectionStatus::text(const QDateTime& now) const
 {
-    // No robot was opened yet, so there is no time since when.
+    // No robot was opened yet: there is no duration.
     if (!m_since.isValid())
         return tr("Disconnected");
     const QString duration = durationText(m_since.secsTo(now));

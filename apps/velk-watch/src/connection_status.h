@@ -18,7 +18,7 @@ class ConnectionStatus
     Q_DECLARE_TR_FUNCTIONS(Velk::ConnectionStatus)
 
 public:
-    /// Takes a state that changed at `since`. The same state again keeps its time.
+    /// Takes the state that holds since `since`. The same state again keeps its first time.
     void setState(RobotLink::State state, const QDateTime& since);
     RobotLink::State state() const { return m_state; }
     /// The sentence at the time `now`.

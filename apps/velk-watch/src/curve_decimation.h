@@ -27,8 +27,8 @@ bool isGap(const CurvePoint& point);
 CurvePoint gapAt(double time);
 
 /// The points to draw of a curve on `columns` pixel columns from the time `from` to the time `to`: the lowest and the
-/// highest value of each column, so that no peak is lost, and the gaps. Several gaps within a column become one. The
-/// points before and after a gap are never joined.
+/// highest value of each column, so that no peak is lost, and gaps. Of the gaps in one column at most two
+/// are kept: the first, and one behind the last point. The curve is drawn across the others.
 ///
 /// `points` ascend in time. The neighbours on both sides of the range are kept, so that the curve reaches both edges.
 /// Returns at most pointsPerColumn points for each column, and two neighbours. Returns all points of the range when

@@ -96,6 +96,8 @@ PlotView* MainWindow::plot() const
     return m_plotPanel->plot();
 }
 
+// Building
+
 void MainWindow::createBars()
 {
     m_robotBar = new RobotBar(this);

@@ -8,8 +8,9 @@
 
 namespace Velk {
 
-/// Qt's Fusion style with outlines that are visible on dark colours: Fusion darkens the window's colour for them, this
-/// style mixes it with the text's colour. A button that is switched on is filled with the highlight colour.
+/// Qt's Fusion style with outlines that are visible on dark colours. Fusion draws outlines darker than the window; on a
+/// dark window this style draws them between the colours of window and text. A tool button that is switched on is
+/// filled with a part of the highlight colour.
 class ThemeStyle : public QProxyStyle
 {
     Q_OBJECT

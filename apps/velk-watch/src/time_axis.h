@@ -13,9 +13,9 @@ namespace Velk {
 class TimeAxis
 {
 public:
-    static constexpr double minSpan = 0.02;    ///< seconds
-    static constexpr double maxSpan = 86400.0; ///< seconds
-    static constexpr double initialSpan = 30.0;
+    static constexpr double minSpan = 0.02;     ///< seconds
+    static constexpr double maxSpan = 86400.0;  ///< seconds
+    static constexpr double initialSpan = 30.0; ///< seconds
 
     /// Takes the newest time stamp. It may go back: the clock of a restarted robot may start again.
     void setNewest(double time);
@@ -40,7 +40,8 @@ public:
     /// Multiplies the span, within the limits. If the axis follows, the right edge stays; otherwise the time `around`,
     /// in seconds relative to now(), stays where it is.
     void zoom(double factor, double around);
-    /// Moves the axis by seconds, to the past when negative but not beyond now, and freezes it.
+    /// Moves the axis by seconds, to the past when negative, and freezes it. Nothing for 0. The right edge stays
+    /// between now and one day before.
     void pan(double seconds);
     /// Follows again, with the initial span.
     void reset();

@@ -9,6 +9,8 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 
+#include <memory>
+
 // A resource of a static library has to be initialised; the macro works outside of a namespace only.
 static void initTranslations()
 {
@@ -33,7 +35,7 @@ void installTranslations(QCoreApplication* application, const QLocale& locale)
         itemModels->setParent(application);
         QCoreApplication::installTranslator(itemModels.release());
     }
-    // The English file has the plurals only. The translator that is installed last comes first.
+    // The English file has the plurals only. The translator that is installed last is asked first.
     install(QLocale(QLocale::English), QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));
     install(locale, QStringLiteral("velk-watch"), QStringLiteral(":/i18n"));
 }

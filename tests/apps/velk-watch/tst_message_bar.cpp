@@ -28,7 +28,7 @@ class TestMessageBar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void itIsHiddenUntilThereIsAMessage()
+    void theBarIsHiddenUntilThereIsAMessage()
     {
         QWidget window;
         MessageBar bar(&window);
@@ -69,7 +69,7 @@ private Q_SLOTS:
         QCOMPARE(bar.count(), 2);
     }
 
-    void theLastDismissalHidesIt()
+    void theLastDismissalHidesTheBar()
     {
         MessageBar bar;
         bar.show();

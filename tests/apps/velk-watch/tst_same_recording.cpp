@@ -20,6 +20,8 @@
 
 #include <boost/make_shared.hpp>
 
+#include <vector>
+
 using namespace Velk;
 
 namespace {
@@ -29,7 +31,7 @@ using Batch = QMap<QString, QMap<double, QVariant>>;
 const QStringList names{QStringLiteral("Arm/Elbow/Position"), QStringLiteral("Battery/State"),
                         QStringLiteral("Bumper \"front\"")};
 
-// The first batch comes when the watcher starts: the newest values of a recording that starts later.
+// The first batch comes before the recording: it becomes the row of newest values.
 QList<Batch> playback()
 {
     QList<Batch> batches{{{names.at(0), {{100.0, 1}}}, {names.at(1), {{100.0, QStringLiteral("full; \"ok\"")}}}}};

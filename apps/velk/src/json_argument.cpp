@@ -36,8 +36,8 @@ bool isExact(const QString& number)
            significantDigits(QString::number(value, 'e', QLocale::FloatingPointShortest)) == significantDigits(number);
 }
 
-// The text with 1 in place of each number that no value can hold; *first becomes the first of these numbers. Each byte
-// is one character of the text.
+// The text with null in place of each number that no value can hold; *first becomes the first of these numbers. A digit
+// in its place could begin a number: "1e400e5" is not JSON. Each byte is one character of the text.
 QString withoutInexactNumbers(const QString& json, QString* first)
 {
     static const QRegularExpression token(
@@ -51,7 +51,7 @@ QString withoutInexactNumbers(const QString& json, QString* first)
             continue;
         if (first->isEmpty())
             *first = text;
-        result += json.mid(end, int(found.capturedStart()) - end) + QLatin1Char('1');
+        result += json.mid(end, int(found.capturedStart()) - end) + QLatin1String("null");
         end = int(found.capturedEnd());
     }
     return result + json.mid(end);

@@ -96,6 +96,9 @@ void TestJsonArgument::refusesWhatIsNotJson_data()
     QTest::newRow("words with a long number") << QByteArray("serial 12345678901234567890");
     QTest::newRow("leading zero of a long number") << QByteArray("012345678901234567890");
     QTest::newRow("leading zero of a large number") << QByteArray("01e400");
+    QTest::newRow("two exponents behind a large number") << QByteArray("-1e400e5");
+    QTest::newRow("point behind a large number") << QByteArray("[1e400.5]");
+    QTest::newRow("large number as a name") << QByteArray("{1e400: 1}");
     QTest::newRow("not UTF-8") << QByteArray("\"caf\xe9\"");
     QTest::newRow("closed list") << QByteArray("1], [2");
 }

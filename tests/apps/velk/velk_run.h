@@ -24,14 +24,14 @@ public:
     explicit VelkRun(const QString& program = testVelkProgram);
     ~VelkRun();
 
-    /// Before start(). Blocks of 512 bytes, as the shell counts them: what a full disk is to a writer.
+    /// Acts as a full disk for files of more than so many blocks of 512 bytes. Call it before start().
     void setFileSizeLimit(int blocks) { m_fileSizeLimit = blocks; }
     void setVariable(const QString& name, const QString& value) { m_environment.insert(name, value); }
-    /// Where velk makes its temporary files: empty again when it leaves nothing behind.
+    /// The folder of velk's temporary files; a test checks that it is empty afterwards.
     QString temporaryDirectory() const { return m_temporaryDirectory.path(); }
 
     void start(const QStringList& arguments);
-    /// Until what was written matches; false when velk ends or a long time passes before.
+    /// Waits until the output matches. False if velk ends first, or after a long time.
     bool waitForOutput(const QString& pattern);
     bool waitForMessage(const QString& pattern);
     void sendSignal(int signalNumber);
@@ -42,7 +42,7 @@ public:
 
     QString output() const { return QString::fromUtf8(m_output); }
     QString messages() const { return QString::fromUtf8(m_messages); }
-    /// Without the report of missed sampling ticks alone, which velk adds on a busy machine.
+    /// The messages without the line that reports only missed ticks; on a busy machine velk adds it.
     QString messagesButMissedTicks() const;
 
 private:
@@ -66,9 +66,10 @@ public:
     ~VelkTerminal();
 
     void start(const QStringList& arguments);
-    /// Until the bytes on the terminal match, control sequences included.
+    /// Waits until the bytes on the terminal match, control sequences included. False if velk ends first, or after a
+    /// long time.
     bool waitFor(const QString& pattern);
-    /// What was written is forgotten: the next wait is for what comes then.
+    /// Forgets the text: the next wait sees only what comes later.
     void forget() { m_text.clear(); }
     /// The key combination, as the user types it.
     void typeCtrlC();

@@ -13,7 +13,7 @@
 
 struct redisReply;
 
-/// The reply that the bytes of the protocol are. Bytes that are no complete reply end the test program.
+/// A reply, parsed from bytes of the protocol. Bytes that are no complete reply end the test program.
 class ParsedReply
 {
 public:

@@ -22,11 +22,25 @@ QString exitStatusHelp()
                           "  7    rows of the recording were lost; the complete ones before them are saved\n"
                           "  8    the recording could not be made or saved; the message says where it is kept\n"
                           "  9    standard output could not be written\n"
-                          "  10   a value or an occurrence was not written, or perhaps not\n"
+                          "  10   something was not written, or velk does not know whether it was\n"
                           "  129  ended by SIGHUP before it was done; record has saved what it had\n"
                           "  130  ended by Ctrl-C (SIGINT) before it was done; record has saved what it had\n"
                           "  141  the reader of standard output has gone\n"
                           "  143  ended by SIGTERM before it was done; record has saved what it had");
+}
+
+QString writeStatusHelp()
+{
+    return QStringLiteral("Exit status:\n"
+                          "  0    written\n"
+                          "  2    the command line is wrong, the value is not JSON, or digits of it would be lost\n"
+                          "  3    the robot's URL is wrong, or of a kind that velk cannot write to\n"
+                          "  4    no connection to the robot, or no answer, within --timeout; without an answer velk\n"
+                          "       does not know whether it was written\n"
+                          "  10   not written; the message has the reason\n"
+                          "  129  ended by SIGHUP before the answer\n"
+                          "  130  ended by Ctrl-C (SIGINT) before the answer\n"
+                          "  143  ended by SIGTERM before the answer");
 }
 
 } // namespace Velk

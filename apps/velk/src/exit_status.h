@@ -30,6 +30,8 @@ int interruptedBy(int signalNumber);
 
 /// The meanings of the statuses, one a line, for the help text.
 QString exitStatusHelp();
+/// The same for a command that writes one value or occurrence: it ends with few of the statuses.
+QString writeStatusHelp();
 
 } // namespace Velk
 

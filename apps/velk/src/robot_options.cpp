@@ -7,14 +7,12 @@
 
 namespace Velk {
 
-void addRobotOptions(CLI::App& command, RobotOptions& options)
+void addRobotOptions(CLI::App& command, RobotOptions& options, const std::string& awaited)
 {
     command.add_option("--robot", options.url, "The robot; `velk robots` lists the kinds")
         ->envname("VELK_ROBOT")
         ->type_name("URL");
-    command
-        .add_option("--timeout", options.timeoutSeconds,
-                    "How long to wait for the robot and for its list of keys (default 10)")
+    command.add_option("--timeout", options.timeoutSeconds, "How long to wait for " + awaited + " (default 10)")
         ->type_name("SECONDS")
         ->check(seconds());
 }

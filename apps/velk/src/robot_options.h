@@ -21,8 +21,9 @@ struct RobotOptions
     double timeoutSeconds = 10.0;
 };
 
-/// Declares --robot and --timeout.
-void addRobotOptions(CLI::App& command, RobotOptions& options);
+/// Declares --robot and --timeout. `awaited` is what the time-out is for, as the help text has it.
+void addRobotOptions(CLI::App& command, RobotOptions& options,
+                     const std::string& awaited = "the robot and for its list of keys");
 
 /// Whether a robot is named; if not, a message has been printed.
 bool requireRobot(CommandContext& context, const RobotOptions& options);

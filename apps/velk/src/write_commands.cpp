@@ -8,7 +8,9 @@
 
 #include <connections/links/robot_links.h>
 
+#include <memory>
 #include <optional>
+#include <string>
 
 namespace Velk {
 
@@ -29,7 +31,8 @@ void addWriteCommand(CommandContext& context, const std::string& name, const std
     command->add_option("JSON", arguments->json, "The value: 1.5, true, '\"text\"', '[1,2]' …")
         ->type_name("")
         ->required();
-    addRobotOptions(*command, arguments->robot);
+    addRobotOptions(*command, arguments->robot, "the robot and for its answer");
+    command->footer(writeStatusHelp().toStdString());
     context.onTyped(*command, [&context, arguments, isEvent] {
         if (!requireRobot(context, arguments->robot))
             return int(UsageError);
@@ -58,12 +61,12 @@ void addWriteCommand(CommandContext& context, const std::string& name, const std
 
 void addPutCommand(CommandContext& context)
 {
-    addWriteCommand(context, "put", "Write one value of a data key to a robot on a server", false);
+    addWriteCommand(context, "put", "Write a value of a data key into a robot's memory", false);
 }
 
 void addRaiseCommand(CommandContext& context)
 {
-    addWriteCommand(context, "raise", "Raise an event once on a robot on a server", true);
+    addWriteCommand(context, "raise", "Write one occurrence of an event into a robot's memory", true);
 }
 
 } // namespace Velk

@@ -75,7 +75,8 @@ public:
 
 Q_SIGNALS:
     void connected();
-    /// losses() and openCount() already are those of a lost connection. failed() brings the reason next.
+    /// losses() and openCount() already are those of a lost connection. failed() reports the reason next, unless its
+    /// limits leave it out.
     void connectionLost();
     /// An attempt to connect failed, the connection was lost, or a write was refused: a short title, and a sentence
     /// that says what happened and what to do. The writer goes on trying. Once for the same failure until the writer is

@@ -61,7 +61,7 @@ bool shortestDecimal(double value, Decimal* decimal)
 }
 
 /// Rounds to six digits. Returns false when a 5 is the seventh and last digit: the shortest digits do not show whether
-/// the value lies exactly on the tie. With an eighth digit it does not: a value on a tie has at most seven digits.
+/// the value lies exactly on the tie. A value with more than seven digits is never on a tie.
 bool roundToSixDigits(Decimal* decimal)
 {
     if (decimal->count <= 6)

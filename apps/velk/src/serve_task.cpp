@@ -169,7 +169,7 @@ void ServeTask::finish(int status)
         return;
     }
     connect(m_writer.get(), &RobotWriter::idle, this, &ServeTask::end);
-    // Queued: failed(), which brings the reason, is emitted next.
+    // Queued: failed() reports the reason next, unless its limits leave it out.
     connect(m_writer.get(), &RobotWriter::connectionLost, this, &ServeTask::end, Qt::QueuedConnection);
     m_answerTimeout.start();
 }

@@ -18,9 +18,10 @@ enum class WildcardBrackets
 /// Whether the pattern contains a set in brackets. A `[` that is not closed is literal.
 bool hasWildcardSet(const QString& pattern);
 
-/// The regular expression of a wildcard pattern, not anchored: `*` matches any text, `?` matches any one character,
-/// both also the separators of a path. Every other character matches itself, brackets as `brackets` says. Use it with
-/// QRegularExpression::DotMatchesEverythingOption. With WildcardBrackets::Set the expression can be invalid: "[3-1]".
+/// The regular expression of a wildcard pattern, not anchored. `*` matches any text and `?` any one character; both
+/// also match the separators of a path. Square brackets match as `brackets` says. Every other character matches itself.
+/// Use the expression with QRegularExpression::DotMatchesEverythingOption. With WildcardBrackets::Set the expression
+/// can be invalid: "[3-1]".
 QString wildcardExpression(const QString& pattern, WildcardBrackets brackets);
 
 } // namespace Velk

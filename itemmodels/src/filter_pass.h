@@ -16,20 +16,21 @@ namespace Velk {
 class CatalogueModel;
 class FoldedNames;
 
-/// One run of a filter over the rows of a catalogue model, in as many pieces as there are calls of advance(). The rows
-/// of the model do not change meanwhile.
+/// One run of a filter over the rows of a catalogue model. Each call of advance() filters a further part of the rows.
+/// The rows of the model do not change meanwhile.
 class FilterPass
 {
 public:
-    /// `natures` are bits of MemoryKeyNature. With `candidates`, ascending, all other rows are rejected unseen.
+    /// `natures` are bits of MemoryKeyNature. With `candidates`, rows in ascending order, all other rows are
+    /// rejected without being looked at.
     FilterPass(const NamePattern& pattern, int natures, std::optional<std::vector<int>> candidates);
 
     const NamePattern& pattern() const { return m_pattern; }
     int natures() const { return m_natures; }
     bool wantsFoldedNames() const { return m_pattern.wantsFoldedName() && !m_pattern.acceptsEverything(); }
 
-    /// Looks at further rows until the deadline has expired. Returns whether all rows were looked at. `source` may be
-    /// null: it has no rows. `names` are those of `source`, and may be null unless wantsFoldedNames().
+    /// Looks at further rows until the deadline has expired. Returns whether all rows were looked at. A null `source`
+    /// has no rows. `names` are those of `source`, and may be null unless wantsFoldedNames().
     bool advance(const CatalogueModel* source, const FoldedNames* names, QDeadlineTimer deadline);
 
     /// The accepted rows, ascending.

@@ -11,7 +11,7 @@
 
 namespace Velk {
 
-/// A robot with a displayed key set, connected at first.
+/// A robot, connected at first, and its displayed key set.
 class WatchedRobot
 {
 public:
@@ -28,6 +28,7 @@ public:
         manager.establish();
         finishLists(data, events);
     }
+    /// Finishes the lists that were asked for, and waits until the displayed keys are rebuilt.
     void finishLists(const QStringList& data, const QStringList& events = {})
     {
         bool isRebuilt = false;

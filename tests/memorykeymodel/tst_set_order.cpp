@@ -18,7 +18,7 @@ QStringList inOrder(const QSet<DisplayedMemoryKey>& keys)
     return names;
 }
 
-/// A set with a past: keys were inserted one by one, and some were removed.
+/// A set after changes: keys were inserted one by one, and some were removed.
 QSet<DisplayedMemoryKey> usedSet(int size)
 {
     QSet<DisplayedMemoryKey> keys;
@@ -31,8 +31,8 @@ QSet<DisplayedMemoryKey> usedSet(int size)
 
 } // namespace
 
-/// The facts about a QSet on which the columns of a record file and the places of the displayed keys rely. They hold
-/// for every version of Qt that is supported; the documentation of Qt does not promise them.
+/// The columns of a record file and the places of the displayed keys rely on these facts about a QSet. They hold for
+/// every supported version of Qt, but the documentation of Qt does not promise them.
 class TestSetOrder : public QObject
 {
     Q_OBJECT

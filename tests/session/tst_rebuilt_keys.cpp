@@ -13,7 +13,8 @@ using namespace Velk;
 
 namespace {
 
-/// A connected robot with a displayed key set, and a receiver of its signals that asks at every keysUpdated().
+/// A connected robot with a displayed key set, and a receiver of its signals. `answers` has the result of isRebuilt()
+/// for each keysUpdated().
 struct Receiver
 {
     Receiver() { robot.connected = true; }

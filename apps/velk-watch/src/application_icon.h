@@ -9,11 +9,11 @@
 
 namespace Velk {
 
-/// The application's icon: the installed one from the desktop's theme, or else one that is drawn here in the same
-/// shape. To read the scalable file Qt needs a plug-in that may be missing.
+/// The application's icon: the installed one from the desktop's theme, or else drawnIcon() in several sizes: to
+/// read a scalable file Qt needs a plug-in that may be missing.
 QIcon applicationIcon();
 
-/// The icon as it is drawn here, `size` pixels wide and high.
+/// The same icon, drawn in code, `size` pixels wide and high.
 QPixmap drawnIcon(int size);
 
 } // namespace Velk

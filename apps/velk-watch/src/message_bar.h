@@ -23,12 +23,13 @@ public:
 
     /// The number of messages: the one that is shown and those that wait.
     int count() const { return int(m_messages.size()); }
+    /// The title and the text of the message that is shown; empty without one.
     QString title() const;
     QString message() const;
 
 public Q_SLOTS:
-    /// Shows the message, or adds it to those that wait. A message that is there already is not added again, so that a
-    /// repeated failure does not bury the others.
+    /// Shows the message, or adds it to those that wait. A message that is shown or waits already is not added again:
+    /// a repeated failure does not hide the others.
     void showMessage(const QString& title, const QString& message);
     /// Removes the message that is shown and shows the next one.
     void dismiss();

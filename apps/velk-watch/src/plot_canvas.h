@@ -22,7 +22,8 @@ class QWidget;
 
 namespace Velk {
 
-/// The widget on which a plot is drawn: axes, curves and the reading line. It keeps no curve and handles no input.
+/// The widget on which a plot is drawn: axes, curves and the reading line. It draws what it is given, and handles no
+/// input.
 class PlotCanvas
 {
 public:
@@ -32,11 +33,11 @@ public:
     QWidget* widget() const;
     /// The part of the widget between the axes, in its pixels.
     QRect area() const;
-    /// The pixel columns of the area, in the resolution of the screen.
+    /// The number of pixel columns of the area, in pixels of the screen; at least 1.
     int columns() const;
-    /// The time at a horizontal position, in seconds relative to now, and the value at a vertical one; in pixels of the
-    /// widget.
+    /// The time at a horizontal position, in seconds relative to now. Positions are in pixels of the widget.
     double timeAt(double x) const;
+    /// The value at a vertical position.
     double valueAt(double y) const;
 
     void setColors(const QPalette& colors, const QFont& font);
@@ -44,7 +45,7 @@ public:
     void setRange(const TimeAxis& time, const ValueAxis& values);
     /// Passes the visible points of the curves to the widget, for the next refresh(). Returns their number.
     int setCurves(const QVector<PlotCurve>& curves, const TimeAxis& time);
-    /// The reading line, at a horizontal position in pixels; none without one.
+    /// Puts the reading line at a horizontal position; hides it without one.
     void setReadingLine(std::optional<double> x);
     /// Draws all that was set.
     void refresh();

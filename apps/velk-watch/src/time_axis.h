@@ -19,7 +19,8 @@ public:
 
     /// Takes the newest time stamp. It may go back: the clock of a restarted robot may start again.
     void setNewest(double time);
-    /// For another robot, with another clock: the next newest time stamp becomes now, also when the axis is frozen.
+    /// For another robot, with another clock: the time stamp of the next setNewest() becomes now, also when the axis is
+    /// frozen.
     void restart();
     bool hasNow() const { return m_hasNow; }
     /// The time stamp of now.
@@ -37,8 +38,9 @@ public:
     double from() const { return m_now + left(); }
     double to() const { return m_now + right(); }
 
-    /// Multiplies the span, within the limits. If the axis follows, the right edge stays; otherwise the time `around`,
-    /// in seconds relative to now(), stays where it is.
+    /// Multiplies the span, within the limits. If the axis follows, the right edge stays. Otherwise the time `around`,
+    /// in seconds relative to now(), stays where it is, unless the right edge would pass now. Nothing for a factor that
+    /// is not above 0.
     void zoom(double factor, double around);
     /// Moves the axis by seconds, to the past when negative, and freezes it. Nothing for 0. The right edge stays
     /// between now and one day before.

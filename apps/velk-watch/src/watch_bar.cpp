@@ -17,7 +17,7 @@ WatchBar::WatchBar(QWidget* window)
     setWindowTitle(tr("Watching"));
 
     m_sample = createAction(QStringLiteral("watcherAction"), tr("&Sample"), Qt::Key_F5,
-                            tr("Let the robot sample the watched keys, or pause it (F5)"));
+                            tr("Sample the watched keys, or pause the sampling (F5)"));
     m_sample->setCheckable(true);
     m_sample->setChecked(true);
     m_freeze = createAction(QStringLiteral("freezeAction"), tr("Free&ze table"), Qt::Key_F6,
@@ -50,7 +50,7 @@ WatchBar::WatchBar(QWidget* window)
     addSeparator();
     addAction(m_record);
     addAction(m_save);
-    // The buttons of a tool bar are not reached by Tab otherwise.
+    // Otherwise Tab does not reach the buttons of a tool bar.
     const QList<QWidget*> buttons = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* button : buttons) {
         if (button->focusPolicy() == Qt::NoFocus && button->inherits("QToolButton"))

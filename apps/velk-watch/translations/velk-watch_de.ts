@@ -1238,8 +1238,8 @@ Speichern Sie, was da ist, und schaffen Sie Platz auf diesem Datenträger.</tran
         <translation>&amp;Abtasten</translation>
     </message>
     <message>
-        <source>Let the robot sample the watched keys, or pause it (F5)</source>
-        <translation>Den Roboter die beobachteten Schlüssel abtasten lassen oder ihn anhalten (F5)</translation>
+        <source>Sample the watched keys, or pause the sampling (F5)</source>
+        <translation>Die beobachteten Schlüssel abtasten oder die Abtastung anhalten (F5)</translation>
     </message>
     <message>
         <source>Free&amp;ze table</source>

@@ -1238,8 +1238,8 @@ Sauvegardez ce qu’il y a et faites de la place sur ce disque.</translation>
         <translation>É&amp;chantillonner</translation>
     </message>
     <message>
-        <source>Let the robot sample the watched keys, or pause it (F5)</source>
-        <translation>Laisser le robot échantillonner les clés observées, ou le suspendre (F5)</translation>
+        <source>Sample the watched keys, or pause the sampling (F5)</source>
+        <translation>Échantillonner les clés observées, ou suspendre l’échantillonnage (F5)</translation>
     </message>
     <message>
         <source>Free&amp;ze table</source>

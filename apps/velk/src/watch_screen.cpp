@@ -33,7 +33,7 @@ QByteArray WatchScreen::paint(const QVector<WatchRow>& rows, Console::Size size)
             .arg(row.value);
     };
 
-    // The header, and the line below the table where the cursor stands.
+    // Two lines hold no key: the header, and the line below the table, where the cursor is.
     const int capacity = std::max(1, size.rows - 2);
     const bool fits = rows.size() <= capacity;
     const int shown = fits ? int(rows.size()) : capacity - 1;

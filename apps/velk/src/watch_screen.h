@@ -21,13 +21,13 @@ struct WatchRow
     QString value;
 };
 
-/// The table that `velk watch` updates in place on a terminal. It counts the lines that it wrote: before anything else
-/// is written to the terminal, erase() removes them.
+/// The table that `velk watch` updates in place on a terminal. It counts the lines that it wrote, to move the cursor
+/// back over them: write erase() to the terminal before anything else is written there.
 class WatchScreen
 {
 public:
-    /// The bytes that show the rows in place of the rows before. Rows that do not fit on the screen are left out, and
-    /// counted in the last line; long lines are cut.
+    /// The bytes that show these rows in place of those of the call before. Rows that do not fit on the screen are left
+    /// out, and counted in the last line; long lines are cut.
     QByteArray paint(const QVector<WatchRow>& rows, Console::Size size);
     /// The bytes that remove the table; none if there is none.
     QByteArray erase();

@@ -15,15 +15,15 @@ namespace Velk {
 
 class RedisLayout;
 
-/// What a robot says about itself in its metadata.
+/// The facts in a robot's metadata.
 struct RedisMetadata
 {
-    QString robotName;                       ///< for people; empty: not given
-    std::optional<bool> isRealTimeSupported; ///< nothing: not given
+    QString robotName;                       ///< for people; empty if not given
+    std::optional<bool> isRealTimeSupported; ///< no value if not given
 
     /// The command that reads the metadata.
     static QByteArrayList command(const RedisLayout& layout);
-    /// The metadata in the reply to command(). Everything is missing in an error.
+    /// The metadata in the reply to command(). An error contains none.
     static RedisMetadata of(const RedisReply& reply);
 };
 

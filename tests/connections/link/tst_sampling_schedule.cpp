@@ -4,12 +4,15 @@
 #include <connections/link/sampling_schedule.h>
 
 #include <QElapsedTimer>
+#include <QMap>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 using namespace Velk;
 
@@ -18,7 +21,7 @@ namespace {
 constexpr int timeoutMs = 60000;
 constexpr int hoursMs = 9999990;
 
-/// A schedule with one sampling period, and what it has counted.
+/// A schedule with sampling periods, and the counts of its signals.
 struct Session
 {
     explicit Session(std::vector<int> samplingPeriods)

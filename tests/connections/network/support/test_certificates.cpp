@@ -9,7 +9,7 @@
 
 namespace {
 
-// Elliptic curves, since their keys are made in an instant.
+// Keys of elliptic curves are generated in an instant.
 QStringList newKey()
 {
     return {QStringLiteral("-newkey"), QStringLiteral("ec"), QStringLiteral("-pkeyopt"),

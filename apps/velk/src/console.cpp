@@ -28,7 +28,7 @@ bool canMoveCursor(int descriptor)
     return ::isatty(descriptor) != 0 && !terminal.isEmpty() && terminal != "dumb";
 }
 
-// Waits for the descriptor to take some bytes; false when a signal asks velk to end while it takes none: a reader that
+// Waits until the descriptor takes bytes. Returns false when it takes none and a signal asks velk to end: a reader that
 // has stopped reading must not keep velk from ending.
 bool waitForRoom(int descriptor)
 {
@@ -48,7 +48,7 @@ int writeAll(int descriptor, const QByteArray& data)
     while (next != end) {
         if (!waitForRoom(descriptor))
             return EINTR;
-        // As much as a pipe takes without waiting, once it is ready.
+        // A pipe that is ready takes so many bytes without waiting.
         const ssize_t written = ::write(descriptor, next, std::min(size_t(end - next), size_t(PIPE_BUF)));
         if (written >= 0)
             next += written;

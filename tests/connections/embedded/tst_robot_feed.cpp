@@ -35,7 +35,7 @@ public:
 
     int starts = 0;
     int stops = 0;
-    QList<QPair<int, std::chrono::milliseconds>> waits; // the stops before each, and its limit
+    QList<QPair<int, std::chrono::milliseconds>> waits; // of each wait: the number of stops before it, and its limit
 };
 
 struct Session
@@ -63,7 +63,7 @@ class TestRobotFeed : public QObject
 private Q_SLOTS:
     void aPlainFeedIsInReachAtOnce();
     void aRobotOutOfReachIsConnectedWhenItIsBack();
-    void theLinkIsThatOfTheFeed();
+    void theLinkHasTheUrlAndTheMemoryOfItsFeed();
     void theFeedRunsWhileTheLinkIsOpen();
     void theLinkFollowsTheReach();
     void reportsOfOneTurnAreFollowedToTheLastOne();
@@ -108,7 +108,7 @@ void TestRobotFeed::aRobotOutOfReachIsConnectedWhenItIsBack()
     QCOMPARE(lost.count(), 0);
 }
 
-void TestRobotFeed::theLinkIsThatOfTheFeed()
+void TestRobotFeed::theLinkHasTheUrlAndTheMemoryOfItsFeed()
 {
     const Session session;
 
@@ -211,7 +211,7 @@ void TestRobotFeed::aFloodOfFailuresIsBounded()
         session.feed->failed("No power", message);
     session.feed->inReach();
 
-    // A message that is shared with no other copy is kept by nobody else.
+    // A message that has another copy is kept by the link.
     const auto kept =
         std::count_if(messages.cbegin(), messages.cend(), [](const QString& message) { return !message.isDetached(); });
     QCOMPARE(int(kept), 20);

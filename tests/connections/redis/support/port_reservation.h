@@ -11,9 +11,9 @@
 
 /// A loopback port that no other test takes while this object lives, also while nobody listens on it.
 ///
-/// It lies below the range from which the system takes the ports of outgoing connections, so that a server which is
-/// down for a while finds its port free again. Its mark is a name in the abstract socket namespace: it goes with the
-/// process, however that ends.
+/// The port lies below the range from which the system takes the ports of outgoing connections, so that a server which
+/// is down for a while finds its port free again. The reservation is a name in the abstract socket namespace: the
+/// system removes it when the process ends, also after a crash.
 class PortReservation
 {
 public:

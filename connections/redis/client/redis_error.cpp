@@ -3,18 +3,11 @@
 
 #include "redis_error.h"
 
-#include <QCoreApplication>
-
 #include <array>
 
 namespace Velk {
 
 namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Velk::RedisError", text);
-}
 
 struct Prefix
 {

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QCoreApplication>
 #include <QString>
 
 namespace Velk {
@@ -39,6 +40,9 @@ struct RedisError
     QString title() const;
     /// A sentence that says what happened at `server` and what to do.
     QString message(const QString& server) const;
+
+private:
+    Q_DECLARE_TR_FUNCTIONS(Velk::RedisError)
 };
 
 } // namespace Velk

@@ -3,8 +3,6 @@
 
 #include "redis_reply_limiter.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <cstring>
 
@@ -20,11 +18,6 @@ constexpr qint64 elementBytes = 64;
 constexpr qint64 shortValueBytes = 64;
 // The protocol reader takes no deeper replies.
 constexpr std::size_t maxDepth = 7;
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Velk::RedisReplyLimiter", text);
-}
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #define CONNECTIONS_REDIS_CLIENT_REDIS_REPLY_LIMITER_H
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 
 #include <vector>
@@ -16,6 +17,8 @@ namespace Velk {
 /// the error "OVERSIZE <length>" in its place, so that the rest of the reply can be used.
 class RedisReplyLimiter
 {
+    Q_DECLARE_TR_FUNCTIONS(Velk::RedisReplyLimiter)
+
 public:
     struct Limits
     {

@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/parsed_reply.h"
 #include "support/real_time_answer.h"
 #include "support/redis_robot_test.h"
 #include "support/redis_viewer.h"
+#include "support/scripted_server.h"
 
 using namespace Velk;
 
@@ -15,6 +17,8 @@ private Q_SLOTS:
     void theThreeListsAreTheIndexSets();
     void aListThatCannotBeReadIsEmptyAndSaysWhy();
     void aListOfManyNamesIsCompleteAndWithoutRepetitions();
+    void aListWhoseSlotIsBeingMovedIsFetchedAgain_data();
+    void aListWhoseSlotIsBeingMovedIsFetchedAgain();
     void listsFinishEmptyWhenTheServerGoesAway();
     void listsFinishEmptyWhenTheLinkIsClosed();
     void anInterfaceThatOutlivesItsConnectionAnswersEmpty();
@@ -61,6 +65,41 @@ void TestRedisLists::aListOfManyNamesIsCompleteAndWithoutRepetitions()
 
     QCOMPARE(list.size(), count);
     QCOMPARE(QSet<QString>(list.begin(), list.end()).size(), count);
+}
+
+void TestRedisLists::aListWhoseSlotIsBeingMovedIsFetchedAgain_data()
+{
+    QTest::addColumn<QByteArray>("refusedCommand");
+    QTest::addColumn<int>("count");
+    QTest::newRow("when its length is asked for") << QByteArray("SCARD") << 2;
+    QTest::newRow("when all names are asked for") << QByteArray("SMEMBERS") << 2;
+    QTest::newRow("when names are asked for in portions") << QByteArray("SSCAN") << 100001;
+}
+
+void TestRedisLists::aListWhoseSlotIsBeingMovedIsFetchedAgain()
+{
+    QFETCH(QByteArray, refusedCommand);
+    QFETCH(int, count);
+    const QByteArray names = list({"$1\r\nA\r\n", "$1\r\nB\r\n"});
+    int refusals = 0;
+    ScriptedServer server([&](const QByteArrayList& sent) -> QByteArray {
+        const QByteArray& command = sent.front();
+        if (command == refusedCommand && refusals < 2) {
+            ++refusals;
+            return "-TRYAGAIN Multiple keys request during rehashing of slot\r\n";
+        }
+        if (command == "SCARD")
+            return ':' + QByteArray::number(count) + "\r\n";
+        if (command == "SSCAN")
+            return list({"$1\r\n0\r\n", names});
+        return command == "SMEMBERS" ? names : list({"$-1\r\n", "$-1\r\n"});
+    });
+    RedisViewer viewer(QStringLiteral("redis://127.0.0.1:%1/arm1").arg(server.serverPort()));
+    QVERIFY(viewer.connectToRobot());
+
+    QCOMPARE(RedisViewer::names(viewer.memory()->getDataList()), QStringList({"A", "B"}));
+    QCOMPARE(refusals, 2);
+    QCOMPARE(viewer.failures(), QStringList());
 }
 
 void TestRedisLists::listsFinishEmptyWhenTheServerGoesAway()

@@ -23,7 +23,8 @@ DisplayedKeysTask::DisplayedKeysTask(std::unique_ptr<RobotLink> link, Console& c
 
 void DisplayedKeysTask::finish(int status)
 {
-    if (isFinished())
+    // A report that cannot be written ends the task once more.
+    if (std::exchange(m_isEnding, true))
         return;
     reportLosses();
     RobotTask::finish(status);

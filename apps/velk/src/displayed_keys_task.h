@@ -49,6 +49,7 @@ private:
     void reportGrantedPeriod();
 
     DisplayedKeysOptions m_options;
+    bool m_isEnding = false;
 };
 
 } // namespace Velk

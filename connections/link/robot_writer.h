@@ -50,11 +50,13 @@ public:
     /// Values and occurrences that are neither written nor lost yet: they wait, also for a connection, or are not
     /// answered.
     virtual qint64 openCount() const = 0;
+    /// Whether nothing is open, and everything that was declared and removed during this connection is answered.
+    virtual bool isIdle() const = 0;
 
     /// Connects, from the event loop, and again after every loss until close() is called. Nothing when it is open.
     virtual void open() = 0;
     /// Ends the connection without waiting for answers and without a signal. What was declared is forgotten here, and
-    /// stays where it was written.
+    /// stays where it was written. What is open is counted as lost.
     virtual void close() = 0;
 
     /// Lists the names as keys of the robot, in place of all that this writer declared before: those that are in
@@ -65,7 +67,10 @@ public:
     virtual void setRealTimeSupported(bool isSupported) = 0;
 
     /// Writes a data key's value and lists the key. All calls of one turn of the event loop are written together.
-    virtual void put(const QString& name, const QVariant& value, Done done = {}) = 0;
+    /// Where the memory keeps every sample of the key, each call adds one; without a time stamp it has the time at
+    /// which it is written. Elsewhere the newest value counts, and the time stamp is not written.
+    virtual void put(const QString& name, const QVariant& value, std::optional<double> timeStamp = {},
+                     Done done = {}) = 0;
     /// Adds an occurrence and lists the key: as a micro-event if that was declared, else as an event. Without a time
     /// stamp it occurs when it is written.
     virtual void raise(const QString& name, const QVariant& value, std::optional<double> timeStamp = {},
@@ -80,15 +85,17 @@ Q_SIGNALS:
     void connectionLost();
     /// An attempt to connect failed, the connection was lost, or a write was refused: a short title, and a sentence
     /// that says what happened and what to do. The writer goes on trying. Once for the same failure until the writer is
-    /// connected or opened again, and at most 20 times a minute; open() does not begin a new count.
+    /// connected or opened again, and at most 20 times a minute; open() begins a new count.
     void failed(const QString& title, const QString& message);
-    /// Emitted during a connection, when openCount() has become 0. May be emitted again while it is 0.
+    /// Emitted during a connection, when isIdle() has become true. May be emitted again while it is true.
     void idle();
 
 protected:
     /// Emits failed(), unless FailureFilter finds that it was reported, or that too many were.
     void reportFailure(const QString& title, const QString& message);
-    /// For open(), and when the writer is connected: every failure is reported again.
+    /// For open(): every failure is reported again, and a new count begins.
+    void resetFailures() { m_failures = {}; }
+    /// For when the writer is connected: every failure is reported again.
     void forgetFailures() { m_failures.clear(); }
 
 private:

@@ -29,13 +29,15 @@ public:
     bool isConnected() const override;
     WriteLosses losses() const override;
     qint64 openCount() const override;
+    bool isIdle() const override;
 
     void open() override;
     void close() override;
 
     void declare(const KeyNames& names) override;
     void setRealTimeSupported(bool isSupported) override;
-    void put(const QString& name, const QVariant& value, Done done = {}) override;
+    /// The time stamp is written for a key that is a stream only.
+    void put(const QString& name, const QVariant& value, std::optional<double> timeStamp = {}, Done done = {}) override;
     /// The server keeps about 10 000 of the newest occurrences.
     void raise(const QString& name, const QVariant& value, std::optional<double> timeStamp = {},
                Done done = {}) override;

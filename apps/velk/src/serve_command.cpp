@@ -24,8 +24,8 @@ void addServeCommand(CommandContext& context)
 {
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* const command =
-        context.parser.add_subcommand("serve", "Copy a robot's memory to a Redis server, as it changes");
-    command->add_option("--to", arguments->target, "The robot on the Redis server, redis://host/robot")
+        context.parser.add_subcommand("serve", "Copy a robot's memory to a server, as it changes");
+    command->add_option("--to", arguments->target, "The robot to write to, such as redis://host/robot")
         ->type_name("URL")
         ->required();
     command->add_option("--period", arguments->periodMs, "Write values every MS milliseconds (default 100)")

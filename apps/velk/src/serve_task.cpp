@@ -138,14 +138,13 @@ KeyNames ServeTask::confirmNames(const KeyNames& listed)
 void ServeTask::writeBatch(const GatheredData& batch)
 {
     for (auto key = batch.cbegin(); key != batch.cend(); ++key) {
-        if (key->isEmpty())
-            continue;
-        if (!m_events.contains(key.key())) {
-            m_writer->put(key.key(), key->last());
-            continue;
+        const bool isEvent = m_events.contains(key.key());
+        for (auto sample = key->cbegin(); sample != key->cend(); ++sample) {
+            if (isEvent)
+                m_writer->raise(key.key(), sample.value(), sample.key());
+            else
+                m_writer->put(key.key(), sample.value(), sample.key());
         }
-        for (auto sample = key->cbegin(); sample != key->cend(); ++sample)
-            m_writer->raise(key.key(), sample.value(), sample.key());
     }
 }
 
@@ -164,7 +163,7 @@ void ServeTask::finish(int status)
     m_status = status;
     m_listTimer.stop();
     session().samples()->disconnect(this);
-    if (!m_writer->isConnected() || m_writer->openCount() == 0) {
+    if (!m_writer->isConnected() || m_writer->isIdle()) {
         end();
         return;
     }
@@ -193,6 +192,8 @@ void ServeTask::end()
         causes << (m_writer->isConnected()
                        ? QStringLiteral("%1 not answered at the end, perhaps not written").arg(openCount)
                        : QStringLiteral("the newest values of %1 keys, the server was away at the end").arg(openCount));
+    else if (m_writer->isConnected() && !m_writer->isIdle())
+        causes << QStringLiteral("the list of keys was not answered at the end, perhaps not written");
     if (!causes.isEmpty()) {
         report(QStringLiteral("Not everything was written"), causes.join(QStringLiteral("; ")));
         if (m_status == Success)

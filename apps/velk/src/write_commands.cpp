@@ -51,7 +51,7 @@ void addWriteCommand(CommandContext& context, const std::string& name, const std
                             if (isEvent)
                                 target.raise(key, *value, std::nullopt, done);
                             else
-                                target.put(key, *value, done);
+                                target.put(key, *value, std::nullopt, done);
                         });
         return runTask(task);
     });

@@ -87,11 +87,16 @@ qint64 RedisRobotWriter::openCount() const
     return d->queue.openCount();
 }
 
+bool RedisRobotWriter::isIdle() const
+{
+    return d->queue.isIdle();
+}
+
 void RedisRobotWriter::open()
 {
     if (d->connection.isOpen())
         return;
-    forgetFailures();
+    resetFailures();
     d->queue.resetLosses();
     d->connection.open();
 }
@@ -99,6 +104,7 @@ void RedisRobotWriter::open()
 void RedisRobotWriter::close()
 {
     d->connection.close();
+    d->queue.onConnectionLost();
     d->queue.clear();
 }
 
@@ -112,10 +118,10 @@ void RedisRobotWriter::setRealTimeSupported(bool isSupported)
     d->queue.setRealTimeSupported(isSupported);
 }
 
-void RedisRobotWriter::put(const QString& name, const QVariant& value, Done done)
+void RedisRobotWriter::put(const QString& name, const QVariant& value, std::optional<double> timeStamp, Done done)
 {
     if (isConnected())
-        d->queue.put(name, JsonValue::write(value), done);
+        d->queue.put(name, JsonValue::write(value), timeStamp, done);
     else
         d->queue.keep(name, JsonValue::write(value));
 }

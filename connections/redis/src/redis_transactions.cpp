@@ -17,20 +17,6 @@ constexpr std::size_t maxWritesPerTransaction = 10000;
 // Of a transaction that a server queues and then redirects.
 constexpr int maxRepetitions = 5;
 
-qint64 bytesOf(const std::vector<RedisWrite>& writes)
-{
-    qint64 bytes = 0;
-    for (const RedisWrite& write : writes)
-        bytes += write.bytes();
-    return bytes;
-}
-
-int countOf(RedisWrite::Content content, const std::vector<RedisWrite>& writes)
-{
-    return int(std::count_if(writes.begin(), writes.end(),
-                             [content](const RedisWrite& write) { return write.content == content; }));
-}
-
 } // namespace
 
 qint64 RedisWrite::bytes() const
@@ -41,6 +27,14 @@ qint64 RedisWrite::bytes() const
             bytes += argument.size();
     }
     return bytes;
+}
+
+void RedisTransactions::Counts::add(const RedisWrite& write, int times)
+{
+    writes += times;
+    values += write.content == RedisWrite::Value ? times : 0;
+    occurrences += write.content == RedisWrite::Occurrence ? times : 0;
+    bytes += times * write.bytes();
 }
 
 RedisTransactions::RedisTransactions(RedisSession* session, WriteLosses* losses)
@@ -58,10 +52,8 @@ void RedisTransactions::run(const std::vector<RedisWrite>& writes)
         const std::size_t end = std::min(first + maxWritesPerTransaction, writes.size());
         m_transactions.emplace_back(writes.begin() + std::ptrdiff_t(first), writes.begin() + std::ptrdiff_t(end));
     }
-    m_outstanding += int(writes.size());
-    m_outstandingValues += countOf(RedisWrite::Value, writes);
-    m_outstandingOccurrences += countOf(RedisWrite::Occurrence, writes);
-    m_outstandingBytes += bytesOf(writes);
+    for (const RedisWrite& write : writes)
+        m_outstanding.add(write, 1);
     runNext();
 }
 
@@ -128,45 +120,40 @@ void RedisTransactions::onFinished()
                 missing.append(command);
             ++answer;
         }
+        m_outstanding.add(write, -1);
         if (error.isEmpty() && !missing.isEmpty() && isRunAgain) {
             again.push_back(write);
             again.back().commands = missing;
-            m_outstandingBytes -= write.bytes() - again.back().bytes();
-        } else {
-            ended.emplace_back(write, error.isEmpty() && !missing.isEmpty() ? m_executionError : error);
+            m_outstanding.add(again.back(), 1);
+            continue;
         }
+        if (error.isEmpty() && !missing.isEmpty())
+            error = m_executionError;
+        if (!error.isEmpty() && write.content != RedisWrite::Declaration)
+            ++m_losses->refused;
+        ended.emplace_back(write, error);
     }
     // Before anything that comes later, and before the callbacks, which may write more.
     if (!again.empty())
         m_transactions.push_front(again);
     const QPointer<RedisTransactions> self(this);
     for (const auto& [write, error] : ended) {
-        if (!end(write, error))
+        reportEnd(write, error);
+        if (!self)
             return;
     }
     runNext();
-    if (self && m_transactions.empty())
+    if (m_transactions.empty())
         emit idle();
 }
 
-// False when a callback has deleted this object.
-bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText)
+void RedisTransactions::reportEnd(const RedisWrite& write, const QByteArray& errorText)
 {
-    // A callback may have ended the connection, which resets the counts.
-    m_outstanding = std::max(0, m_outstanding - 1);
-    if (write.content == RedisWrite::Value)
-        m_outstandingValues = std::max(0, m_outstandingValues - 1);
-    if (write.content == RedisWrite::Occurrence)
-        m_outstandingOccurrences = std::max(0, m_outstandingOccurrences - 1);
-    m_outstandingBytes = std::max<qint64>(0, m_outstandingBytes - write.bytes());
-    const QPointer<RedisTransactions> self(this);
     if (errorText.isEmpty()) {
         if (write.done)
             write.done(QString());
-        return self;
+        return;
     }
-    if (write.content != RedisWrite::Declaration)
-        ++m_losses->refused;
     if (write.refused)
         write.refused();
     const RedisError error = RedisError::of(errorText);
@@ -175,7 +162,6 @@ bool RedisTransactions::end(const RedisWrite& write, const QByteArray& errorText
         write.done(message);
     else if (error.kind == RedisError::WrongType)
         emit refused(error.title(), message);
-    return self;
 }
 
 void RedisTransactions::interrupt()
@@ -187,16 +173,18 @@ void RedisTransactions::interrupt()
 // Values are written again with the next connection. Occurrences are not: those that were sent may have been written.
 void RedisTransactions::onInterrupted()
 {
-    endExecuted();
-    const int sent = m_transactions.empty() ? 0 : countOf(RedisWrite::Occurrence, m_transactions.front());
-    m_losses->unknown += sent;
-    m_losses->dropped += m_outstandingOccurrences - sent;
+    Counts sent;
+    if (!m_answers.empty()) {
+        endExecuted();
+        for (const RedisWrite& write : m_transactions.front())
+            sent.add(write, 1);
+    }
+    m_losses->unknown += sent.occurrences;
+    m_losses->dropped += m_outstanding.occurrences - sent.occurrences;
+    m_answers.clear();
     m_isToBeRepeated = false;
     m_repetitions = 0;
-    m_outstanding = 0;
-    m_outstandingValues = 0;
-    m_outstandingOccurrences = 0;
-    m_outstandingBytes = 0;
+    m_outstanding = {};
     for (const std::vector<RedisWrite>& writes : std::exchange(m_transactions, {})) {
         for (const RedisWrite& write : writes) {
             if (write.unanswered)
@@ -208,8 +196,6 @@ void RedisTransactions::onInterrupted()
 // What another node has run already is written.
 void RedisTransactions::endExecuted()
 {
-    if (m_transactions.empty())
-        return;
     std::vector<RedisWrite>& writes = m_transactions.front();
     std::vector<RedisWrite> rest;
     auto answer = m_answers.cbegin();
@@ -222,8 +208,7 @@ void RedisTransactions::endExecuted()
             rest.push_back(write);
             continue;
         }
-        if (write.content == RedisWrite::Occurrence)
-            --m_outstandingOccurrences;
+        m_outstanding.add(write, -1);
         if (write.done)
             QMetaObject::invokeMethod(
                 this, [done = write.done] { done(QString()); }, Qt::QueuedConnection);

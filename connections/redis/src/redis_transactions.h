@@ -59,10 +59,10 @@ public:
     void interrupt();
 
     /// Writes that the server has not answered yet, and their size.
-    int outstanding() const { return m_outstanding; }
-    qint64 outstandingBytes() const { return m_outstandingBytes; }
+    int outstanding() const { return m_outstanding.writes; }
+    qint64 outstandingBytes() const { return m_outstanding.bytes; }
     /// Values and occurrences among them.
-    qint64 openCount() const { return m_outstandingValues + m_outstandingOccurrences; }
+    qint64 openCount() const { return m_outstanding.values + m_outstanding.occurrences; }
 
 Q_SIGNALS:
     /// All writes are answered.
@@ -83,11 +83,22 @@ private:
         QByteArray error; ///< the server's text, of a refused command
     };
 
+    // Of writes.
+    struct Counts
+    {
+        void add(const RedisWrite& write, int times);
+
+        int writes = 0;
+        int values = 0;
+        int occurrences = 0;
+        qint64 bytes = 0;
+    };
+
     void runNext();
     void onQueued(std::size_t command, const RedisReply& reply);
     void onExecuted(const RedisReply& reply);
     void onFinished();
-    bool end(const RedisWrite& write, const QByteArray& error);
+    void reportEnd(const RedisWrite& write, const QByteArray& errorText);
     void onInterrupted();
     void endExecuted();
 
@@ -95,14 +106,11 @@ private:
     WriteLosses* m_losses;
     RedisInquiry m_inquiry;
     std::deque<std::vector<RedisWrite>> m_transactions; // the first one runs if m_inquiry is active
-    std::vector<CommandAnswer> m_answers;               // to all commands of the first one
+    std::vector<CommandAnswer> m_answers;               // to all commands of the first one, if it runs
     QByteArray m_executionError;                        // why it was not run; empty when it was
     bool m_isToBeRepeated = false;                      // the keys of the first one were moved after it was queued
     int m_repetitions = 0;                              // of the first one, for that reason
-    int m_outstanding = 0;
-    int m_outstandingValues = 0;
-    int m_outstandingOccurrences = 0;
-    qint64 m_outstandingBytes = 0;
+    Counts m_outstanding;
 };
 
 } // namespace Velk

@@ -60,26 +60,17 @@ void RedisWriteQueue::keep(const QString& name, const QByteArray& value)
     m_unwritten.insert(name);
 }
 
-void RedisWriteQueue::put(const QString& name, const QByteArray& value, const Done& done)
+void RedisWriteQueue::put(const QString& name, const QByteArray& value, std::optional<double> timeStamp,
+                          const Done& done)
 {
     m_newestValues.insert(name, value);
-    Waiting write;
-    write.name = name;
-    write.bytes = value;
-    write.done = done;
-    add(write);
+    add({name, value, timeStamp, done});
 }
 
 void RedisWriteQueue::raise(const QString& name, const QByteArray& value, std::optional<double> timeStamp,
                             const Done& done)
 {
-    Waiting write;
-    write.name = name;
-    write.bytes = value;
-    write.done = done;
-    write.isOccurrence = true;
-    write.timeStamp = timeStamp;
-    add(write);
+    add({name, value, timeStamp, done, true});
 }
 
 void RedisWriteQueue::remove(const QStringList& names, const Done& done)
@@ -105,9 +96,7 @@ void RedisWriteQueue::dropWaiting(const QSet<QString>& names)
             continue;
         }
         m_waitingBytes -= write.bytes.size();
-        if (write.done)
-            QMetaObject::invokeMethod(
-                this, [done = write.done] { done(QString()); }, Qt::QueuedConnection);
+        answerLater(write.done, QString());
     }
     m_waiting = rest;
 }
@@ -117,6 +106,7 @@ void RedisWriteQueue::clear()
     m_declarations.clear();
     m_removalDones.clear();
     m_newestValues.clear();
+    m_losses.dropped += m_unwritten.size();
     m_unwritten.clear();
     m_waiting.clear();
     m_waitingBytes = 0;
@@ -138,9 +128,14 @@ void RedisWriteQueue::add(const Waiting& write)
 void RedisWriteQueue::refuse(const Waiting& write, const QString& error, qint64* count)
 {
     ++*count;
-    if (write.done)
+    answerLater(write.done, error);
+}
+
+void RedisWriteQueue::answerLater(const Done& done, const QString& error)
+{
+    if (done)
         QMetaObject::invokeMethod(
-            this, [done = write.done, error] { done(error); }, Qt::QueuedConnection);
+            this, [done, error] { done(error); }, Qt::QueuedConnection);
 }
 
 // Everything has to be written again: the server may have come back empty, or be another one.
@@ -153,12 +148,8 @@ void RedisWriteQueue::onReplaced()
         return;
     std::vector<Waiting> repeated;
     for (auto value = m_newestValues.cbegin(); value != m_newestValues.cend(); ++value) {
-        Waiting write;
-        write.name = value.key();
-        write.bytes = value.value();
-        write.isRepeated = !m_unwritten.contains(value.key());
-        m_waitingBytes += write.bytes.size();
-        repeated.push_back(write);
+        m_waitingBytes += value->size();
+        repeated.push_back({value.key(), *value, {}, {}, false, !m_unwritten.contains(value.key())});
     }
     m_unwritten.clear();
     m_waiting.insert(m_waiting.begin(), repeated.begin(), repeated.end());
@@ -223,9 +214,7 @@ void RedisWriteQueue::flush()
         return;
     std::vector<RedisWrite> writes = {declarations()};
     if (writes.front().commands.isEmpty()) {
-        if (const Done done = writes.front().done)
-            QMetaObject::invokeMethod(
-                this, [done] { done(QString()); }, Qt::QueuedConnection);
+        answerLater(writes.front().done, QString());
         writes.clear();
     }
     m_waitingBytes = 0;
@@ -247,7 +236,7 @@ void RedisWriteQueue::flush()
         m_types.remove(error.key());
     m_typeErrors.clear();
     m_transactions.run(writes);
-    if (openCount() == 0)
+    if (isIdle())
         emit idle();
 }
 
@@ -278,9 +267,10 @@ RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)
     if (!isStream && !value.isRepeated)
         write.unanswered = [this, name = value.name] { keepForConnection(name); };
     m_declarations.addListing(&write, KeyKind::Data, value.name);
-    const QByteArray key = m_layout.key(KeyKind::Data, value.name.toUtf8());
-    write.commands.append(isStream ? QByteArrayList{"XADD", key} + streamLimit + QByteArrayList{"*", "v", value.bytes}
-                                   : QByteArrayList{"SET", key, value.bytes});
+    if (isStream)
+        write.commands.append(streamEntry(KeyKind::Data, value));
+    else
+        write.commands.append({"SET", m_layout.key(KeyKind::Data, value.name.toUtf8()), value.bytes});
     return write;
 }
 
@@ -292,13 +282,17 @@ RedisWrite RedisWriteQueue::occurrenceWrite(const Waiting& occurrence)
     write.content = RedisWrite::Occurrence;
     write.done = occurrence.done;
     m_declarations.addListing(&write, kind, occurrence.name);
-    QByteArrayList command = QByteArrayList{"XADD", m_layout.key(kind, occurrence.name.toUtf8())} + streamLimit;
-    command << "*";
-    if (occurrence.timeStamp)
-        command << "t" << QByteArray::number(*occurrence.timeStamp, 'f', 6);
-    command << "v" << occurrence.bytes;
-    write.commands.append(command);
+    write.commands.append(streamEntry(kind, occurrence));
     return write;
+}
+
+QByteArrayList RedisWriteQueue::streamEntry(KeyKind kind, const Waiting& sample) const
+{
+    QByteArrayList command = {"XADD", m_layout.key(kind, sample.name.toUtf8())};
+    command << streamLimit << "*";
+    if (sample.timeStamp)
+        command << "t" << QByteArray::number(*sample.timeStamp, 'f', 6);
+    return command << "v" << sample.bytes;
 }
 
 } // namespace Velk

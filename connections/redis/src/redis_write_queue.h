@@ -36,13 +36,13 @@ public:
     void setRealTimeSupported(bool isSupported);
     /// Without a connection: keeps the value for the next one.
     void keep(const QString& name, const QByteArray& value);
-    void put(const QString& name, const QByteArray& value, const Done& done);
+    void put(const QString& name, const QByteArray& value, std::optional<double> timeStamp, const Done& done);
     void raise(const QString& name, const QByteArray& value, std::optional<double> timeStamp, const Done& done);
     void remove(const QStringList& names, const Done& done);
 
     /// The connection is lost: values are written again with the next one, occurrences are counted as lost.
     void onConnectionLost();
-    /// Forgets everything.
+    /// Forgets everything. Values that are not written are counted as lost.
     void clear();
 
     void countDropped() { ++m_losses.dropped; }
@@ -50,11 +50,17 @@ public:
     void resetLosses() { m_losses = {}; }
     /// Values and occurrences that are neither written nor lost.
     qint64 openCount() const { return qint64(m_waiting.size()) + m_unwritten.size() + m_transactions.openCount(); }
+    /// Whether nothing is open, waits or is unanswered, declarations and removals included.
+    bool isIdle() const
+    {
+        return openCount() == 0 && m_transactions.outstanding() == 0 && !m_flushTimer.isActive() &&
+               !m_typeInquiry.isActive();
+    }
 
 Q_SIGNALS:
     /// A write was refused for the type of its key.
     void refused(const QString& title, const QString& message);
-    /// openCount() is 0 after a write.
+    /// isIdle() is true after a write.
     void idle();
 
 private:
@@ -69,15 +75,16 @@ private:
     {
         QString name;
         QByteArray bytes;
+        std::optional<double> timeStamp;
         Done done;
         bool isOccurrence = false;
         bool isRepeated = false; // a value that was written on an earlier connection
-        std::optional<double> timeStamp;
     };
 
     void onReplaced();
     void add(const Waiting& write);
     void refuse(const Waiting& write, const QString& error, qint64* count);
+    void answerLater(const Done& done, const QString& error);
     void forgetValues(const QSet<QString>& names);
     void dropWaiting(const QSet<QString>& names);
     // The key's newest value is written with the next connection, unless the key was removed.
@@ -93,6 +100,7 @@ private:
     RedisWrite declarations();
     RedisWrite valueWrite(const Waiting& value);
     RedisWrite occurrenceWrite(const Waiting& occurrence);
+    QByteArrayList streamEntry(KeyKind kind, const Waiting& sample) const;
 
     RedisSession* m_session;
     RedisLayout m_layout;

@@ -29,13 +29,15 @@ public:
     bool isConnected() const override { return m_isConnected; }
     WriteLosses losses() const override { return lost; }
     qint64 openCount() const override { return m_openCount; }
+    bool isIdle() const override { return m_openCount == 0 && areDeclarationsAnswered; }
     void open() override {}
     void close() override {}
     void declare(const KeyNames&) override {}
     void setRealTimeSupported(bool) override {}
-    void put(const QString& name, const QVariant&, Done) override
+    void put(const QString& name, const QVariant& value, std::optional<double> timeStamp, Done) override
     {
         log << "put " + name;
+        samples.insert(timeStamp.value_or(0.0), value);
         ++m_openCount;
     }
     void raise(const QString& name, const QVariant&, std::optional<double>, Done) override
@@ -63,11 +65,14 @@ public:
     {
         m_openCount = 0;
         m_openOccurrences = 0;
+        areDeclarationsAnswered = true;
         emit idle();
     }
 
     QStringList log;
+    Samples samples; // that were put
     WriteLosses lost;
+    bool areDeclarationsAnswered = true;
 
 private:
     qint64 m_openCount = 0;
@@ -130,6 +135,9 @@ class TestServeTask : public QObject
 private Q_SLOTS:
     void itEndsWhenTheServerHasAnswered();
     void itEndsAtOnceWhenNothingIsOpen();
+    void itEndsWhenTheListOfKeysIsAnswered();
+    void aListOfKeysWithoutAnAnswerIsPrinted();
+    void everySampleOfADataKeyIsWrittenWithItsTime();
     void nothingIsWrittenAfterItsEnd();
     void writesWithoutAnAnswerAreCountedAfterTheTimeOut();
     void aSecondSignalEndsTheWait();
@@ -167,6 +175,45 @@ void TestServeTask::itEndsAtOnceWhenNothingIsOpen()
     serving.task->interrupt(SIGTERM);
 
     QCOMPARE(serving.statuses, QList<int>({Success}));
+}
+
+void TestServeTask::itEndsWhenTheListOfKeysIsAnswered()
+{
+    Serving serving;
+    QVERIFY(serving.serve());
+    serving.writer->areDeclarationsAnswered = false;
+
+    serving.task->interrupt(SIGTERM);
+    QCOMPARE(serving.statuses, QList<int>());
+    serving.writer->answer();
+
+    QCOMPARE(serving.statuses, QList<int>({Success}));
+    QVERIFY2(!serving.messages().contains("written"), qPrintable(serving.messages()));
+}
+
+void TestServeTask::aListOfKeysWithoutAnAnswerIsPrinted()
+{
+    Serving serving;
+    QVERIFY(serving.serve());
+    serving.writer->areDeclarationsAnswered = false;
+
+    serving.task->interrupt(SIGINT);
+    serving.task->interrupt(SIGINT);
+
+    QCOMPARE(serving.statuses, QList<int>({NotWritten}));
+    QVERIFY2(serving.messages().contains("written: the list of keys was not answered at the end, perhaps not written"),
+             qPrintable(serving.messages()));
+}
+
+void TestServeTask::everySampleOfADataKeyIsWrittenWithItsTime()
+{
+    Serving serving;
+    QVERIFY(serving.serve());
+
+    serving.link->memory->deliver({{"A", {{1.5, 10}, {2.5, 20}}}});
+
+    QCOMPARE(serving.writer->log, QStringList({"put A", "put A"}));
+    QCOMPARE(serving.writer->samples, Samples({{1.5, 10}, {2.5, 20}}));
 }
 
 void TestServeTask::nothingIsWrittenAfterItsEnd()

@@ -82,9 +82,9 @@ private Q_SLOTS:
         QStringList outcomes;
         const auto keep = [&outcomes](const QString& error) { outcomes << error; };
 
-        m_writer->put("Angle", 1, keep);
+        m_writer->put("Angle", 1, {}, keep);
         m_writer->remove({"Angle"}, keep);
-        m_writer->put("Speed", 2, keep);
+        m_writer->put("Speed", 2, {}, keep);
 
         QTRY_COMPARE_WITH_TIMEOUT(outcomes, (QStringList{QString(), QString(), QString()}), patienceMs);
         QCOMPARE(members("data"), QByteArrayList{"Speed"});
@@ -142,6 +142,20 @@ private Q_SLOTS:
         m_writer->put("Angle", 2);
 
         QTRY_COMPARE_WITH_TIMEOUT(command({"XLEN", "mem:{arm1}:v:Angle"}), QByteArray("2"), patienceMs);
+    }
+
+    void everyValueOfAStreamIsAnEntryWithItsTime()
+    {
+        m_robot->client().command({"XADD", "mem:{arm1}:v:Angle", "*", "v", "1"});
+        QVERIFY(connectWriter(*m_writer));
+
+        m_writer->put("Angle", 2, 12.5);
+        m_writer->put("Angle", 3, 12.75);
+
+        QTRY_COMPARE_WITH_TIMEOUT(command({"XLEN", "mem:{arm1}:v:Angle"}), QByteArray("3"), patienceMs);
+        const QByteArray entries = m_robot->client().list({"XRANGE", "mem:{arm1}:v:Angle", "-", "+"}).join(' ');
+        QVERIFY2(QByteArray(entries).replace('\n', ' ').contains("t 12.500000 v 2"), entries);
+        QVERIFY2(QByteArray(entries).replace('\n', ' ').contains("t 12.750000 v 3"), entries);
     }
 
     void aTimeStampIsThatOfTheOccurrence()

@@ -21,6 +21,7 @@ class TestRedisWriteCounts : public RedisWriterTest
 
 private Q_SLOTS:
     void whatWaitsOrIsNotAnsweredIsOpen();
+    void aWriterIsIdleWhenItsDeclarationsAreAnswered();
     void refusedWritesAreCountedAsRefused();
     void occurrencesWithoutAConnectionAreCountedAsDropped();
     void valuesThatWaitForAConnectionAreOpen();
@@ -29,6 +30,8 @@ private Q_SLOTS:
     void occurrencesThatWereNotSentAreCountedAsDropped();
     void aWrittenValueThatIsRepeatedIsNotOpen();
     void aCutAnywhereLeavesEveryOccurrenceCounted();
+    void whatIsOpenWhenTheWriterIsClosedIsCounted();
+    void whatIsOpenWhenACallbackClosesTheWriterIsCounted();
 };
 
 void TestRedisWriteCounts::whatWaitsOrIsNotAnsweredIsOpen()
@@ -51,6 +54,26 @@ void TestRedisWriteCounts::whatWaitsOrIsNotAnsweredIsOpen()
     QTRY_VERIFY_WITH_TIMEOUT(idle.count() > 0, patienceMs);
     QCOMPARE(m_writer->lostCount(), qint64(0));
     QCOMPARE(command({"XLEN", "mem:{arm1}:e:Bumper"}), QByteArray("2"));
+}
+
+void TestRedisWriteCounts::aWriterIsIdleWhenItsDeclarationsAreAnswered()
+{
+    QVERIFY(connectWriter(*m_writer));
+    QTRY_VERIFY_WITH_TIMEOUT(m_writer->isIdle(), patienceMs);
+    QSignalSpy idle(m_writer.get(), &RobotWriter::idle);
+
+    m_writer->declare({{"Angle"}, {}, {}});
+    QVERIFY(!m_writer->isIdle());
+    m_robot->server().pause();
+    QTest::qWait(0); // sent
+    QVERIFY(!m_writer->isIdle());
+    QCOMPARE(m_writer->openCount(), qint64(0));
+    QCOMPARE(idle.count(), 0);
+    m_robot->server().resume();
+
+    QTRY_VERIFY_WITH_TIMEOUT(idle.count() > 0, patienceMs);
+    QVERIFY(m_writer->isIdle());
+    QCOMPARE(command({"SMEMBERS", "mem:{arm1}:data"}), QByteArray("Angle"));
 }
 
 void TestRedisWriteCounts::refusedWritesAreCountedAsRefused()
@@ -213,6 +236,44 @@ void TestRedisWriteCounts::aCutAnywhereLeavesEveryOccurrenceCounted()
         proxy.cutAfter(0);
         proxy.closeAll();
     }
+}
+
+void TestRedisWriteCounts::whatIsOpenWhenTheWriterIsClosedIsCounted()
+{
+    FaultProxy proxy(m_robot->server().port());
+    m_writer = writerFor(proxy.url());
+    QVERIFY(connectWriter(*m_writer));
+    proxy.setSwallowing(true);
+    m_writer->raise("Bumper", 1);
+    QTest::qWait(0); // sent
+    m_writer->raise("Bumper", 2);
+    m_writer->put("Angle", 1);
+    QCOMPARE(m_writer->openCount(), qint64(3));
+
+    m_writer->close();
+
+    QCOMPARE(m_writer->openCount(), qint64(0));
+    QCOMPARE(m_writer->losses().unknown, qint64(1));
+    QCOMPARE(m_writer->losses().dropped, qint64(2));
+}
+
+void TestRedisWriteCounts::whatIsOpenWhenACallbackClosesTheWriterIsCounted()
+{
+    QVERIFY(connectWriter(*m_writer));
+
+    // Two more than a transaction takes: they are not sent yet when the first one is answered.
+    m_writer->raise("Bumper", 0, {}, [this](const QString&) { m_writer->close(); });
+    for (int i = 1; i < 10002; ++i)
+        m_writer->raise("Bumper", i);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_writer->isConnected(), patienceMs);
+
+    QCOMPARE(m_writer->openCount(), qint64(0));
+    QCOMPARE(m_writer->losses().dropped, qint64(2));
+    QCOMPARE(m_writer->lostCount(), qint64(2));
+    QVERIFY(connectWriter(*m_writer));
+    m_writer->raise("Bumper", 0);
+    QTRY_VERIFY_WITH_TIMEOUT(m_writer->isIdle(), patienceMs);
+    QCOMPARE(m_writer->lostCount(), qint64(0));
 }
 
 QTEST_GUILESS_MAIN(TestRedisWriteCounts)

@@ -28,8 +28,8 @@ private Q_SLOTS:
             return [&outcomes, name](const QString& error) { outcomes[name] = error; };
         };
 
-        m_writer->put("Good", 1, into("Good"));
-        m_writer->put("Bad", 1, into("Bad"));
+        m_writer->put("Good", 1, {}, into("Good"));
+        m_writer->put("Bad", 1, {}, into("Bad"));
         m_writer->raise("Bumper", 1, {}, into("Bumper"));
         QTRY_COMPARE_WITH_TIMEOUT(outcomes.size(), 3, patienceMs);
 
@@ -52,6 +52,22 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_writer->lostCount(), qint64(20), patienceMs);
         QCOMPARE(failed.count(), 1);
         QCOMPARE(failed.first().first().toString(), QString("Redis: key of another type"));
+    }
+
+    void everyOpenBeginsANewCountOfFailures()
+    {
+        const int count = FailureFilter::maxPerInterval;
+        for (const QByteArray& name : keyNames(count))
+            m_robot->client().command({"LPUSH", "mem:{arm1}:v:" + name, "1"});
+        QSignalSpy failed(m_writer.get(), &RobotWriter::failed);
+
+        for (int run = 1; run <= 2; ++run) {
+            QVERIFY(connectWriter(*m_writer));
+            for (const QByteArray& name : keyNames(count))
+                m_writer->put(name, 1);
+            QTRY_COMPARE_WITH_TIMEOUT(failed.count(), run * count, patienceMs);
+            m_writer->close();
+        }
     }
 
     void aServerOutOfMemoryIsCounted()
@@ -191,7 +207,7 @@ private Q_SLOTS:
 
         m_writer->declare({{"Angle"}, {"Bumper"}, {"Touch"}});
         m_writer->setRealTimeSupported(true);
-        m_writer->put("Angle", 1, note);
+        m_writer->put("Angle", 1, {}, note);
         m_writer->raise("Bumper", 2, {}, note);
         m_writer->raise("Touch", 3, {}, note);
         QTRY_COMPARE_WITH_TIMEOUT(outcomes.size(), 3, patienceMs);

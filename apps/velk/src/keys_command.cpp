@@ -10,7 +10,7 @@ namespace Velk {
 
 namespace {
 
-struct Arguments
+struct KeysArguments
 {
     RobotOptions robot;
     std::vector<std::string> names;
@@ -31,7 +31,7 @@ int natureMask(const std::vector<std::string>& natures)
 
 void addKeysCommand(CommandContext& context)
 {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<KeysArguments>();
     CLI::App* const command =
         context.parser.add_subcommand("keys", "List the robot's keys, sorted, with their natures");
     addRobotOptions(*command, arguments->robot);

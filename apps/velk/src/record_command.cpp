@@ -9,7 +9,7 @@ namespace Velk {
 
 namespace {
 
-struct Arguments : DisplayedKeysArguments
+struct RecordArguments : DisplayedKeysArguments
 {
     std::string output;
     bool force = false;
@@ -19,7 +19,7 @@ struct Arguments : DisplayedKeysArguments
 
 void addRecordCommand(CommandContext& context)
 {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<RecordArguments>();
     CLI::App* const command = context.parser.add_subcommand("record", "Record every sample of keys to a file");
     arguments->addTo(*command);
     command->add_option("--output,-o", arguments->output, "The file; it appears when the recording is complete")

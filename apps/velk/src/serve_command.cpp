@@ -10,7 +10,7 @@ namespace Velk {
 
 namespace {
 
-struct Arguments
+struct ServeArguments
 {
     RobotOptions robot;
     std::string target;
@@ -22,7 +22,7 @@ struct Arguments
 
 void addServeCommand(CommandContext& context)
 {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<ServeArguments>();
     CLI::App* const command =
         context.parser.add_subcommand("serve", "Copy a robot's memory to a server, as it changes");
     command->add_option("--to", arguments->target, "The robot to write to, such as redis://host/robot")

@@ -8,7 +8,7 @@ namespace Velk {
 
 namespace {
 
-struct Arguments : DisplayedKeysArguments
+struct WatchArguments : DisplayedKeysArguments
 {
     bool json = false;
 };
@@ -17,7 +17,7 @@ struct Arguments : DisplayedKeysArguments
 
 void addWatchCommand(CommandContext& context)
 {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<WatchArguments>();
     CLI::App* const command = context.parser.add_subcommand("watch", "Show the newest values of keys as they come");
     arguments->addTo(*command);
     command->add_flag("--json", arguments->json, "Write a JSON object a line, also on a terminal");

@@ -16,7 +16,7 @@ namespace Velk {
 
 namespace {
 
-struct Arguments
+struct WriteArguments
 {
     RobotOptions robot;
     std::string name;
@@ -25,7 +25,7 @@ struct Arguments
 
 void addWriteCommand(CommandContext& context, const std::string& name, const std::string& description, bool isEvent)
 {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<WriteArguments>();
     CLI::App* const command = context.parser.add_subcommand(name, description);
     command->add_option("NAME", arguments->name, "The key")->type_name("")->required();
     command->add_option("JSON", arguments->json, "The value: 1.5, true, '\"text\"', '[1,2]' …")

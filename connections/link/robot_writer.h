@@ -25,7 +25,8 @@ namespace Velk {
 ///
 /// Keeps its connection up by itself until close() is called. What was declared and the newest value of each data key
 /// are written again after every reconnection: the other side may have come back empty. Occurrences that are raised
-/// without a connection are lost and counted. Time stamps are seconds since the Unix epoch.
+/// without a connection are lost and counted; so are, where the memory keeps every sample of a key, all samples put
+/// without a connection but the newest one. Time stamps are seconds since the Unix epoch.
 ///
 /// Lives on one thread; every signal is emitted there. No call waits for the robot or a network.
 class LINK_EXPORT RobotWriter : public QObject
@@ -34,7 +35,8 @@ class LINK_EXPORT RobotWriter : public QObject
 
 public:
     /// Receives how a write ended: an empty text, or a sentence that says what went wrong. Called at most once, from
-    /// the event loop; not at all without a connection, or when it is lost before the other side has answered.
+    /// the event loop; not at all when the connection is lost before the other side has answered. Without a connection
+    /// it is not called for a value or an occurrence; for a removal it is called during the next connection.
     using Done = std::function<void(const QString& error)>;
 
     explicit RobotWriter(QObject* parent = nullptr);
@@ -43,8 +45,9 @@ public:
     /// As RobotLink::url().
     virtual QString url() const = 0;
     virtual bool isConnected() const = 0;
-    /// What was not written since the writer was opened: occurrences, and values that were refused or dropped during a
-    /// connection. Other values are written again with the next connection and are no loss.
+    /// What was not written since the writer was opened: occurrences, values that were refused or dropped during a
+    /// connection, samples of keys of which the memory keeps every sample, and what was open when the writer was
+    /// closed. Other values are written again with the next connection and are no loss.
     virtual WriteLosses losses() const = 0;
     qint64 lostCount() const { return losses().total(); }
     /// Values and occurrences that are neither written nor lost yet: they wait, also for a connection, or are not
@@ -56,7 +59,8 @@ public:
     /// Connects, from the event loop, and again after every loss until close() is called. Nothing when it is open.
     virtual void open() = 0;
     /// Ends the connection without waiting for answers and without a signal. What was declared is forgotten here, and
-    /// stays where it was written. What is open is counted as lost.
+    /// stays where it was written. What is open is counted as lost; of several values of a key that is not known to
+    /// keep every sample, one counts.
     virtual void close() = 0;
 
     /// Lists the names as keys of the robot, in place of all that this writer declared before: those that are in

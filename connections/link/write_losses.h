@@ -12,7 +12,7 @@ namespace Velk {
 struct WriteLosses
 {
     qint64 refused = 0; ///< refused by the other side
-    qint64 dropped = 0; ///< not sent: there was no connection, or the other side did not keep up
+    qint64 dropped = 0; ///< not sent: no connection, the writer was closed, or the other side did not keep up
     qint64 unknown = 0; ///< sent, and the connection was lost before the answer: written or not
 
     qint64 total() const { return refused + dropped + unknown; }

@@ -103,8 +103,8 @@ void RedisRobotWriter::open()
 
 void RedisRobotWriter::close()
 {
+    d->queue.onConnectionLost(); // before the types of the keys are forgotten with the connection
     d->connection.close();
-    d->queue.onConnectionLost();
     d->queue.clear();
 }
 
@@ -123,7 +123,7 @@ void RedisRobotWriter::put(const QString& name, const QVariant& value, std::opti
     if (isConnected())
         d->queue.put(name, JsonValue::write(value), timeStamp, done);
     else
-        d->queue.keep(name, JsonValue::write(value));
+        d->queue.keep(name, JsonValue::write(value), timeStamp);
 }
 
 void RedisRobotWriter::raise(const QString& name, const QVariant& value, std::optional<double> timeStamp, Done done)

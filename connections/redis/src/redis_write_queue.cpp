@@ -3,6 +3,7 @@
 
 #include "redis_write_queue.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Velk {
@@ -49,21 +50,22 @@ void RedisWriteQueue::setRealTimeSupported(bool isSupported)
 
 void RedisWriteQueue::forgetValues(const QSet<QString>& names)
 {
-    for (const QString& name : names)
+    for (const QString& name : names) {
         m_newestValues.remove(name);
-    m_unwritten.subtract(names);
+        m_unwritten.remove(name);
+    }
 }
 
-void RedisWriteQueue::keep(const QString& name, const QByteArray& value)
+void RedisWriteQueue::keep(const QString& name, const QByteArray& value, std::optional<double> timeStamp)
 {
-    m_newestValues.insert(name, value);
-    m_unwritten.insert(name);
+    m_newestValues.insert(name, {value, timeStamp});
+    keepForConnection(name);
 }
 
 void RedisWriteQueue::put(const QString& name, const QByteArray& value, std::optional<double> timeStamp,
                           const Done& done)
 {
-    m_newestValues.insert(name, value);
+    m_newestValues.insert(name, {value, timeStamp});
     add({name, value, timeStamp, done});
 }
 
@@ -148,8 +150,10 @@ void RedisWriteQueue::onReplaced()
         return;
     std::vector<Waiting> repeated;
     for (auto value = m_newestValues.cbegin(); value != m_newestValues.cend(); ++value) {
-        m_waitingBytes += value->size();
-        repeated.push_back({value.key(), *value, {}, {}, false, !m_unwritten.contains(value.key())});
+        const int unwritten = m_unwritten.value(value.key());
+        m_waitingBytes += value->bytes.size();
+        repeated.push_back(
+            {value.key(), value->bytes, value->timeStamp, {}, false, unwritten == 0, std::max(unwritten - 1, 0)});
     }
     m_unwritten.clear();
     m_waiting.insert(m_waiting.begin(), repeated.begin(), repeated.end());
@@ -165,9 +169,9 @@ void RedisWriteQueue::onConnectionLost()
             continue;
         const bool isStream = !write.isOccurrence && m_types.value(write.name, String) == Stream;
         if (write.isOccurrence || isStream)
-            ++m_losses.dropped;
+            m_losses.dropped += write.superseded + 1;
         else
-            keepForConnection(write.name);
+            keepForConnection(write.name, write.superseded + 1);
     }
     m_waitingBytes = 0;
 }
@@ -228,6 +232,7 @@ void RedisWriteQueue::flush()
             if (!write.done)
                 emit refused(tr("Redis: key cannot be written"), error);
         } else if (!write.isRepeated || type == String) {
+            m_losses.dropped += type == Stream ? write.superseded : 0;
             writes.push_back(valueWrite(write));
         }
     }

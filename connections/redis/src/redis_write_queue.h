@@ -34,8 +34,8 @@ public:
 
     void declare(const KeyNames& names);
     void setRealTimeSupported(bool isSupported);
-    /// Without a connection: keeps the value for the next one.
-    void keep(const QString& name, const QByteArray& value);
+    /// Without a connection: keeps the newest value for the next one.
+    void keep(const QString& name, const QByteArray& value, std::optional<double> timeStamp);
     void put(const QString& name, const QByteArray& value, std::optional<double> timeStamp, const Done& done);
     void raise(const QString& name, const QByteArray& value, std::optional<double> timeStamp, const Done& done);
     void remove(const QStringList& names, const Done& done);
@@ -79,6 +79,13 @@ private:
         Done done;
         bool isOccurrence = false;
         bool isRepeated = false; // a value that was written on an earlier connection
+        int superseded = 0;      // older values that are not kept: samples that are lost if the key is a stream
+    };
+
+    struct NewestValue
+    {
+        QByteArray bytes;
+        std::optional<double> timeStamp;
     };
 
     void onReplaced();
@@ -87,11 +94,11 @@ private:
     void answerLater(const Done& done, const QString& error);
     void forgetValues(const QSet<QString>& names);
     void dropWaiting(const QSet<QString>& names);
-    // The key's newest value is written with the next connection, unless the key was removed.
-    void keepForConnection(const QString& name)
+    // The newest of so many values of the key is written with the next connection, unless the key was removed.
+    void keepForConnection(const QString& name, int values = 1)
     {
         if (m_newestValues.contains(name))
-            m_unwritten.insert(name);
+            m_unwritten[name] += values;
     }
     void scheduleFlush();
     bool askTypes();
@@ -111,8 +118,8 @@ private:
 
     RedisDeclarations m_declarations;
     std::vector<Done> m_removalDones;
-    QHash<QString, QByteArray> m_newestValues;
-    QSet<QString> m_unwritten; // those of them that wait for a connection
+    QHash<QString, NewestValue> m_newestValues;
+    QHash<QString, int> m_unwritten; // how many values of those keys wait for a connection, the newest included
     std::vector<Waiting> m_waiting;
     qint64 m_waitingBytes = 0;
 

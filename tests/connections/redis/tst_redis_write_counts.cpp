@@ -28,9 +28,12 @@ private Q_SLOTS:
     void aValueThatIsRemovedIsNotOpen();
     void aLossIsCountedWhenItIsReported();
     void occurrencesThatWereNotSentAreCountedAsDropped();
+    void samplesWithoutAConnectionAreCountedAllButTheNewest_data();
+    void samplesWithoutAConnectionAreCountedAllButTheNewest();
     void aWrittenValueThatIsRepeatedIsNotOpen();
     void aCutAnywhereLeavesEveryOccurrenceCounted();
     void whatIsOpenWhenTheWriterIsClosedIsCounted();
+    void openSamplesOfAStreamAreCountedWhenTheWriterIsClosed();
     void whatIsOpenWhenACallbackClosesTheWriterIsCounted();
 };
 
@@ -184,6 +187,59 @@ void TestRedisWriteCounts::occurrencesThatWereNotSentAreCountedAsDropped()
     QCOMPARE(m_writer->losses().dropped, qint64(1));
 }
 
+void TestRedisWriteCounts::samplesWithoutAConnectionAreCountedAllButTheNewest_data()
+{
+    QTest::addColumn<bool>("isConnectedBefore");
+    QTest::addColumn<bool>("isRedirected");
+    QTest::newRow("put before the first connection") << false << false;
+    QTest::newRow("lost before the type of the key is known") << true << false;
+    QTest::newRow("lost while a redirection is followed") << true << true;
+}
+void TestRedisWriteCounts::samplesWithoutAConnectionAreCountedAllButTheNewest()
+{
+    QFETCH(bool, isConnectedBefore);
+    QFETCH(bool, isRedirected);
+    command({"XADD", "mem:{arm1}:v:Log", "*", "v", "0"});
+    FaultProxy proxy(m_robot->server().port());
+    m_writer = writerFor(proxy.url());
+    QSignalSpy lost(m_writer.get(), &RobotWriter::connectionLost);
+    if (isConnectedBefore) {
+        QVERIFY(connectWriter(*m_writer));
+        m_writer->put(isRedirected ? "Log" : "Marker", 1); // this type is known then
+        QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+        proxy.setSwallowing(true);
+    }
+    if (isRedirected) {
+        m_writer->put("New", 1);
+        QTest::qWait(0); // its type is asked for
+        proxy.inject("-MOVED 1 127.0.0.1:" + QByteArray::number(proxy.port()) + "\r\n");
+    }
+
+    for (int i = 2; i <= 4; ++i)
+        m_writer->put("Log", i, 2000.0 + i);
+    if (isConnectedBefore) {
+        QTest::qWait(0); // sent what can be
+        const auto isLost = [&proxy, &lost] {
+            proxy.closeAll();
+            return lost.count() == 1;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isLost(), patienceMs);
+        QCOMPARE(m_writer->openCount(), qint64(isRedirected ? 2 : 1));
+        QCOMPARE(m_writer->lostCount(), qint64(0));
+        proxy.setSwallowing(false);
+    } else {
+        QVERIFY(connectWriter(*m_writer));
+    }
+
+    QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+    const QByteArrayList entries = m_robot->client().list({"XRANGE", "mem:{arm1}:v:Log", "-", "+"});
+    QCOMPARE(int(entries.size()), isRedirected ? 3 : 2);
+    const QByteArray newest = QByteArray(entries.constLast()).replace('\n', ' ');
+    QVERIFY2(newest.contains("t 2004.000000 v 4"), newest);
+    QCOMPARE(m_writer->losses().dropped, qint64(2));
+    QCOMPARE(m_writer->lostCount(), qint64(2));
+}
+
 void TestRedisWriteCounts::aWrittenValueThatIsRepeatedIsNotOpen()
 {
     command({"XADD", "mem:{arm1}:v:Log", "*", "v", "0"});
@@ -255,6 +311,23 @@ void TestRedisWriteCounts::whatIsOpenWhenTheWriterIsClosedIsCounted()
     QCOMPARE(m_writer->openCount(), qint64(0));
     QCOMPARE(m_writer->losses().unknown, qint64(1));
     QCOMPARE(m_writer->losses().dropped, qint64(2));
+}
+
+void TestRedisWriteCounts::openSamplesOfAStreamAreCountedWhenTheWriterIsClosed()
+{
+    command({"XADD", "mem:{arm1}:v:Log", "*", "v", "0"});
+    QVERIFY(connectWriter(*m_writer));
+    m_writer->put("Log", 0);
+    QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+    for (int i = 1; i <= 5; ++i)
+        m_writer->put("Log", i);
+    QCOMPARE(m_writer->openCount(), qint64(5));
+
+    m_writer->close();
+
+    QCOMPARE(m_writer->openCount(), qint64(0));
+    QCOMPARE(m_writer->losses().dropped, qint64(5));
+    QCOMPARE(m_writer->lostCount(), qint64(5));
 }
 
 void TestRedisWriteCounts::whatIsOpenWhenACallbackClosesTheWriterIsCounted()

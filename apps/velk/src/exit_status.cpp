@@ -37,7 +37,7 @@ QString writeStatusHelp()
                           "  3    the robot's URL is wrong, or of a kind that velk cannot write to\n"
                           "  4    no connection to the robot, or no answer, within --timeout; without an answer velk\n"
                           "       does not know whether it was written\n"
-                          "  10   not written; the message has the reason\n"
+                          "  10   not written, or perhaps not; the message has the reason\n"
                           "  129  ended by SIGHUP before the answer\n"
                           "  130  ended by Ctrl-C (SIGINT) before the answer\n"
                           "  143  ended by SIGTERM before the answer");

@@ -169,7 +169,13 @@ void ServeTask::finish(int status)
     }
     connect(m_writer.get(), &RobotWriter::idle, this, &ServeTask::end);
     // Queued: failed() reports the reason next, unless its limits leave it out.
-    connect(m_writer.get(), &RobotWriter::connectionLost, this, &ServeTask::end, Qt::QueuedConnection);
+    connect(
+        m_writer.get(), &RobotWriter::connectionLost, this,
+        [this] {
+            m_isWaitCutOff = true;
+            end();
+        },
+        Qt::QueuedConnection);
     m_answerTimeout.start();
 }
 
@@ -192,7 +198,7 @@ void ServeTask::end()
         causes << (m_writer->isConnected()
                        ? QStringLiteral("%1 not answered at the end, perhaps not written").arg(openCount)
                        : QStringLiteral("the newest values of %1 keys, the server was away at the end").arg(openCount));
-    else if (m_writer->isConnected() && !m_writer->isIdle())
+    else if ((m_writer->isConnected() && !m_writer->isIdle()) || (m_isWaitCutOff && causes.isEmpty()))
         causes << QStringLiteral("the list of keys was not answered at the end, perhaps not written");
     if (!causes.isEmpty()) {
         report(QStringLiteral("Not everything was written"), causes.join(QStringLiteral("; ")));

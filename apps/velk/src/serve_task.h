@@ -18,9 +18,9 @@
 
 namespace Velk {
 
-/// Writes everything that a robot has into a memory on a server: the newest values of the data keys every period,
-/// each occurrence of an event. Goes on after a loss of either connection. At its end it waits, no longer than the
-/// time-out, until the server has answered, and reports what was not written.
+/// Writes everything that a robot has into a memory on a server: each sample of the data keys and each
+/// occurrence of an event that the robot delivers. Goes on after a loss of either connection. At its end it waits, no
+/// longer than the time-out, until the server has answered, and reports what was not written.
 class ServeTask : public RobotTask
 {
     Q_OBJECT
@@ -62,6 +62,7 @@ private:
     QTimer m_answerTimeout; // from the end of serving
     bool m_isAnnounced = false;
     bool m_isEnding = false;
+    bool m_isWaitCutOff = false; // the connection to the server was lost while the end waited for answers
     int m_status = Success;
 };
 

@@ -18,8 +18,20 @@ WriterTask::WriterTask(std::unique_ptr<RobotWriter> writer, Console& console, in
         m_lastFailure = message;
     });
     connect(m_writer.get(), &RobotWriter::connected, this, [this, write = std::move(write)] {
-        write(*m_writer, [this](const QString& error) { onAnswered(error); });
+        if (!std::exchange(m_isWritten, true))
+            write(*m_writer, [this](const QString& error) { onAnswered(error); });
     });
+    // Not written again with the next connection: an occurrence could be there twice. Queued: failed() reports the
+    // reason next, unless its limits leave it out.
+    connect(
+        m_writer.get(), &RobotWriter::connectionLost, this,
+        [this] {
+            reportFailure(QStringLiteral("Perhaps not written"),
+                          QStringLiteral("the connection was lost before the answer. Look whether it is there before "
+                                         "you write it again."));
+            finish(NotWritten);
+        },
+        Qt::QueuedConnection);
 }
 
 void WriterTask::open()

@@ -13,8 +13,8 @@
 
 namespace Velk {
 
-/// Opens a writer and writes one thing with it. Failures on the way are printed; the task ends when the server
-/// has answered or the time-out is over.
+/// Opens a writer and writes one thing with it, once. Failures on the way are printed; the task ends when the server
+/// has answered, when the connection is lost before the answer, or when the time-out is over.
 class WriterTask : public Task
 {
     Q_OBJECT
@@ -31,6 +31,7 @@ private:
 
     std::unique_ptr<RobotWriter> m_writer;
     QString m_lastFailure;
+    bool m_isWritten = false; // or at least handed to the writer
 };
 
 } // namespace Velk

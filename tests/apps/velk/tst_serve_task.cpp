@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "fake_writer.h"
 #include "support/fake_robot_link.h"
 
 #include <apps/velk/src/console.h>
@@ -20,65 +21,6 @@ namespace {
 constexpr int patienceMs = 60000;
 // A time-out that passes in a test, after what has to be done before it: also on a busy machine.
 constexpr int timeoutAfterWorkMs = 5000;
-
-// A server under the test's hand: it logs what it is given, and answers when the test asks it to.
-class FakeWriter : public RobotWriter
-{
-public:
-    QString url() const override { return QStringLiteral("server:"); }
-    bool isConnected() const override { return m_isConnected; }
-    WriteLosses losses() const override { return lost; }
-    qint64 openCount() const override { return m_openCount; }
-    bool isIdle() const override { return m_openCount == 0 && areDeclarationsAnswered; }
-    void open() override {}
-    void close() override {}
-    void declare(const KeyNames&) override {}
-    void setRealTimeSupported(bool) override {}
-    void put(const QString& name, const QVariant& value, std::optional<double> timeStamp, Done) override
-    {
-        log << "put " + name;
-        samples.insert(timeStamp.value_or(0.0), value);
-        ++m_openCount;
-    }
-    void raise(const QString& name, const QVariant&, std::optional<double>, Done) override
-    {
-        log << "raise " + name;
-        ++m_openCount;
-        ++m_openOccurrences;
-    }
-    void remove(const QStringList&, Done) override {}
-
-    void connectServer()
-    {
-        m_isConnected = true;
-        emit connected();
-    }
-    void loseServer(const QString& reason)
-    {
-        m_isConnected = false;
-        m_openCount -= m_openOccurrences;
-        lost.unknown += std::exchange(m_openOccurrences, 0);
-        emit connectionLost();
-        emit failed("Server lost", reason);
-    }
-    void answer()
-    {
-        m_openCount = 0;
-        m_openOccurrences = 0;
-        areDeclarationsAnswered = true;
-        emit idle();
-    }
-
-    QStringList log;
-    Samples samples; // that were put
-    WriteLosses lost;
-    bool areDeclarationsAnswered = true;
-
-private:
-    qint64 m_openCount = 0;
-    qint64 m_openOccurrences = 0;
-    bool m_isConnected = false;
-};
 
 // A task that serves a robot with the data key A and the event E.
 class Serving
@@ -137,6 +79,7 @@ private Q_SLOTS:
     void itEndsAtOnceWhenNothingIsOpen();
     void itEndsWhenTheListOfKeysIsAnswered();
     void aListOfKeysWithoutAnAnswerIsPrinted();
+    void aListOfKeysWithoutAnAnswerIsPrintedWhenTheServerIsLost();
     void everySampleOfADataKeyIsWrittenWithItsTime();
     void nothingIsWrittenAfterItsEnd();
     void writesWithoutAnAnswerAreCountedAfterTheTimeOut();
@@ -202,6 +145,20 @@ void TestServeTask::aListOfKeysWithoutAnAnswerIsPrinted()
 
     QCOMPARE(serving.statuses, QList<int>({NotWritten}));
     QVERIFY2(serving.messages().contains("written: the list of keys was not answered at the end, perhaps not written"),
+             qPrintable(serving.messages()));
+}
+
+void TestServeTask::aListOfKeysWithoutAnAnswerIsPrintedWhenTheServerIsLost()
+{
+    Serving serving;
+    QVERIFY(serving.serve());
+    serving.writer->areDeclarationsAnswered = false;
+
+    serving.task->interrupt(SIGTERM);
+    serving.writer->loseServer("It went away.");
+
+    QTRY_COMPARE_WITH_TIMEOUT(serving.statuses, QList<int>({NotWritten}), patienceMs);
+    QVERIFY2(serving.messages().contains("written: the list of keys was not answered at the end"),
              qPrintable(serving.messages()));
 }
 

@@ -5,6 +5,7 @@
 
 #include "catalogue_robot.h"
 #include "model_text.h"
+#include "support/patient_try.h"
 #include "tested_catalogue_model.h"
 
 #include <QMimeData>

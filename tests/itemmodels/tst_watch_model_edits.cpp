@@ -3,6 +3,7 @@
 
 #include <itemmodels/watch_model.h>
 
+#include "support/patient_try.h"
 #include "tested_watch.h"
 
 #include <itemmodels/catalogue_model.h>

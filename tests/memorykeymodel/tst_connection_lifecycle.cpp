@@ -3,7 +3,7 @@
 
 #include "support/fake_robot.h"
 #include "support/key_text.h"
-
+#include "support/patient_try.h"
 #include <memorykeymodel/memory_key_list_model.h>
 
 #include <QCoreApplication>

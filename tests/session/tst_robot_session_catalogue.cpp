@@ -4,6 +4,7 @@
 #include <session/robot_session.h>
 
 #include "session_on_fake_robot.h"
+#include "support/patient_try.h"
 
 #include <memorykeymodel/memory_key_list_model.h>
 

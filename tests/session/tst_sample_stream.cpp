@@ -6,6 +6,7 @@
 #include "support/fake_robot.h"
 #include "support/fake_robot_link.h"
 #include "support/key_text.h"
+#include "support/patient_try.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -3,6 +3,8 @@
 
 #include <apps/velk-watch/src/catalogue_panel.h>
 
+#include "support/patient_try.h"
+
 #include <itemmodels/catalogue_robot.h>
 #include <itemmodels/catalogue_tree_model.h>
 

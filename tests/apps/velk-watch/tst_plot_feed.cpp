@@ -3,7 +3,7 @@
 
 #include <apps/velk-watch/src/plot_feed.h>
 
-#include "patient_try.h"
+#include "support/patient_try.h"
 
 #include <apps/velk-watch/src/plot_view.h>
 #include <itemmodels/sample_history.h>

@@ -3,7 +3,7 @@
 
 #include <apps/velk-watch/src/main_window.h>
 
-#include "patient_try.h"
+#include "support/patient_try.h"
 #include <apps/velk-watch/src/message_bar.h>
 #include <apps/velk-watch/src/recording_control.h>
 #include <apps/velk-watch/src/watch_settings.h>

@@ -6,7 +6,7 @@
 
 #include <apps/velk-watch/src/main_window.h>
 
-#include "patient_try.h"
+#include "support/patient_try.h"
 
 #include <apps/velk-watch/src/watch_panel.h>
 #include <apps/velk-watch/src/watch_settings.h>

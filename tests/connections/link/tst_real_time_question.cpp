@@ -3,6 +3,8 @@
 
 #include <connections/link/real_time_question.h>
 
+#include "support/patient_try.h"
+
 #include <QPointer>
 #include <QSignalSpy>
 #include <QStringList>

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "support/patient_try.h"
 #include "test_link.h"
 
 #include <QPointer>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The memorykeymodel developers
-// SPDX-License-Identifier: GPL-3.0-or-later
+// SPDX-License-Identifier: Apache-2.0
 
-#ifndef TESTS_APPS_VELK_WATCH_PATIENT_TRY_H
-#define TESTS_APPS_VELK_WATCH_PATIENT_TRY_H
+#ifndef TESTS_SUPPORT_PATIENT_TRY_H
+#define TESTS_SUPPORT_PATIENT_TRY_H
 
 #include <QTest>
 
-// A loaded machine needs more than the five seconds of QtTest.
+// A busy machine needs more than the five seconds of QtTest.
 #undef QTRY_VERIFY
 #define QTRY_VERIFY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
 #undef QTRY_COMPARE

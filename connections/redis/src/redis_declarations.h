@@ -16,13 +16,15 @@
 #include <QTimer>
 
 #include <array>
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace Velk {
 
 /// The names that a writer lists as keys of a robot, those that it removes, and the robot's metadata: what the server
 /// has of them, and what is still to be written. What the server refused is written again after a pause, or with the
-/// next write of the key; what it did not answer, with the next connection.
+/// next write of the key, and does not hold back the others; what it did not answer, with the next connection.
 class RedisDeclarations : public QObject
 {
     Q_OBJECT
@@ -52,11 +54,15 @@ public:
     /// Whether the server has refused something a moment ago, on this connection. due() is emitted when the pause is
     /// over.
     bool isPausing() const { return m_pauseTimer.isActive(); }
-    /// The data keys that the next write() removes.
-    const QSet<QString>& removedData() const { return m_removed[std::size_t(KeyKind::Data)]; }
-    /// The declarations and removals since the last write; without commands if there are none. Neither during the
-    /// pause, nor before the former write is answered.
-    RedisWrite write();
+    /// Whether something was declared, removed or to be repeated since the last write().
+    bool hasUntried() const { return m_hasUntried; }
+    /// Whether the next write() removes keys, and which data keys.
+    bool hasRemovals() const;
+    QSet<QString> removedData() const { return nextRemovals(KeyKind::Data); }
+    /// The declarations and removals since the last write, and what was refused if the pause is over: removals first.
+    /// Each can be refused without the others. Not before the former ones are answered. `removed` is called when all
+    /// removals are answered, with an empty text or an error of one of them; not if there are none.
+    std::vector<RedisWrite> write(const std::function<void(const QString& error)>& removed = {});
     /// For a value or an occurrence, which is written after removals of its key: lists the name with the first one on a
     /// connection, so that no viewer sees one without the other. A refused removal of the key is not repeated, because
     /// it would remove what was written.
@@ -69,19 +75,28 @@ Q_SIGNALS:
 private:
     using NamesByKind = std::array<QSet<QString>, keyKinds.size()>;
 
-    void addRemovals(RedisWrite* write);
-    NamesByKind addDeclared(RedisWrite* write);
-    void onRefused(const NamesByKind& listed);
-    void removeAgain(const NamesByKind& names);
+    QSet<QString> nextRemovals(KeyKind kind) const;
+    std::vector<RedisWrite> removals();
+    RedisWrite removal(KeyKind kind, const QSet<QString>& names);
+    void onRemovalRefused(KeyKind kind, const QSet<QString>& names);
+    void onRemovalUnanswered(KeyKind kind, const QSet<QString>& names);
+    bool isDeclared(KeyKind kind, const QString& name) const;
+    void keepListed(KeyKind kind, const QString& name);
+    RedisWrite listing(KeyKind kind);
+    void onListingRefused(KeyKind kind, const QSet<QString>& names);
 
     RedisLayout m_layout;
     QTimer m_pauseTimer;
     QHash<QString, KeyKind> m_declared;
-    NamesByKind m_removed;     // to be removed from the server
-    NamesByKind m_lastRemoved; // by the last write(), except for keys that were written since
-    NamesByKind m_listed;      // during this connection
+    NamesByKind m_removed;         // to be removed from the server
+    NamesByKind m_refusedRemovals; // to be removed after the pause
+    NamesByKind m_lastRemoved;     // by the last write(), except for keys that were written since
+    NamesByKind m_listed;          // during this connection
+    NamesByKind m_refusedListings; // to be listed after the pause
     std::optional<bool> m_isRealTime;
     bool m_isRealTimeWritten = false; // during this connection
+    bool m_isRealTimeRefused = false; // to be written after the pause
+    bool m_hasUntried = false;
 };
 
 } // namespace Velk

@@ -216,11 +216,7 @@ void RedisWriteQueue::flush()
 {
     if (!m_session->isUp() || m_typeInquiry.isActive() || m_transactions.outstanding() > 0 || !askTypes())
         return;
-    std::vector<RedisWrite> writes = {declarations()};
-    if (writes.front().commands.isEmpty()) {
-        answerLater(writes.front().done, QString());
-        writes.clear();
-    }
+    std::vector<RedisWrite> writes = declarations();
     m_waitingBytes = 0;
     for (const Waiting& write : std::exchange(m_waiting, {})) {
         const KeyType type = m_types.value(write.name, String);
@@ -245,21 +241,21 @@ void RedisWriteQueue::flush()
         emit idle();
 }
 
-RedisWrite RedisWriteQueue::declarations()
+std::vector<RedisWrite> RedisWriteQueue::declarations()
 {
-    if (m_declarations.isPausing())
-        return {};
-    for (const QString& name : m_declarations.removedData())
+    const QSet<QString> removedData = m_declarations.removedData();
+    for (const QString& name : removedData)
         m_types.remove(name);
-    RedisWrite write = m_declarations.write();
     const std::vector<Done> dones = std::exchange(m_removalDones, {});
-    if (!dones.empty()) {
-        write.done = [dones](const QString& error) {
-            for (const Done& done : dones)
-                done(error);
-        };
-    }
-    return write;
+    if (dones.empty())
+        return m_declarations.write();
+    const Done removed = [dones](const QString& error) {
+        for (const Done& done : dones)
+            done(error);
+    };
+    if (!m_declarations.hasRemovals())
+        answerLater(removed, QString());
+    return m_declarations.write(removed);
 }
 
 RedisWrite RedisWriteQueue::valueWrite(const Waiting& value)

@@ -104,7 +104,7 @@ private:
     bool askTypes();
     void onType(const QString& name, const RedisReply& reply);
     void flush();
-    RedisWrite declarations();
+    std::vector<RedisWrite> declarations();
     RedisWrite valueWrite(const Waiting& value);
     RedisWrite occurrenceWrite(const Waiting& occurrence);
     QByteArrayList streamEntry(KeyKind kind, const Waiting& sample) const;

@@ -167,8 +167,52 @@ private Q_SLOTS:
 
         QTRY_VERIFY_WITH_TIMEOUT(laterCommands().count(refusedCommand) >= 2, patienceMs);
         QCOMPARE(attemptsDuringPause, qsizetype(1));
-        const qsizetype refusal = laterCommands().indexOf("EXEC");
-        QCOMPARE(laterCommands().mid(refusal + 1, 3), (QByteArrayList{"MULTI", "SET mem:{arm1}:v:Stays 2", "EXEC"}));
+        const qsizetype value = laterCommands().indexOf("SET mem:{arm1}:v:Stays 2");
+        QCOMPARE(laterCommands().mid(value - 1, 3), (QByteArrayList{"MULTI", "SET mem:{arm1}:v:Stays 2", "EXEC"}));
+    }
+
+    void aRefusedNameDoesNotStopTheOthers()
+    {
+        m_robot->client().command({"ACL", "SETUSER", "arm", "on", ">pw", "~mem:{arm1}:v:Goes", "~mem:{arm1}:v:Angle",
+                                   "~mem:{arm1}:data", "~mem:{arm1}:meta", "+@all"});
+        m_writer = writerFor(m_robot->url().replace("redis://", "redis://arm:pw@"));
+        QVERIFY(connectWriter(*m_writer));
+
+        m_writer->declare({{"Goes", "Forbidden"}, {"Refused"}, {}});
+        m_writer->setRealTimeSupported(true);
+        m_writer->put("Goes", 1);
+        QTRY_COMPARE_WITH_TIMEOUT(command({"GET", "mem:{arm1}:v:Goes"}), QByteArray("1"), patienceMs);
+        QCOMPARE(members("data"), (QByteArrayList{"Forbidden", "Goes"}));
+        QCOMPARE(command({"HGET", "mem:{arm1}:meta", "realtime"}), QByteArray("1"));
+        m_writer->declare({{"Angle"}, {"Refused"}, {}});
+
+        QTRY_COMPARE_WITH_TIMEOUT(members("data"), (QByteArrayList{"Angle", "Forbidden"}), patienceMs);
+        QCOMPARE(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("0"));
+    }
+
+    void aRemovalComesBeforeWhatIsWrittenAfterItAlsoDuringThePause()
+    {
+        m_robot->client().command({"ACL", "SETUSER", "arm", "on", ">pw", "~mem:{arm1}:?:Bumper", "~mem:{arm1}:data",
+                                   "~mem:{arm1}:event", "~mem:{arm1}:microevent", "~mem:{arm1}:meta", "+@all"});
+        m_writer = writerFor(m_robot->url().replace("redis://", "redis://arm:pw@"));
+        QVERIFY(connectWriter(*m_writer));
+        m_writer->raise("Bumper", 1, 1.0);
+        QTRY_COMPARE_WITH_TIMEOUT(command({"XLEN", "mem:{arm1}:e:Bumper"}), QByteArray("1"), patienceMs);
+        QStringList outcomes;
+
+        m_writer->remove({"Forbidden"}, [this, &outcomes](const QString& error) {
+            outcomes << error;
+            m_writer->remove({"Bumper"}, [&outcomes](const QString& nextError) { outcomes << nextError; });
+            m_writer->raise("Bumper", 2, 2.0);
+        });
+
+        QTRY_COMPARE_WITH_TIMEOUT(outcomes.size(), 2, patienceMs);
+        QVERIFY2(outcomes.first().contains("NOPERM"), qPrintable(outcomes.first()));
+        QCOMPARE(outcomes.last(), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs);
+        const QByteArrayList entries = m_robot->client().list({"XRANGE", "mem:{arm1}:e:Bumper", "-", "+"});
+        QCOMPARE(int(entries.size()), 1);
+        QVERIFY2(QByteArray(entries.first()).replace('\n', ' ').contains("v 2"), entries.first());
     }
 
     void aRefusedWriteDoesNotStopTheOthersOfItsTurn()

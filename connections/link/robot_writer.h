@@ -53,7 +53,8 @@ public:
     /// Values and occurrences that are neither written nor lost yet: they wait, also for a connection, or are not
     /// answered.
     virtual qint64 openCount() const = 0;
-    /// Whether nothing is open, and everything that was declared and removed during this connection is answered.
+    /// Whether nothing is open and, during a connection, everything that was declared and removed is answered: written
+    /// or refused.
     virtual bool isIdle() const = 0;
 
     /// Connects, from the event loop, and again after every loss until close() is called. Nothing when it is open.

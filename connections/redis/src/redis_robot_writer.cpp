@@ -89,7 +89,7 @@ qint64 RedisRobotWriter::openCount() const
 
 bool RedisRobotWriter::isIdle() const
 {
-    return d->queue.isIdle();
+    return isConnected() ? d->queue.isIdle() : openCount() == 0;
 }
 
 void RedisRobotWriter::open()

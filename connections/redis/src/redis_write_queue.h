@@ -50,11 +50,12 @@ public:
     void resetLosses() { m_losses = {}; }
     /// Values and occurrences that are neither written nor lost.
     qint64 openCount() const { return qint64(m_waiting.size()) + m_unwritten.size() + m_transactions.openCount(); }
-    /// Whether nothing is open, waits or is unanswered, declarations and removals included.
+    /// Whether nothing is open, waits or is unanswered, declarations and removals included. What was refused and is to
+    /// be written again does not count.
     bool isIdle() const
     {
         return openCount() == 0 && m_transactions.outstanding() == 0 && !m_flushTimer.isActive() &&
-               !m_typeInquiry.isActive();
+               !m_typeInquiry.isActive() && !m_declarations.hasUntried();
     }
 
 Q_SIGNALS:

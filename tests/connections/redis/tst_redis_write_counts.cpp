@@ -22,6 +22,8 @@ class TestRedisWriteCounts : public RedisWriterTest
 private Q_SLOTS:
     void whatWaitsOrIsNotAnsweredIsOpen();
     void aWriterIsIdleWhenItsDeclarationsAreAnswered();
+    void aWriterIsNotIdleWhileARedirectionIsFollowed();
+    void aWriterWithoutAConnectionIsIdleWhenNothingIsOpen();
     void refusedWritesAreCountedAsRefused();
     void occurrencesWithoutAConnectionAreCountedAsDropped();
     void valuesThatWaitForAConnectionAreOpen();
@@ -77,6 +79,40 @@ void TestRedisWriteCounts::aWriterIsIdleWhenItsDeclarationsAreAnswered()
     QTRY_VERIFY_WITH_TIMEOUT(idle.count() > 0, patienceMs);
     QVERIFY(m_writer->isIdle());
     QCOMPARE(command({"SMEMBERS", "mem:{arm1}:data"}), QByteArray("Angle"));
+}
+
+void TestRedisWriteCounts::aWriterIsNotIdleWhileARedirectionIsFollowed()
+{
+    FaultProxy proxy(m_robot->server().port());
+    m_writer = writerFor(proxy.url());
+    QVERIFY(connectWriter(*m_writer));
+    m_writer->put("Angle", 1);
+    QTRY_COMPARE_WITH_TIMEOUT(m_writer->openCount(), qint64(0), patienceMs); // all is answered
+    proxy.setSwallowing(true);
+    m_writer->declare({{"Angle"}, {"Bumper"}, {}});
+    QTest::qWait(0); // sent, and gone
+    const int connections = proxy.connectionCount();
+    proxy.inject("-MOVED 1 127.0.0.1:" + QByteArray::number(proxy.port()) + "\r\n");
+    QTRY_COMPARE_WITH_TIMEOUT(proxy.connectionCount(), connections + 1, patienceMs);
+    QSignalSpy idle(m_writer.get(), &RobotWriter::idle);
+
+    QVERIFY(m_writer->isConnected());
+    QVERIFY(!m_writer->isIdle());
+    proxy.setSwallowing(false);
+    proxy.closeAll(); // the next address is that of the proxy, too
+
+    QTRY_VERIFY_WITH_TIMEOUT(idle.count() > 0, patienceMs);
+    QVERIFY(m_writer->isIdle());
+    QCOMPARE(command({"SMEMBERS", "mem:{arm1}:event"}), QByteArray("Bumper"));
+}
+
+void TestRedisWriteCounts::aWriterWithoutAConnectionIsIdleWhenNothingIsOpen()
+{
+    QVERIFY(m_writer->isIdle());
+    m_writer->declare({{"Angle"}, {}, {}});
+    QVERIFY(m_writer->isIdle());
+    m_writer->put("Angle", 1);
+    QVERIFY(!m_writer->isIdle());
 }
 
 void TestRedisWriteCounts::refusedWritesAreCountedAsRefused()

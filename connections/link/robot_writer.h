@@ -56,6 +56,9 @@ public:
     /// Whether nothing is open and, during a connection, everything that was declared and removed is answered: written
     /// or refused.
     virtual bool isIdle() const = 0;
+    /// Whether the other side has accepted all that was declared and removed. False without a connection, and while
+    /// writes are not answered.
+    virtual bool areDeclarationsWritten() const = 0;
 
     /// Connects, from the event loop, and again after every loss until close() is called. Nothing when it is open.
     virtual void open() = 0;

@@ -30,6 +30,7 @@ public:
     WriteLosses losses() const override;
     qint64 openCount() const override;
     bool isIdle() const override;
+    bool areDeclarationsWritten() const override;
 
     void open() override;
     void close() override;

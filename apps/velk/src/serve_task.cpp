@@ -200,6 +200,8 @@ void ServeTask::end()
                        : QStringLiteral("the newest values of %1 keys, the server was away at the end").arg(openCount));
     else if ((m_writer->isConnected() && !m_writer->isIdle()) || (m_isWaitCutOff && causes.isEmpty()))
         causes << QStringLiteral("the list of keys was not answered at the end, perhaps not written");
+    else if (m_writer->isConnected() && !m_writer->areDeclarationsWritten())
+        causes << QStringLiteral("the list of keys, a removal or the metadata was refused by the server");
     if (!causes.isEmpty()) {
         report(QStringLiteral("Not everything was written"), causes.join(QStringLiteral("; ")));
         if (m_status == Success)

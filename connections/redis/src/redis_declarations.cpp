@@ -93,6 +93,16 @@ void RedisDeclarations::clear()
     m_hasUntried = false;
 }
 
+bool RedisDeclarations::areWritten() const
+{
+    const bool isRemoved = std::all_of(m_refusedRemovals.begin(), m_refusedRemovals.end(),
+                                       [](const QSet<QString>& names) { return names.isEmpty(); });
+    bool isListed = true;
+    for (auto name = m_declared.cbegin(); name != m_declared.cend(); ++name)
+        isListed = isListed && m_listed[std::size_t(name.value())].contains(name.key());
+    return !m_hasUntried && isRemoved && isListed && (!m_isRealTime || m_isRealTimeWritten);
+}
+
 bool RedisDeclarations::hasRemovals() const
 {
     return std::any_of(keyKinds.begin(), keyKinds.end(),

@@ -56,6 +56,8 @@ public:
     bool isPausing() const { return m_pauseTimer.isActive(); }
     /// Whether something was declared, removed or to be repeated since the last write().
     bool hasUntried() const { return m_hasUntried; }
+    /// Whether the server has all of it, provided that the last write() is answered.
+    bool areWritten() const;
     /// Whether the next write() removes keys, and which data keys.
     bool hasRemovals() const;
     QSet<QString> removedData() const { return nextRemovals(KeyKind::Data); }

@@ -92,6 +92,11 @@ bool RedisRobotWriter::isIdle() const
     return isConnected() ? d->queue.isIdle() : openCount() == 0;
 }
 
+bool RedisRobotWriter::areDeclarationsWritten() const
+{
+    return isConnected() && d->queue.areDeclarationsWritten();
+}
+
 void RedisRobotWriter::open()
 {
     if (d->connection.isOpen())

@@ -57,6 +57,8 @@ public:
         return openCount() == 0 && m_transactions.outstanding() == 0 && !m_flushTimer.isActive() &&
                !m_typeInquiry.isActive() && !m_declarations.hasUntried();
     }
+    /// Whether the server has accepted all declarations and removals; false while writes are not answered.
+    bool areDeclarationsWritten() const { return m_transactions.outstanding() == 0 && m_declarations.areWritten(); }
 
 Q_SIGNALS:
     /// A write was refused for the type of its key.

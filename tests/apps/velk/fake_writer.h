@@ -25,6 +25,10 @@ public:
     WriteLosses losses() const override { return lost; }
     qint64 openCount() const override { return m_openCount; }
     bool isIdle() const override { return m_openCount == 0 && areDeclarationsAnswered; }
+    bool areDeclarationsWritten() const override
+    {
+        return m_isConnected && areDeclarationsAnswered && !areDeclarationsRefused;
+    }
     void open() override {}
     void close() override {}
     void declare(const KeyNames&) override {}
@@ -71,6 +75,7 @@ public:
     std::vector<Done> dones;        // of what was put and raised
     WriteLosses lost;
     bool areDeclarationsAnswered = true;
+    bool areDeclarationsRefused = false;
 
 private:
     qint64 m_openCount = 0;

@@ -80,6 +80,7 @@ private Q_SLOTS:
     void itEndsWhenTheListOfKeysIsAnswered();
     void aListOfKeysWithoutAnAnswerIsPrinted();
     void aListOfKeysWithoutAnAnswerIsPrintedWhenTheServerIsLost();
+    void aListOfKeysThatTheServerRefusedIsPrinted();
     void everySampleOfADataKeyIsWrittenWithItsTime();
     void nothingIsWrittenAfterItsEnd();
     void writesWithoutAnAnswerAreCountedAfterTheTimeOut();
@@ -160,6 +161,20 @@ void TestServeTask::aListOfKeysWithoutAnAnswerIsPrintedWhenTheServerIsLost()
     QTRY_COMPARE_WITH_TIMEOUT(serving.statuses, QList<int>({NotWritten}), patienceMs);
     QVERIFY2(serving.messages().contains("written: the list of keys was not answered at the end"),
              qPrintable(serving.messages()));
+}
+
+void TestServeTask::aListOfKeysThatTheServerRefusedIsPrinted()
+{
+    Serving serving;
+    QVERIFY(serving.serve());
+    serving.writer->areDeclarationsRefused = true;
+
+    serving.task->interrupt(SIGTERM);
+
+    QCOMPARE(serving.statuses, QList<int>({NotWritten}));
+    QVERIFY2(
+        serving.messages().contains("written: the list of keys, a removal or the metadata was refused by the server\n"),
+        qPrintable(serving.messages()));
 }
 
 void TestServeTask::everySampleOfADataKeyIsWrittenWithItsTime()

@@ -190,6 +190,37 @@ private Q_SLOTS:
         QCOMPARE(command({"EXISTS", "mem:{arm1}:v:Goes"}), QByteArray("0"));
     }
 
+    void whetherTheDeclarationsAreWrittenIsKnown_data()
+    {
+        QTest::addColumn<QByteArray>("permission");
+        QTest::newRow("a refused list") << QByteArray("sadd");
+        QTest::newRow("a refused removal") << QByteArray("del");
+        QTest::newRow("refused metadata") << QByteArray("hset");
+    }
+    void whetherTheDeclarationsAreWrittenIsKnown()
+    {
+        QFETCH(QByteArray, permission);
+        m_robot->client().command({"ACL", "SETUSER", "arm", "on", ">pw", "~*", "+@all"});
+        m_writer = writerFor(m_robot->url().replace("redis://", "redis://arm:pw@"));
+        QVERIFY(!m_writer->areDeclarationsWritten());
+        QVERIFY(connectWriter(*m_writer));
+        m_writer->declare({{"Goes"}, {}, {}});
+        QVERIFY(!m_writer->areDeclarationsWritten());
+        QTRY_VERIFY_WITH_TIMEOUT(m_writer->isIdle(), patienceMs);
+        QVERIFY(m_writer->areDeclarationsWritten());
+        QSignalSpy failed(m_writer.get(), &RobotWriter::failed);
+
+        m_robot->client().command({"ACL", "SETUSER", "arm", "-" + permission});
+        m_writer->declare({{"Angle"}, {}, {}});
+        m_writer->setRealTimeSupported(true);
+        QTRY_VERIFY_WITH_TIMEOUT(failed.count() > 0 && m_writer->isIdle(), patienceMs);
+        QVERIFY(!m_writer->areDeclarationsWritten());
+
+        m_robot->client().command({"ACL", "SETUSER", "arm", "+" + permission});
+        QTRY_VERIFY_WITH_TIMEOUT(m_writer->areDeclarationsWritten(), patienceMs);
+        QCOMPARE(members("data"), QByteArrayList{"Angle"});
+    }
+
     void aRemovalComesBeforeWhatIsWrittenAfterItAlsoDuringThePause()
     {
         m_robot->client().command({"ACL", "SETUSER", "arm", "on", ">pw", "~mem:{arm1}:?:Bumper", "~mem:{arm1}:data",

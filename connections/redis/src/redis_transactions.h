@@ -83,7 +83,7 @@ private:
         QByteArray error; ///< the server's text, of a refused command
     };
 
-    // Of writes.
+    // How many writes there are, and their size.
     struct Counts
     {
         void add(const RedisWrite& write, int times);

@@ -8,6 +8,7 @@
 The example is the block of lines in the header's comments that are indented by five blanks. There is one in a header.
 """
 
+import json
 import os
 import re
 import sys
@@ -19,7 +20,7 @@ shown = [number for number, line in enumerate(lines, 1) if line]
 if not shown:
     sys.exit(f"{header}: no comment shows an example.")
 if shown[-1] - shown[0] + 1 != len(shown):
-    sys.exit(f"{header}: the comments show more than one example.")
+    sys.exit(f"{header}: the example is not one block of lines. Show one example, without empty lines in it.")
 with open(output, "w", encoding="utf-8") as file:
-    file.write(f'#line {shown[0]} "{os.path.abspath(header)}"\n')
+    file.write(f"#line {shown[0]} {json.dumps(os.path.abspath(header))}\n")
     file.writelines(lines[number - 1][1] + "\n" for number in shown)

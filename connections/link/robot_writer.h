@@ -35,8 +35,9 @@ class LINK_EXPORT RobotWriter : public QObject
 
 public:
     /// Receives how a write ended: an empty text, or a sentence that says what went wrong. Called at most once, from
-    /// the event loop; not at all when the connection is lost before the other side has answered. Without a connection
-    /// it is not called for a value or an occurrence; for a removal it is called during the next connection.
+    /// the event loop; not at all when the connection is lost, or moves to another node of a cluster, before the other
+    /// side has answered. Without a connection it is not called for a value or an occurrence; for a removal it is
+    /// called during the next connection.
     using Done = std::function<void(const QString& error)>;
 
     explicit RobotWriter(QObject* parent = nullptr);
@@ -56,8 +57,8 @@ public:
     /// Whether nothing is open and, during a connection, everything that was declared and removed is answered: written
     /// or refused.
     virtual bool isIdle() const = 0;
-    /// Whether the other side has accepted all that was declared and removed. False without a connection, and while
-    /// writes are not answered.
+    /// Whether the other side has accepted all that was declared and removed, and what setRealTimeSupported() stated.
+    /// False without a connection, and while writes are not answered.
     virtual bool areDeclarationsWritten() const = 0;
 
     /// Connects, from the event loop, and again after every loss until close() is called. Nothing when it is open.

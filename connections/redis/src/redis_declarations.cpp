@@ -73,6 +73,13 @@ void RedisDeclarations::setRealTimeSupported(bool isSupported)
     m_hasUntried = true;
 }
 
+// Not again while it lasts: refusals that follow each other would hold back what was refused first.
+void RedisDeclarations::startPause()
+{
+    if (!isPausing())
+        m_pauseTimer.start();
+}
+
 void RedisDeclarations::repeatAll()
 {
     m_listed = {};
@@ -140,7 +147,7 @@ std::vector<RedisWrite> RedisDeclarations::write(const std::function<void(const 
         write.refused = [this] {
             m_isRealTimeWritten = false;
             m_isRealTimeRefused = true;
-            m_pauseTimer.start();
+            startPause();
         };
         writes.push_back(write);
     }
@@ -192,7 +199,7 @@ void RedisDeclarations::onRemovalRefused(KeyKind kind, const QSet<QString>& name
         if (m_lastRemoved[index].contains(name) && !m_removed[index].contains(name) && !isDeclared(kind, name))
             m_refusedRemovals[index].insert(name);
     }
-    m_pauseTimer.start();
+    startPause();
 }
 
 void RedisDeclarations::onRemovalUnanswered(KeyKind kind, const QSet<QString>& names)
@@ -240,7 +247,7 @@ void RedisDeclarations::onListingRefused(KeyKind kind, const QSet<QString>& name
 {
     m_listed[std::size_t(kind)].subtract(names);
     m_refusedListings[std::size_t(kind)].unite(names);
-    m_pauseTimer.start();
+    startPause();
 }
 
 void RedisDeclarations::addListing(RedisWrite* write, KeyKind kind, const QString& name)

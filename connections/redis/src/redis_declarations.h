@@ -54,16 +54,17 @@ public:
     /// Whether the server has refused something a moment ago, on this connection. due() is emitted when the pause is
     /// over.
     bool isPausing() const { return m_pauseTimer.isActive(); }
-    /// Whether something was declared, removed or to be repeated since the last write().
+    /// Whether something is to be written that no write() on this connection has tried.
     bool hasUntried() const { return m_hasUntried; }
-    /// Whether the server has all of it, provided that the last write() is answered.
+    /// Whether the server has accepted all declarations, removals and the metadata. Valid when the last write() is
+    /// answered.
     bool areWritten() const;
     /// Whether the next write() removes keys, and which data keys.
     bool hasRemovals() const;
     QSet<QString> removedData() const { return nextRemovals(KeyKind::Data); }
     /// The declarations and removals since the last write, and what was refused if the pause is over: removals first.
-    /// Each can be refused without the others. Not before the former ones are answered. `removed` is called when all
-    /// removals are answered, with an empty text or an error of one of them; not if there are none.
+    /// The server can refuse each of them without the others. Call it only when the former ones are answered. `removed`
+    /// is called when all removals are answered, with an empty text or an error of one of them; not if there are none.
     std::vector<RedisWrite> write(const std::function<void(const QString& error)>& removed = {});
     /// For a value or an occurrence, which is written after removals of its key: lists the name with the first one on a
     /// connection, so that no viewer sees one without the other. A refused removal of the key is not repeated, because
@@ -77,6 +78,7 @@ Q_SIGNALS:
 private:
     using NamesByKind = std::array<QSet<QString>, keyKinds.size()>;
 
+    void startPause();
     QSet<QString> nextRemovals(KeyKind kind) const;
     std::vector<RedisWrite> removals();
     RedisWrite removal(KeyKind kind, const QSet<QString>& names);

@@ -10,8 +10,8 @@ namespace Velk {
 
 namespace {
 
-// Limits for waiting and unanswered writes. Above them the server does not keep up.
-constexpr std::size_t maxWrites = 20000;
+// Limits for values and occurrences that wait or are not answered. Above them the server does not keep up.
+constexpr qint64 maxWrites = 20000;
 constexpr qint64 maxBytes = 64 * 1024 * 1024;
 const QByteArrayList streamLimit = {"MAXLEN", "~", "10000"};
 
@@ -116,7 +116,7 @@ void RedisWriteQueue::clear()
 
 void RedisWriteQueue::add(const Waiting& write)
 {
-    const bool hasRoom = m_waiting.size() + std::size_t(m_transactions.outstanding()) < maxWrites &&
+    const bool hasRoom = qint64(m_waiting.size()) + m_transactions.openCount() < maxWrites &&
                          m_waitingBytes + m_transactions.outstandingBytes() < maxBytes;
     if (!hasRoom) {
         refuse(write, tr("The server does not keep up with what is written."), &m_losses.dropped);

@@ -93,7 +93,7 @@ void TestRedisWriteCounts::aWriterIsNotIdleWhileARedirectionIsFollowed()
     QTest::qWait(0); // sent, and gone
     const int connections = proxy.connectionCount();
     proxy.inject("-MOVED 1 127.0.0.1:" + QByteArray::number(proxy.port()) + "\r\n");
-    QTRY_COMPARE_WITH_TIMEOUT(proxy.connectionCount(), connections + 1, patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(proxy.connectionCount() > connections, patienceMs);
     QSignalSpy idle(m_writer.get(), &RobotWriter::idle);
 
     QVERIFY(m_writer->isConnected());

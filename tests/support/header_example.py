@@ -22,5 +22,5 @@ if not shown:
 if shown[-1] - shown[0] + 1 != len(shown):
     sys.exit(f"{header}: the example is not one block of lines. Show one example, without empty lines in it.")
 with open(output, "w", encoding="utf-8") as file:
-    file.write(f"#line {shown[0]} {json.dumps(os.path.abspath(header))}\n")
+    file.write(f"#line {shown[0]} {json.dumps(os.path.abspath(header), ensure_ascii=False)}\n")
     file.writelines(lines[number - 1][1] + "\n" for number in shown)

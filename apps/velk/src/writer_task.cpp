@@ -18,7 +18,7 @@ WriterTask::WriterTask(std::unique_ptr<RobotWriter> writer, Console& console, in
         m_lastFailure = message;
     });
     connect(m_writer.get(), &RobotWriter::connected, this, [this, write = std::move(write)] {
-        if (!std::exchange(m_isWritten, true))
+        if (!std::exchange(m_isHandedOver, true))
             write(*m_writer, [this](const QString& error) { onAnswered(error); });
     });
     // Not written again with the next connection: an occurrence could be there twice. Queued: failed() reports the
@@ -48,7 +48,7 @@ void WriterTask::onAnswered(const QString& error)
 
 void WriterTask::reportTimeout(const QString& seconds)
 {
-    report(QStringLiteral("Not written"),
+    report(m_isHandedOver ? QStringLiteral("Perhaps not written") : QStringLiteral("Not written"),
            QStringLiteral("no answer from %1 within %2 s.\n"
                           "Check that the server runs and its URL, or allow more time with --timeout.")
                .arg(m_writer->url(), seconds));

@@ -31,7 +31,7 @@ private:
 
     std::unique_ptr<RobotWriter> m_writer;
     QString m_lastFailure;
-    bool m_isWritten = false; // or at least handed to the writer
+    bool m_isHandedOver = false; // to the writer, which may have written it
 };
 
 } // namespace Velk

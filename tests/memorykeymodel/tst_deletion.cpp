@@ -42,6 +42,8 @@ class TestDeletion : public QObject
 private Q_SLOTS:
     void theModelIsDeletedWhenALossEndsTheRecording();
     void theModelIsDeletedByTheAnswerForRealTime();
+    void theModelIsDeletedWhenANewConnectionPutsTheMinimumBack();
+    void theModelIsDeletedWhenKeysAreAddedWithoutAConnection();
     void theModelIsDeletedWhenARowCannotBeWritten();
     void theConnectionIsDeletedWhenARowCannotBeWritten();
     void theModelIsDeletedWhenTheHeaderCannotBeWritten();
@@ -75,6 +77,34 @@ void TestDeletion::theModelIsDeletedByTheAnswerForRealTime()
 
     QVERIFY(!model);
     QCOMPARE(connection.takeLog(), QStringList{"isRealTimeSupported gotRealTimeSupported"});
+}
+
+void TestDeletion::theModelIsDeletedWhenANewConnectionPutsTheMinimumBack()
+{
+    FakeConnectionManager connection;
+    const QPointer<Model> model = new Model(&connection);
+    connection.establish();
+    QMetaObject::invokeMethod(model, "gotRealTimeSupported", Q_ARG(bool, true));
+    connection.lose();
+    connection.takeLog();
+    connect(model, &Model::minSamplingPeriodUpdated, this, [&] { delete model.data(); });
+
+    connection.establish();
+
+    QVERIFY(!model);
+    QCOMPARE(connection.takeLog(), QStringList());
+}
+
+void TestDeletion::theModelIsDeletedWhenKeysAreAddedWithoutAConnection()
+{
+    DeletableRobot robot;
+    robot.connection->connected = false;
+    robot.model->removeKeys(keySet({"A"}));
+    connect(robot.model, &Model::error, this, [&] { delete robot.model.data(); });
+
+    robot.model->addKeys(keySet({"B"}));
+
+    QVERIFY(!robot.model);
 }
 
 void TestDeletion::theModelIsDeletedWhenARowCannotBeWritten()

@@ -170,7 +170,7 @@ void MainWindow::createMenus()
 void MainWindow::connectRecording()
 {
     connect(m_watchBar->recordAction(), &QAction::triggered, this, &MainWindow::toggleRecording);
-    connect(m_watchBar->saveAction(), &QAction::triggered, this, &MainWindow::saveRecording);
+    connect(m_watchBar->saveAction(), &QAction::triggered, m_recordingDialogs, &RecordingDialogs::save);
     connect(m_watchBar->discardAction(), &QAction::triggered, this,
             [this] { m_recordingDialogs->saveOrDiscard(tr("Discard the recording?")); });
     connect(m_recording, &RecordingControl::stateChanged, this, &MainWindow::updateState);
@@ -329,11 +329,6 @@ void MainWindow::toggleRecording()
     }
     // A start that failed leaves the action as it was.
     updateState();
-}
-
-bool MainWindow::saveRecording()
-{
-    return m_recordingDialogs->save();
 }
 
 // Settings

@@ -71,7 +71,6 @@ public Q_SLOTS:
     void toggleRecording();
     /// Asks for a file and saves the recording there; a running one is stopped first. Returns false when there is still
     /// an unsaved recording afterwards.
-    bool saveRecording();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
